@@ -1,0 +1,43 @@
+# The three things a folder of this tree declares: a library, a test program, a benchmark or fuzz target.
+# Sources are whatever .cpp files lie directly in the folder.
+
+# quorvane_library(NAME [DEPENDS target...]): the folder's sources as the static library quorvane_NAME.
+# A folder with headers alone becomes an interface library.
+function(quorvane_library name)
+  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main[^/]*\\.cpp$")
+  if(sources)
+    add_library(quorvane_${name} STATIC ${sources})
+    target_link_libraries(quorvane_${name} PUBLIC quorvane_options ${arg_DEPENDS})
+  else()
+    add_library(quorvane_${name} INTERFACE)
+    target_link_libraries(quorvane_${name} INTERFACE quorvane_options ${arg_DEPENDS})
+  endif()
+endfunction()
+
+# quorvane_test(NAME [DEPENDS target...]): tests/NAME/*.cpp as one GoogleTest program and one ctest entry.
+function(quorvane_test name)
+  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  string(REPLACE "/" "_" target ${name})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  add_executable(test_${target} ${sources})
+  target_link_libraries(test_${target} PRIVATE ${arg_DEPENDS} GTest::gtest GTest::gtest_main)
+  add_test(NAME ${target} COMMAND test_${target} --gtest_brief=1)
+  set_tests_properties(${target} PROPERTIES TIMEOUT 300)
+endfunction()
+
+# quorvane_bench(NAME [DEPENDS target...]): bench/NAME.cpp as a Google Benchmark program.
+function(quorvane_bench name)
+  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  add_executable(bench_${name} ${name}.cpp)
+  target_link_libraries(bench_${name} PRIVATE ${arg_DEPENDS} benchmark::benchmark benchmark::benchmark_main)
+endfunction()
+
+# quorvane_fuzz(NAME [DEPENDS target...]): fuzz/NAME.cpp as a libFuzzer program (preset linux-fuzz only).
+function(quorvane_fuzz name)
+  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  add_executable(fuzz_${name} ${name}.cpp)
+  target_link_libraries(fuzz_${name} PRIVATE ${arg_DEPENDS})
+  target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+endfunction()

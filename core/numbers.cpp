@@ -1,0 +1,148 @@
+#include "core/numbers.h"
+
+#include "core/run_time_error.h"
+#include "core/text.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace quorvane {
+namespace {
+
+// Digits without trailing zeros; the exponent form outside 1E-05 to 1E+15 in double precision.
+std::string Format(double value, int digits) {
+    if (value == 0) return "0";
+    char buffer[64];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
+    std::string text(buffer, end.ptr);
+    for (char& c : text) {
+        if (c == 'e') c = 'E';
+    }
+    return text;
+}
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+std::size_t CountDigits(std::string_view text, std::size_t from) {
+    std::size_t at = from;
+    while (at < text.size() && IsDigit(text[at]))
+        ++at;
+    return at - from;
+}
+
+// The length of the number that `text` starts with, 0 for none.
+std::size_t NumberLength(std::string_view text) {
+    std::size_t at = 0;
+    if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
+    std::size_t digits = CountDigits(text, at);
+    at += digits;
+    if (at < text.size() && text[at] == '.') {
+        const std::size_t fraction = CountDigits(text, at + 1);
+        digits += fraction;
+        at += 1 + fraction;
+    }
+    if (digits == 0) return 0;
+    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        std::size_t exponent = at + 1;
+        if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) ++exponent;
+        const std::size_t count = CountDigits(text, exponent);
+        if (count > 0) at = exponent + count;
+    }
+    return at;
+}
+
+double ConvertNumber(std::string_view number) {
+    if (!number.empty() && number[0] == '+') number.remove_prefix(1);
+    double value = 0;
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec == std::errc::result_out_of_range) throw RunTimeError::Overflow();
+    return value;
+}
+
+} // namespace
+
+std::string NumberText(double value) {
+    return Format(value, 15);
+}
+
+std::string LocaleNumberText(double value, std::string_view separator) {
+    return Replace(Format(value, 15), ".", separator);
+}
+
+std::string LocaleNumberText(float value, std::string_view separator) {
+    return Replace(Format(static_cast<double>(value), 7), ".", separator);
+}
+
+std::string SignedNumberText(double value) {
+    return (value < 0 ? "" : " ") + NumberText(value);
+}
+
+double LeadingNumber(std::string_view text) {
+    std::string packed;
+    for (const char c : text) {
+        if (c != ' ' && c != '\t' && c != '\n') packed.push_back(c);
+    }
+    const std::size_t length = NumberLength(packed);
+    return length == 0 ? 0 : ConvertNumber(std::string_view(packed).substr(0, length));
+}
+
+double ParseDecimal(std::string_view text, std::string_view separator) {
+    std::string number;
+    bool separated = false;
+    for (const char c : text) {
+        if (IsDigit(c)) {
+            number.push_back(c);
+        } else if ((c == '.' || c == ',' || separator == std::string_view(&c, 1)) && !separated) {
+            separated = true;
+            number.append(separator);
+        } else {
+            break;
+        }
+    }
+    return number.empty() ? 0.0 : LocaleTextToDouble(number, separator);
+}
+
+double LocaleTextToDouble(std::string_view text, std::string_view separator) {
+    const std::string number =
+        separator == "." || separator.empty() ? std::string(Trim(text)) : Replace(Trim(text), separator, ".");
+    const std::size_t length = NumberLength(number);
+    if (length == 0 || length != number.size()) throw RunTimeError::TypeMismatch();
+    return ConvertNumber(number);
+}
+
+std::int32_t TextToInteger(std::string_view text, std::string_view separator) {
+    return ToInteger(LocaleTextToDouble(text, separator));
+}
+
+bool TextToBoolean(std::string_view text) {
+    const std::string folded = FoldedName(text);
+    if (folded == "true") return true;
+    if (folded == "false") return false;
+    return LocaleTextToDouble(text, ".") != 0;
+}
+
+std::string BooleanText(bool value) {
+    return value ? "True" : "False";
+}
+
+double RoundHalfEven(double value) {
+    const double low = std::floor(value);
+    const double rest = value - low;
+    if (rest < 0.5) return low;
+    if (rest > 0.5) return low + 1;
+    return std::fmod(low, 2) == 0 ? low : low + 1;
+}
+
+std::int32_t ToInteger(double value) {
+    const double rounded = RoundHalfEven(value);
+    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
+          rounded <= std::numeric_limits<std::int32_t>::max())) {
+        throw RunTimeError::Overflow();
+    }
+    return static_cast<std::int32_t>(rounded);
+}
+
+} // namespace quorvane

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "core/color.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+
+// All measures of this header are pixels, with y growing downwards.
+
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const PixelSize&) const = default;
+};
+
+struct PixelRect {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const PixelRect&) const = default;
+};
+
+// `size` is in points; the surface turns points into pixels by the screen's resolution.
+struct FontSpec {
+    std::string name;
+    float size = 8;
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    bool strikethrough = false;
+    bool operator==(const FontSpec&) const = default;
+};
+
+// A corner of a gradient. A channel holds its value in the high byte, as a signed 16-bit number: 255 is -256.
+struct GradientVertex {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int16_t red = 0;
+    std::int16_t green = 0;
+    std::int16_t blue = 0;
+    std::int16_t alpha = 255;
+};
+
+enum class GradientDirection { LeftToRight, TopToBottom };
+
+// The pixels of a surface: rows of 24-bit pixels, blue first, each row `stride` bytes after the one above it
+// (negative where the rows lie bottom up). Valid until the surface is next drawn on.
+struct PixelView {
+    const std::uint8_t* top = nullptr;
+    std::ptrdiff_t stride = 0;
+    PixelSize size;
+
+    const std::uint8_t* Row(int y) const { return top + y * stride; }
+};
+
+// A picture in a file. Its size comes from the header; it is decoded only when it is drawn, at the scale
+// needed.
+class Picture {
+  public:
+    virtual ~Picture() = default;
+    // With the orientation applied that a photograph carries.
+    virtual PixelSize Size() const = 0;
+};
+
+class Surface {
+  public:
+    virtual ~Surface() = default;
+
+    virtual PixelSize Size() const = 0;
+    virtual void Fill(const PixelRect& area, Color color) = 0;
+    // Blends from one corner's colour to the other's along `direction`.
+    virtual void GradientRectangle(const GradientVertex& upperLeft, const GradientVertex& lowerRight,
+                                   GradientDirection direction) = 0;
+    virtual void GradientTriangle(const GradientVertex& a, const GradientVertex& b,
+                                  const GradientVertex& c) = 0;
+    // The whole picture onto `target`, in halftone quality; what lies outside the surface is cut. False, with
+    // the reason in `why`, where the picture cannot be decoded; the surface may then hold a part of it.
+    virtual bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) = 0;
+
+    // Advance width and line height of one line of text.
+    virtual double TextWidth(const FontSpec& font, std::string_view text) = 0;
+    virtual double TextHeight(const FontSpec& font) = 0;
+    // (x, y) is the upper left corner of the line.
+    virtual void PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) = 0;
+
+    virtual PixelView Pixels() = 0;
+};
+
+class Drawing {
+  public:
+    virtual ~Drawing() = default;
+
+    // Black all over. Null where there is no memory for it.
+    virtual std::unique_ptr<Surface> CreateSurface(PixelSize size) = 0;
+    // Reads the header alone. Null, with the reason in `why`, for a file that is no picture of a known
+    // format.
+    virtual std::unique_ptr<Picture> LoadPicture(const std::string& path, std::string& why) = 0;
+
+    // 1440 divided by the dots per inch of the screen.
+    virtual double TwipsPerPixelX() const = 0;
+    virtual double TwipsPerPixelY() const = 0;
+};
+
+} // namespace quorvane

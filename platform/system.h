@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvane {
+
+// The answer of the system's version query. Linux answers as a current member of the NT family, since all
+// that hangs on it (privileges, system directory, supported or not) is right for it.
+struct VersionRecord {
+    std::int32_t dwOSVersionInfoSize = 0;
+    std::int32_t dwMajorVersion = 0;
+    std::int32_t dwMinorVersion = 0;
+    std::int32_t dwBuildNumber = 0;
+    std::int32_t dwPlatformId = 0; // 2 for the NT family, 1 for the 9x family
+    std::string szCSDVersion;      // service pack
+    std::uint16_t suiteMask = 0;
+    std::string displayName; // what the system calls itself, where it does ("Debian GNU/Linux 12")
+};
+
+class System {
+  public:
+    virtual ~System() = default;
+
+    virtual VersionRecord Version() = 0;
+    virtual std::string UserName() = 0;
+    virtual std::string ComputerName() = 0;
+    virtual std::int32_t ProcessId() = 0;
+    virtual std::int32_t ThreadId() = 0;
+    // Directories of the system; empty where unknown.
+    virtual std::string WindowsDirectory() = 0;
+    virtual std::string SystemWindowsDirectory() = 0;
+    // Asks for a right of the process by its name; false where it is not granted.
+    virtual bool EnablePrivilege(std::string_view name) = 0;
+
+    virtual std::vector<std::string> FontNames() = 0;
+    // Makes the fonts of a file known to this process: how many, 0 for none.
+    virtual int AddFontFile(const std::string& path) = 0;
+
+    // One line on standard error, for what a person at a terminal or a log should see.
+    virtual void Complain(std::string_view line) = 0;
+};
+
+} // namespace quorvane

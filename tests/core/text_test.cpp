@@ -1,0 +1,66 @@
+#include "core/numbers.h"
+#include "core/run_time_error.h"
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+TEST(Text, NamesCompareWithoutCaseAndOuterBlanks) {
+    EXPECT_TRUE(SameName("  C:\\Pictures\\A.JPG ", "c:\\pictures\\a.jpg"));
+    EXPECT_TRUE(SameName("ÄÖÜ Ñandú Ёлка ЯБЛОКО Ωμέγα Žluť", "äöü ñandú ёлка яблоко ωμέγα žluť"));
+    EXPECT_FALSE(SameName("a b", "ab"));
+    EXPECT_EQ(LowerCase("\xC3"), "\xC3") << "a letter cut in half stays as it is";
+    EXPECT_EQ(UpperFirst("вт"), "Вт");
+    EXPECT_EQ(UpperFirst("su"), "Su");
+}
+
+TEST(Text, SplitKeepsEmptyPartsAndReplaceTakesAll) {
+    EXPECT_EQ(Split("a;;b", ';'), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_EQ(Split("", ';'), std::vector<std::string>{""});
+    EXPECT_EQ(Replace("dd.dd", "dd", "7"), "7.7");
+}
+
+TEST(Numbers, ParseDecimalTakesAnySeparatorOnce) {
+    EXPECT_EQ(ParseDecimal("0,75", "."), 0.75);
+    EXPECT_EQ(ParseDecimal("0.75", ","), 0.75);
+    EXPECT_EQ(ParseDecimal("1.2.3", "."), 1.2);
+    EXPECT_EQ(ParseDecimal("-5", "."), 0);
+    EXPECT_EQ(ParseDecimal("", "."), 0);
+    EXPECT_EQ(ParseDecimal("12x", "."), 12);
+    EXPECT_THROW(ParseDecimal(".", "."), RunTimeError);
+}
+
+TEST(Numbers, LeadingNumberStopsWhereNoNumberGoesOn) {
+    EXPECT_EQ(LeadingNumber("37,6"), 37);
+    EXPECT_EQ(LeadingNumber(" 37.63388889          "), 37.63388889);
+    EXPECT_EQ(LeadingNumber("-1 2.5e1x"), -125);
+    EXPECT_EQ(LeadingNumber("1e"), 1);
+    EXPECT_EQ(LeadingNumber("."), 0);
+    EXPECT_EQ(LeadingNumber("north"), 0);
+}
+
+TEST(Numbers, TextAndBackUnderBothDecimalSigns) {
+    EXPECT_EQ(NumberText(0.1 + 0.2), "0.3");
+    EXPECT_EQ(NumberText(1e20), "1E+20");
+    EXPECT_EQ(SignedNumberText(37.63388889), " 37.63388889");
+    EXPECT_EQ(SignedNumberText(-1.5), "-1.5");
+    EXPECT_EQ(LocaleNumberText(8.25F, ","), "8,25");
+    EXPECT_EQ(LocaleTextToDouble("8,25", ","), 8.25);
+    EXPECT_THROW(LocaleTextToDouble("8,25", "."), RunTimeError);
+    EXPECT_THROW(LocaleTextToDouble("1e999", "."), RunTimeError);
+}
+
+TEST(Numbers, WholeNumbersRoundHalfToEven) {
+    EXPECT_EQ(ToInteger(2.5), 2);
+    EXPECT_EQ(ToInteger(3.5), 4);
+    EXPECT_EQ(ToInteger(-2.5), -2);
+    EXPECT_THROW(ToInteger(3e9), RunTimeError);
+    EXPECT_TRUE(TextToBoolean(" TRUE"));
+    EXPECT_TRUE(TextToBoolean("-1"));
+    EXPECT_THROW(TextToBoolean("yes"), RunTimeError);
+}
+
+} // namespace
+} // namespace quorvane
