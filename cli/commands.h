@@ -1,0 +1,10 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace quorvane::cli {
+
+// Every command of quorvanectl, in the order in which the usage lists them.
+std::vector<Command> AllCommands();
+
+} // namespace quorvane::cli

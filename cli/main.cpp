@@ -1,0 +1,16 @@
+#include "cli/commands.h"
+
+#include <iostream>
+
+int main(int count, char** words) {
+    std::ios::sync_with_stdio(false);
+    quorvane::cli::Streams streams{std::cin, std::cout, std::cerr};
+    const std::vector<std::string> arguments(words + (count > 0 ? 1 : 0), words + count);
+    const int status = quorvane::cli::RunCommand(quorvane::cli::AllCommands(), arguments, streams);
+    std::cout.flush();
+    if (!std::cout) {
+        std::cerr << "quorvanectl: the output could not be written\n";
+        return quorvane::cli::Refused;
+    }
+    return status;
+}
