@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/desktop.h"
+#include "platform/memory/call_log.h"
+
+namespace quorvane {
+
+class MemoryDesktop : public Desktop {
+  public:
+    explicit MemoryDesktop(CallLog& calls)
+        : calls_(calls) {}
+
+    PixelSize ScreenSize() override { return screenSize; }
+    bool SetWallpaper(const std::string& path) override {
+        calls_.Add("desktop.SetWallpaper " + path);
+        if (refuseWallpaper) {
+            return false;
+        }
+        wallpaper = path;
+        return true;
+    }
+    void ShowBusyPointer(bool busy) override {
+        calls_.Add(std::string("desktop.ShowBusyPointer ") + (busy ? "on" : "off"));
+        busyPointer = busy;
+    }
+
+    PixelSize screenSize{1024, 768};
+    bool refuseWallpaper = false;
+    bool busyPointer = false;
+    std::string wallpaper; // the file handed over last
+
+  private:
+    CallLog& calls_;
+};
+
+} // namespace quorvane

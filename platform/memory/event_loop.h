@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/event_loop.h"
+#include "platform/memory/clock.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// The event loop by the tick clock of a MemoryClock. Nothing waits: Advance and RunWhile move the clocks to
+// the next timer that falls due and fire it. A RunTimeError of a callback goes to the handler of OnFailure;
+// any other exception, a failed expectation of a test among them, leaves to the test.
+class MemoryEventLoop : public EventLoop {
+  public:
+    explicit MemoryEventLoop(MemoryClock& clock)
+        : clock_(clock) {}
+
+    TimerId StartTimer(std::string_view name, int intervalMilliseconds, std::function<void()> tick) override;
+    void StopTimer(TimerId timer) override;
+    void Post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
+    void Pump() override;
+    // Answers the wait by the next action of WhenWaiting, where one is prepared. Then moves the clocks from
+    // timer to timer; throws std::logic_error where the condition still holds after a day of that, or where
+    // nothing is left that could end the wait.
+    void RunWhile(const std::function<bool()>& condition) override;
+    // As RunWhile, until a ProcessEnd.
+    int Run() override;
+    void OnFailure(std::function<void(int number, const char* description)> handler) override {
+        failureHandler_ = std::move(handler);
+    }
+
+    // Moves both clocks on by `milliseconds`, firing each timer on the way at its moment.
+    void Advance(std::int64_t milliseconds);
+    // Fires the timer of this name now, due or not; false where none of this name runs.
+    bool Fire(std::string_view name);
+    // Calls `action` inside the Pump that comes as number `nth` from now (1: the next one): where re-entry
+    // lives. A timer is fired there by handing in a call of Fire.
+    void AtPump(int nth, std::function<void()> action);
+    // What a person does while a routine waits (a modal window): consumed by one RunWhile each, in order.
+    void WhenWaiting(std::function<void()> action) { waiting_.push_back(std::move(action)); }
+
+    bool IsRunning(std::string_view name) const;
+    int IntervalOf(std::string_view name) const; // milliseconds; 0 where none of this name runs
+    std::vector<std::string> TimerNames() const; // in the order of their start
+    int PumpCount() const { return pumps_; }
+
+  private:
+    struct Timer {
+        TimerId id;
+        std::string name;
+        int interval;
+        std::int64_t due;
+        std::function<void()> tick;
+    };
+
+    std::shared_ptr<Timer> Find(std::string_view name) const;
+    std::shared_ptr<Timer> NextDue() const;
+    void RunPosted();
+    void RunDue();
+    void FireTimer(const std::shared_ptr<Timer>& timer);
+    void Guarded(const std::function<void()>& callback);
+
+    MemoryClock& clock_;
+    std::vector<std::shared_ptr<Timer>> timers_;
+    std::deque<std::function<void()>> posted_;
+    std::deque<std::function<void()>> waiting_;
+    std::multimap<int, std::function<void()>> atPump_;
+    std::function<void(int, const char*)> failureHandler_;
+    TimerId lastId_ = 0;
+    int pumps_ = 0;
+};
+
+} // namespace quorvane

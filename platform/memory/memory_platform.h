@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/memory/call_log.h"
+#include "platform/memory/clock.h"
+#include "platform/memory/desktop.h"
+#include "platform/memory/event_loop.h"
+#include "platform/memory/files.h"
+#include "platform/memory/random.h"
+#include "platform/memory/session.h"
+#include "platform/memory/system.h"
+#include "platform/memory/tray.h"
+#include "platform/platform.h"
+
+namespace quorvane {
+
+// One of each service, and the record that they share. A test keeps it beside what it tests:
+//     MemoryPlatform machine;
+//     const Platform platform = machine.Services();
+class MemoryPlatform {
+  public:
+    CallLog calls;
+    MemoryClock clock;
+    MemoryDesktop desktop{calls};
+    MemoryEventLoop events{clock};
+    MemoryFiles files;
+    MemoryRandom random;
+    MemorySession session{calls};
+    MemorySystem system{calls};
+    MemoryTray tray{calls};
+
+    // PLACE of the families that land next: whoever adds one puts a member of its memory class here in place
+    // of the pointer. Until then a test hands in its own where the tested code needs it.
+    Drawing* drawing = nullptr;
+    FormHost* forms = nullptr;
+    Prompts* prompts = nullptr;
+    Store* store = nullptr;
+
+    Platform Services() {
+        return {clock,    desktop, *drawing, events, files,  *forms,
+                *prompts, random,  session,  *store, system, tray};
+    }
+};
+
+} // namespace quorvane

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/memory/call_log.h"
+#include "platform/session.h"
+
+namespace quorvane {
+
+class MemorySession : public Session {
+  public:
+    explicit MemorySession(CallLog& calls)
+        : calls_(calls) {}
+
+    std::string CommandLine() override { return commandLine; }
+    bool SetAutostart(bool enabled, const std::string& switches) override {
+        calls_.Add(std::string("session.SetAutostart ") + (enabled ? "on" : "off") + switches);
+        if (refuseAutostart) {
+            return false;
+        }
+        autostart = enabled;
+        return true;
+    }
+    void OnEndRequest(std::function<void()> handler) override { endRequest_ = std::move(handler); }
+    [[noreturn]] void End(int status) override {
+        calls_.Add("session.End " + std::to_string(status));
+        throw ProcessEnd{status};
+    }
+
+    // The system wants the program to end. A real platform calls the handler from its loop, once.
+    void RequestEnd() {
+        const std::function<void()> handler = std::exchange(endRequest_, nullptr);
+        if (handler) {
+            handler();
+        }
+    }
+
+    std::string commandLine;
+    bool refuseAutostart = false;
+    bool autostart = false;
+
+  private:
+    CallLog& calls_;
+    std::function<void()> endRequest_;
+};
+
+} // namespace quorvane

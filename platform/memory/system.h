@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/memory/call_log.h"
+#include "platform/system.h"
+
+#include <map>
+#include <set>
+
+namespace quorvane {
+
+class MemorySystem : public System {
+  public:
+    explicit MemorySystem(CallLog& calls)
+        : calls_(calls) {}
+
+    VersionRecord Version() override { return version; }
+    std::string UserName() override { return userName; }
+    std::string ComputerName() override { return computerName; }
+    std::int32_t ProcessId() override { return 4711; }
+    std::int32_t ThreadId() override { return 4712; }
+    std::string WindowsDirectory() override { return windowsDirectory; }
+    std::string SystemWindowsDirectory() override { return systemWindowsDirectory; }
+    bool EnablePrivilege(std::string_view name) override {
+        calls_.Add("system.EnablePrivilege " + std::string(name));
+        return !refusedPrivileges.contains(std::string(name));
+    }
+    std::vector<std::string> FontNames() override { return fontNames; }
+    int AddFontFile(const std::string& path) override {
+        calls_.Add("system.AddFontFile " + path);
+        const auto found = fontFiles.find(path);
+        return found == fontFiles.end() ? 0 : found->second;
+    }
+    void Complain(std::string_view line) override { complaints.emplace_back(line); }
+
+    VersionRecord version{148, 10, 0, 19045, 2, "", 0, ""};
+    std::string userName = "ann";
+    std::string computerName = "workstation";
+    std::string windowsDirectory = "/windows";
+    std::string systemWindowsDirectory = "/system";
+    std::set<std::string> refusedPrivileges;
+    std::vector<std::string> fontNames{
+        "Courier", "Monotype Corsiva", "MS Sans Serif", "Microsoft Sans Serif", "SansSerif", "Arial"};
+    std::map<std::string, int> fontFiles; // what AddFontFile answers for a path; 0 for any other
+    std::vector<std::string> complaints;
+
+  private:
+    CallLog& calls_;
+};
+
+} // namespace quorvane

@@ -1,0 +1,106 @@
+#include "core/run_time_error.h"
+#include "platform/memory/memory_platform.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+class MemoryEventLoopTest : public ::testing::Test {
+  protected:
+    // Starts a timer that writes its name and the ticks since the start.
+    TimerId Start(const std::string& name, int interval) {
+        return machine_.events.StartTimer(name, interval, [this, name] {
+            fired_ += name + std::to_string(machine_.clock.Ticks() - start_) + " ";
+        });
+    }
+
+    MemoryPlatform machine_;
+    std::int64_t start_ = machine_.clock.Ticks();
+    std::string fired_;
+};
+
+TEST_F(MemoryEventLoopTest, TimersFireAtTheirMomentsInTheOrderOfTime) {
+    Start("a", 300);
+    const TimerId second = Start("b", 200);
+    machine_.events.Advance(600);
+    EXPECT_EQ(fired_, "b200 a300 b400 a600 b600 ");
+    machine_.events.StopTimer(second);
+    machine_.events.Advance(300);
+    EXPECT_EQ(fired_, "b200 a300 b400 a600 b600 a900 ");
+}
+
+TEST_F(MemoryEventLoopTest, MissedTicksAreMergedIntoOne) {
+    Start("a", 100);
+    machine_.clock.MoveTicks(1050); // the machine slept
+    machine_.events.Pump();
+    machine_.events.Pump();
+    EXPECT_EQ(fired_, "a1050 ");
+    machine_.events.Advance(50);
+    EXPECT_EQ(fired_, "a1050 a1100 ");
+}
+
+TEST_F(MemoryEventLoopTest, TickThatPumpsCanBeEnteredAgainAndOneThatDoesNotCannot) {
+    int depth = 0;
+    int deepest = 0;
+    bool pumps = true;
+    machine_.events.StartTimer("slow", 100, [&] {
+        deepest = std::max(deepest, ++depth);
+        machine_.clock.MoveTicks(250);
+        if (pumps && depth < 3) {
+            machine_.events.Pump();
+        }
+        --depth;
+    });
+    machine_.events.Advance(100);
+    EXPECT_EQ(deepest, 3);
+    pumps = false;
+    deepest = 0;
+    machine_.events.Advance(1000);
+    EXPECT_EQ(deepest, 1);
+}
+
+TEST_F(MemoryEventLoopTest, ChosenPumpFiresAChosenTimer) {
+    Start("a", 60000);
+    machine_.events.AtPump(2, [this] { EXPECT_TRUE(machine_.events.Fire("a")); });
+    machine_.events.Pump();
+    EXPECT_EQ(fired_, "");
+    machine_.events.Pump();
+    EXPECT_EQ(fired_, "a0 ");
+    EXPECT_FALSE(machine_.events.Fire("b"));
+}
+
+TEST_F(MemoryEventLoopTest, FailureOfACallbackGoesToTheHandlerAndTheEndOfTheProcessLeaves) {
+    int reported = 0;
+    machine_.events.OnFailure([&](int number, const char*) { reported = number; });
+    machine_.events.Post([] { throw RunTimeError::DivisionByZero(); });
+    machine_.events.Pump();
+    EXPECT_EQ(reported, 11);
+    machine_.events.Post([this] { machine_.session.End(3); });
+    EXPECT_EQ(machine_.events.Run(), 3);
+    machine_.events.Post([this] { machine_.session.End(3); });
+    EXPECT_THROW(machine_.events.Pump(), ProcessEnd);
+}
+
+TEST_F(MemoryEventLoopTest, WaitEndsByATimerOrAPreparedActionOrFailsTheTest) {
+    bool open = true;
+    machine_.events.WhenWaiting([&] { open = false; });
+    machine_.events.RunWhile([&] { return open; });
+    open = true;
+    machine_.events.StartTimer("closes", 5000, [&] { open = false; });
+    machine_.events.RunWhile([&] { return open; });
+    EXPECT_EQ(machine_.clock.Ticks() - start_, 5000);
+    EXPECT_THROW(machine_.events.RunWhile([] { return true; }), std::logic_error);
+}
+
+TEST_F(MemoryEventLoopTest, WallClockIsSetApartFromTheTicks) {
+    machine_.clock.SetNow({2024, 2, 28, 23, 59, 59, 500});
+    machine_.clock.MoveWall(500);
+    EXPECT_EQ(machine_.clock.Now(), (DateTime{2024, 2, 29, 0, 0, 0, 0}));
+    machine_.clock.SetNow({1969, 12, 31, 23, 59, 59, 999});
+    EXPECT_EQ(machine_.clock.Now(), (DateTime{1969, 12, 31, 23, 59, 59, 999}));
+    EXPECT_EQ(machine_.clock.Ticks(), start_);
+}
+
+} // namespace
+} // namespace quorvane
