@@ -26,11 +26,13 @@ inline constexpr int WriteFault = 29;     // the medium refused the data
 inline constexpr int BadNetworkPath = 53; // a machine was named that cannot be reached
 } // namespace store_error
 
-// Where an operation works. `machine` is blank for this computer.
+// Where an operation works. `machine` is blank for this computer; `access` is the mask of rights that the key
+// is opened with, for systems that guard their keys. A "\" at the end of the path counts for nothing.
 struct StoreKey {
     std::string_view machine;
     Hive hive = Hive::CurrentUser;
     std::string_view path;
+    std::uint32_t access = 63;
 };
 
 struct StoredValue {
