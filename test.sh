@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# Runs the checks and tests, every stage or those named:
+#
+#   ./test.sh [checks] [linux] [asan] [fuzz] [windows] [windows32]
+#
+# QUORVANE_FUZZ_SECONDS is how long each fuzz target runs (30 unless told).
+set -uo pipefail
+cd "$(dirname "$(readlink -f "$0")")"
+
+stages=("$@")
+[ ${#stages[@]} -gt 0 ] || stages=(checks linux asan fuzz windows windows32)
+export CTEST_OUTPUT_ON_FAILURE=1
+
+build() {
+    cmake --preset "$1" >/dev/null && cmake --build --preset "$1" -j "$(nproc)"
+}
+
+stage_checks() {
+    tests/checks/includes.sh && tests/checks/format.sh
+}
+
+stage_linux() {
+    build linux && ctest --preset linux
+}
+
+stage_asan() {
+    build linux-asan && ctest --preset linux-asan
+}
+
+stage_fuzz() {
+    build linux-fuzz || return 1
+    local target name
+    for target in build/linux-fuzz/fuzz_*; do
+        [ -x "$target" ] || continue
+        name=${target##*/fuzz_}
+        mkdir -p "build/linux-fuzz/corpus/$name"
+        echo "fuzzing $name"
+        "$target" -max_total_time="${QUORVANE_FUZZ_SECONDS:-30}" -rss_limit_mb=2048 -timeout=20 -print_final_stats=0 \
+            -verbosity=0 -artifact_prefix="build/linux-fuzz/$name-" "build/linux-fuzz/corpus/$name" \
+            $([ -d "fuzz/corpus/$name" ] && echo "fuzz/corpus/$name") || return 1
+    done
+}
+
+stage_windows() {
+    build windows && packaging/windows_test.sh
+}
+
+stage_windows32() {
+    build windows32
+}
+
+packages=(build)
+for stage in "${stages[@]}"; do
+    case $stage in
+    checks | fuzz) packages+=(test) ;;
+    linux | asan) packages+=(test demo bench) ;;
+    windows | windows32) packages+=(windows demo) ;;
+    *)
+        sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+        exit 2
+        ;;
+    esac
+done
+mapfile -t packages < <(printf '%s\n' "${packages[@]}" | sort -u)
+packaging/install.sh "${packages[@]}" || exit 1
+
+passed=0
+failed=()
+for stage in "${stages[@]}"; do
+    echo "=== $stage"
+    started=$SECONDS
+    if "stage_$stage"; then
+        passed=$((passed + 1))
+        echo "=== $stage passed in $((SECONDS - started)) s"
+    else
+        failed+=("$stage")
+        echo "=== $stage FAILED after $((SECONDS - started)) s"
+    fi
+done
+[ ${#failed[@]} -eq 0 ] || echo "failed: ${failed[*]}"
+echo "stages: $passed passed, ${#failed[@]} failed"
+[ ${#failed[@]} -eq 0 ]
