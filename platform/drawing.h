@@ -10,6 +10,8 @@
 
 namespace quorvane {
 
+class FileWriter;
+
 // All measures of this header are pixels, with y growing downwards.
 
 struct PixelSize {
@@ -101,6 +103,10 @@ class Drawing {
     // Reads the header alone. Null, with the reason in `why`, for a file that is no picture of a known
     // format.
     virtual std::unique_ptr<Picture> LoadPicture(const std::string& path, std::string& why) = 0;
+
+    // The pixels as a PNG file. False where they could not be encoded or written; the commit is the caller's.
+    // Bitmap files are written by platform/bitmap_file.h.
+    virtual bool WritePng(const PixelView& pixels, FileWriter& out) = 0;
 
     // 1440 divided by the dots per inch of the screen.
     virtual double TwipsPerPixelX() const = 0;

@@ -3,6 +3,7 @@
 #include "platform/memory/call_log.h"
 #include "platform/memory/clock.h"
 #include "platform/memory/desktop.h"
+#include "platform/memory/drawing.h"
 #include "platform/memory/event_loop.h"
 #include "platform/memory/files.h"
 #include "platform/memory/random.h"
@@ -21,6 +22,7 @@ class MemoryPlatform {
     CallLog calls;
     MemoryClock clock;
     MemoryDesktop desktop{calls};
+    MemoryDrawing drawing;
     MemoryEventLoop events{clock};
     MemoryFiles files;
     MemoryRandom random;
@@ -30,14 +32,13 @@ class MemoryPlatform {
 
     // PLACE of the families that land next: whoever adds one puts a member of its memory class here in place
     // of the pointer. Until then a test hands in its own where the tested code needs it.
-    Drawing* drawing = nullptr;
     FormHost* forms = nullptr;
     Prompts* prompts = nullptr;
     Store* store = nullptr;
 
     Platform Services() {
-        return {clock,    desktop, *drawing, events, files,  *forms,
-                *prompts, random,  session,  *store, system, tray};
+        return {clock,    desktop, drawing, events, files,  *forms,
+                *prompts, random,  session, *store, system, tray};
     }
 };
 
