@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/files.h"
+
+namespace quorvane {
+
+// Files of a POSIX system. Bytes of names are taken as they are.
+class LinuxFiles final : public Files {
+  public:
+    char Separator() const override { return '/'; }
+    // Regular files and links to them; pipes, sockets and devices, which a reader could hang on, do not
+    // count.
+    bool List(const std::string& folder, std::string_view pattern, FolderListing& out) override;
+    bool Exists(const std::string& path) override;
+    std::optional<std::string> Read(const std::string& path) override;
+    std::unique_ptr<FileWriter> Replace(const std::string& path) override;
+    bool MakeFolder(const std::string& path) override;
+    bool Delete(const std::string& path) override;
+    std::string ProgramDirectory() override;
+    // "quorvane" under $XDG_DATA_HOME, which is ~/.local/share where nothing else is set.
+    std::string WritableDirectory() override;
+};
+
+} // namespace quorvane

@@ -1,0 +1,168 @@
+// One contract for the files of the machine and those in memory, and what only a real file system can show.
+#include "platform/linux/base/files.h"
+#include "platform/memory/files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quorvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        char name[] = "/tmp/quorvane-files-XXXXXX";
+        path = mkdtemp(name);
+    }
+    ~TemporaryFolder() { fs::remove_all(path); }
+    std::string path;
+};
+
+std::vector<std::string> Sorted(const NameList& names) {
+    std::vector<std::string> result;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        result.emplace_back(names[i]);
+    }
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+using Names = std::vector<std::string>;
+
+bool Store(Files& files, const std::string& path, const std::string& content) {
+    const auto writer = files.Replace(path);
+    return writer && writer->Write(content.data(), content.size()) && writer->Commit();
+}
+
+// `root` is an empty folder.
+void CheckContract(Files& files, const std::string& root) {
+    FolderListing listing;
+    EXPECT_FALSE(files.List(root + "/gone", "*.*", listing));
+    EXPECT_TRUE(files.MakeFolder(root + "/a/b"));
+    EXPECT_TRUE(files.MakeFolder(root + "/a/b")) << "it stands already";
+    EXPECT_FALSE(Store(files, root + "/none/x", "no folder to be in"));
+    for (const char* name : {"one.JPG", "two.png", ".hidden.jpg", "no point"}) {
+        EXPECT_TRUE(Store(files, root + "/a/" + name, name));
+    }
+    EXPECT_TRUE(files.List(root + "/a", "*.jpg;*.JPEG;o*", listing));
+    EXPECT_EQ(Sorted(listing.files), (Names{".hidden.jpg", "one.JPG"}));
+    EXPECT_EQ(Sorted(listing.folders), Names{"b"}) << "no pattern counts for folders";
+    EXPECT_TRUE(files.List(root + "/a/", "*.*", listing)) << "a separator at the end is as good as none";
+    EXPECT_EQ(listing.files.size(), 4U);
+
+    EXPECT_TRUE(files.Exists(root + "/a"));
+    EXPECT_TRUE(files.Exists(root + "/a/two.png"));
+    EXPECT_FALSE(files.Exists(root + "/a/Two.png"));
+    EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png");
+    EXPECT_EQ(files.Read(root + "/a"), std::nullopt);
+    {
+        const auto abandoned = files.Replace(root + "/a/two.png");
+        ASSERT_TRUE(abandoned);
+        EXPECT_TRUE(abandoned->Write("half", 4));
+        EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png") << "until it is committed";
+    }
+    EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png");
+    EXPECT_TRUE(Store(files, root + "/a/two.png", std::string("\0new", 4)));
+    EXPECT_EQ(files.Read(root + "/a/two.png"), std::string("\0new", 4));
+    EXPECT_TRUE(files.Delete(root + "/a/two.png"));
+    EXPECT_FALSE(files.Delete(root + "/a/two.png"));
+    EXPECT_TRUE(files.List(root + "/a", "*", listing));
+    EXPECT_EQ(listing.files.size(), 3U) << "nothing temporary stays behind";
+}
+
+TEST(Files, ContractInMemory) {
+    MemoryFiles files;
+    files.PutFolder("/tree");
+    CheckContract(files, "/tree");
+}
+
+TEST(Files, ContractOnTheMachine) {
+    const TemporaryFolder folder;
+    LinuxFiles files;
+    CheckContract(files, folder.path);
+}
+
+TEST(LinuxFiles, LinksCountOnceAndNeverLeadRoundInACircle) {
+    const TemporaryFolder folder;
+    const fs::path root = folder.path;
+    fs::create_directories(root / "pictures/deep");
+    fs::create_directories(root / "other");
+    std::ofstream(root / "other/x.png") << "x";
+    fs::create_symlink(root / "other", root / "pictures/album");
+    fs::create_symlink(root / "pictures", root / "other/back");
+    fs::create_symlink("..", root / "pictures/deep/up");
+    fs::create_symlink("/", root / "pictures/deep/root");
+    fs::create_symlink(".", root / "pictures/deep/self");
+    fs::create_symlink(root / "other/x.png", root / "pictures/link.png");
+    fs::create_symlink(root / "nowhere.png", root / "pictures/dangling.png");
+    ASSERT_EQ(mkfifo((root / "pictures/pipe.png").c_str(), 0600), 0);
+
+    LinuxFiles files;
+    FolderListing listing;
+    EXPECT_TRUE(files.List(folder.path + "/pictures", "*.png", listing));
+    EXPECT_EQ(Sorted(listing.folders), (Names{"album", "deep"}));
+    EXPECT_EQ(Sorted(listing.files), Names{"link.png"});
+    EXPECT_TRUE(files.List(folder.path + "/pictures/deep", "*.png", listing));
+    EXPECT_EQ(listing.folders.size(), 0U);
+    EXPECT_TRUE(files.List(folder.path + "/pictures/album/", "*.png", listing));
+    EXPECT_EQ(listing.folders.size(), 0U) << "back to where the path came from";
+    EXPECT_TRUE(files.List(folder.path + "/other", "*.png", listing));
+    EXPECT_EQ(Sorted(listing.folders), Names{"back"}) << "no circle yet";
+}
+
+TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
+    const TemporaryFolder folder;
+    LinuxFiles files;
+    const std::string target = folder.path + "/real.bmp";
+    const std::string link = folder.path + "/link.bmp";
+    ASSERT_TRUE(Store(files, target, "old"));
+    fs::permissions(target, fs::perms(0640));
+    fs::create_symlink("real.bmp", link);
+    EXPECT_TRUE(Store(files, link, "new"));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(files.Read(target), "new");
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+    EXPECT_FALSE(files.Replace(folder.path)) << "a folder is no file";
+}
+
+TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
+    const TemporaryFolder folder;
+    LinuxFiles files;
+    const std::string target = folder.path + "/Wallpaper.bmp";
+    ASSERT_TRUE(Store(files, target, "old"));
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_FALSE(Store(files, target, std::string(5000, 'n')));
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(files.Read(target), "old");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), fs::directory_iterator()), 1);
+    EXPECT_FALSE(files.Replace("/proc/Wallpaper.bmp")) << "nothing can be made there";
+}
+
+TEST(LinuxFiles, ReadsWhatTellsNoSizeAndFindsItsFolders) {
+    LinuxFiles files;
+    EXPECT_GT(files.Read("/proc/self/maps").value_or("").size(), 1000U);
+    EXPECT_EQ(files.Read("/dev/zero"), std::nullopt) << "it would never end";
+    EXPECT_TRUE(files.Exists(files.ProgramDirectory() + "/test_platform_linux_base"));
+    setenv("XDG_DATA_HOME", "/data", 1);
+    EXPECT_EQ(files.WritableDirectory(), "/data/quorvane");
+    setenv("XDG_DATA_HOME", "relative", 1);
+    setenv("HOME", "/home/ann", 1);
+    EXPECT_EQ(files.WritableDirectory(), "/home/ann/.local/share/quorvane");
+}
+
+} // namespace
+} // namespace quorvane
