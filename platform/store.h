@@ -24,7 +24,14 @@ inline constexpr int NotFound = 2;        // the key or the value does not exist
 inline constexpr int AccessDenied = 5;    // not allowed, or the key still has subkeys
 inline constexpr int WriteFault = 29;     // the medium refused the data
 inline constexpr int BadNetworkPath = 53; // a machine was named that cannot be reached
+inline constexpr int Damaged = 1009;      // the medium holds no tree any more
 } // namespace store_error
+
+// The rights of StoreKey::access that stores without guards of their own look at.
+namespace store_right {
+inline constexpr std::uint32_t Query = 1;
+inline constexpr std::uint32_t Set = 2;
+} // namespace store_right
 
 // Where an operation works. `machine` is blank for this computer; `access` is the mask of rights that the key
 // is opened with, for systems that guard their keys. A "\" at the end of the path counts for nothing.
@@ -45,6 +52,9 @@ struct StoredValue {
 class Store {
   public:
     virtual ~Store() = default;
+
+    // False where what is written is gone when the process ends.
+    virtual bool Lasting() const { return true; }
 
     virtual int Query(const StoreKey& key, std::string_view name, StoredValue& out) = 0;
     // Creates the key and its parents where they are missing.

@@ -8,6 +8,7 @@
 #include "platform/memory/files.h"
 #include "platform/memory/random.h"
 #include "platform/memory/session.h"
+#include "platform/memory/store.h"
 #include "platform/memory/system.h"
 #include "platform/memory/tray.h"
 #include "platform/platform.h"
@@ -27,6 +28,7 @@ class MemoryPlatform {
     MemoryFiles files;
     MemoryRandom random;
     MemorySession session{calls};
+    MemoryStore store;
     MemorySystem system{calls};
     MemoryTray tray{calls};
 
@@ -34,11 +36,10 @@ class MemoryPlatform {
     // of the pointer. Until then a test hands in its own where the tested code needs it.
     FormHost* forms = nullptr;
     Prompts* prompts = nullptr;
-    Store* store = nullptr;
 
     Platform Services() {
         return {clock,    desktop, drawing, events, files,  *forms,
-                *prompts, random,  session, *store, system, tray};
+                *prompts, random,  session, store,  system, tray};
     }
 };
 
