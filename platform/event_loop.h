@@ -32,6 +32,9 @@ class EventLoop {
     virtual int Run() = 0;
 
     virtual void OnFailure(std::function<void(int number, const char* description)> handler) = 0;
+    // Runs a callback into the logic by the rule above. Hosts wrap each event in it that does not come
+    // through a timer or Post: what a person does with a control, a menu, the tray icon.
+    virtual void Guard(const std::function<void()>& callback) = 0;
 };
 
 } // namespace quorvane

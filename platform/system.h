@@ -7,8 +7,9 @@
 
 namespace quorvane {
 
-// The answer of the system's version query. Linux answers as a current member of the NT family, since all
-// that hangs on it (privileges, system directory, supported or not) is right for it.
+// The answer of the system's version query. Linux answers as a member of the NT family with the numbers of
+// its kernel, since all that hangs on the family (privileges, system directory, supported or not) is right
+// for it.
 struct VersionRecord {
     std::int32_t dwOSVersionInfoSize = 0;
     std::int32_t dwMajorVersion = 0;
@@ -36,6 +37,8 @@ class System {
     virtual bool EnablePrivilege(std::string_view name) = 0;
 
     virtual std::vector<std::string> FontNames() = 0;
+    // Whether the font system has a font of its own choice to show a family in that is not installed.
+    virtual bool SubstitutesFont(const std::string& family) = 0;
     // Makes the fonts of a file known to this process: how many, 0 for none.
     virtual int AddFontFile(const std::string& path) = 0;
 

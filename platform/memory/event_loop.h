@@ -32,6 +32,7 @@ class MemoryEventLoop : public EventLoop {
     void OnFailure(std::function<void(int number, const char* description)> handler) override {
         failureHandler_ = std::move(handler);
     }
+    void Guard(const std::function<void()>& callback) override;
 
     // Moves both clocks on by `milliseconds`, firing each timer on the way at its moment.
     void Advance(std::int64_t milliseconds);
@@ -62,7 +63,6 @@ class MemoryEventLoop : public EventLoop {
     void RunPosted();
     void RunDue();
     void FireTimer(const std::shared_ptr<Timer>& timer);
-    void Guarded(const std::function<void()>& callback);
 
     MemoryClock& clock_;
     std::vector<std::shared_ptr<Timer>> timers_;

@@ -25,6 +25,7 @@ class MemorySystem : public System {
         return !refusedPrivileges.contains(std::string(name));
     }
     std::vector<std::string> FontNames() override { return fontNames; }
+    bool SubstitutesFont(const std::string&) override { return substitutesFonts; }
     int AddFontFile(const std::string& path) override {
         calls_.Add("system.AddFontFile " + path);
         const auto found = fontFiles.find(path);
@@ -40,6 +41,7 @@ class MemorySystem : public System {
     std::set<std::string> refusedPrivileges;
     std::vector<std::string> fontNames{
         "Courier", "Monotype Corsiva", "MS Sans Serif", "Microsoft Sans Serif", "SansSerif", "Arial"};
+    bool substitutesFonts = false;
     std::map<std::string, int> fontFiles; // what AddFontFile answers for a path; 0 for any other
     std::vector<std::string> complaints;
 
