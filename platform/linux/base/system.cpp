@@ -1,0 +1,173 @@
+#include "platform/linux/base/system.h"
+
+#include "core/text.h"
+#include "platform/headless.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <fontconfig/fontconfig.h>
+#include <fstream>
+#include <iterator>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+
+namespace quorvane {
+
+namespace {
+
+constexpr std::int32_t familyNt = 2;
+
+std::string OsReleaseText() {
+    for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
+        std::ifstream file(path);
+        if (file) {
+            return {std::istreambuf_iterator<char>(file), {}};
+        }
+    }
+    return {};
+}
+
+bool IsFolder(const char* path) {
+    struct stat status {};
+    return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::string FontFamily(FcPattern* pattern, int index) {
+    FcChar8* family = nullptr;
+    const bool found = FcPatternGetString(pattern, FC_FAMILY, index, &family) == FcResultMatch;
+    return found ? reinterpret_cast<const char*>(family) : "";
+}
+
+} // namespace
+
+std::string OsReleaseValue(std::string_view text, std::string_view name) {
+    for (const std::string& line : Split(text, '\n')) {
+        const std::size_t equals = line.find('=');
+        if (equals == std::string::npos || Trim(std::string_view(line).substr(0, equals)) != name) {
+            continue;
+        }
+        std::string_view value = Trim(std::string_view(line).substr(equals + 1));
+        const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
+                            value.back() == value.front();
+        if (!quoted) {
+            return std::string(value);
+        }
+        std::string plain;
+        value = value.substr(1, value.size() - 2);
+        for (std::size_t i = 0; i < value.size(); ++i) {
+            i += value[i] == '\\' && i + 1 < value.size() ? 1 : 0;
+            plain += value[i];
+        }
+        return plain;
+    }
+    return {};
+}
+
+void ReadKernelRelease(std::string_view release, VersionRecord& record) {
+    const char* at = release.data();
+    const char* const end = at + release.size();
+    for (std::int32_t* number : {&record.dwMajorVersion, &record.dwMinorVersion, &record.dwBuildNumber}) {
+        const auto [stop, error] = std::from_chars(at, end, *number);
+        if (error != std::errc() || stop == end || *stop != '.') {
+            return;
+        }
+        at = stop + 1;
+    }
+}
+
+VersionRecord LinuxSystem::Version() {
+    VersionRecord record;
+    record.dwOSVersionInfoSize = 148;
+    record.dwPlatformId = familyNt;
+    utsname kernel{};
+    uname(&kernel);
+    ReadKernelRelease(kernel.release, record);
+    record.displayName = OsReleaseValue(OsReleaseText(), "PRETTY_NAME");
+    if (record.displayName.empty()) {
+        record.displayName = std::string(kernel.sysname) + " " + kernel.release;
+    }
+    return record;
+}
+
+std::string LinuxSystem::UserName() {
+    const passwd* entry = getpwuid(geteuid());
+    if (entry && entry->pw_name && *entry->pw_name) {
+        return entry->pw_name;
+    }
+    const char* name = std::getenv("USER");
+    return name ? name : "";
+}
+
+std::string LinuxSystem::ComputerName() {
+    utsname kernel{};
+    uname(&kernel);
+    return kernel.nodename;
+}
+
+std::int32_t LinuxSystem::ProcessId() {
+    return getpid();
+}
+
+std::int32_t LinuxSystem::ThreadId() {
+    return gettid();
+}
+
+std::string LinuxSystem::SystemWindowsDirectory() {
+    return IsFolder("/usr/share/backgrounds") ? "/usr/share/backgrounds" : "/usr/share";
+}
+
+std::vector<std::string> LinuxSystem::FontNames() {
+    std::vector<std::string> names;
+    FcPattern* all = FcPatternCreate();
+    FcObjectSet* wanted = FcObjectSetBuild(FC_FAMILY, nullptr);
+    if (FcFontSet* fonts = FcFontList(nullptr, all, wanted)) {
+        for (int font = 0; font < fonts->nfont; ++font) {
+            std::string name;
+            for (int i = 0; !(name = FontFamily(fonts->fonts[font], i)).empty(); ++i) {
+                names.push_back(name);
+            }
+        }
+        FcFontSetDestroy(fonts);
+    }
+    FcObjectSetDestroy(wanted);
+    FcPatternDestroy(all);
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
+}
+
+bool LinuxSystem::SubstitutesFont(const std::string& family) {
+    FcPattern* wanted = FcPatternCreate();
+    FcPatternAddString(wanted, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcConfigSubstitute(nullptr, wanted, FcMatchPattern);
+    FcDefaultSubstitute(wanted);
+    FcResult result = FcResultNoMatch;
+    FcPattern* match = FcFontMatch(nullptr, wanted, &result);
+    const bool found = match && !FontFamily(match, 0).empty();
+    if (match) {
+        FcPatternDestroy(match);
+    }
+    FcPatternDestroy(wanted);
+    return found;
+}
+
+int LinuxSystem::AddFontFile(const std::string& path) {
+    if (access(path.c_str(), R_OK) != 0) {
+        return 0;
+    }
+    return FcConfigAppFontAddFile(nullptr, reinterpret_cast<const FcChar8*>(path.c_str())) ? 1 : 0;
+}
+
+void LinuxSystem::Complain(std::string_view line) {
+    std::fprintf(stderr, "quorvane: %.*s\n", static_cast<int>(line.size()), line.data());
+}
+
+std::unique_ptr<System> CreateSystem() {
+    return std::make_unique<LinuxSystem>();
+}
+
+} // namespace quorvane

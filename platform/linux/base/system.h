@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/system.h"
+
+namespace quorvane {
+
+class LinuxSystem : public System {
+  public:
+    VersionRecord Version() override;
+    std::string UserName() override;
+    std::string ComputerName() override;
+    std::int32_t ProcessId() override;
+    std::int32_t ThreadId() override;
+    // Both are the folder of the system's own backgrounds: here the logic starts choosing a picture, and puts
+    // the log-on screen's.
+    std::string WindowsDirectory() override { return SystemWindowsDirectory(); }
+    std::string SystemWindowsDirectory() override;
+    // A process has no such rights here; what they guard is asked of the log-on manager at its time.
+    bool EnablePrivilege(std::string_view) override { return false; }
+    std::vector<std::string> FontNames() override;
+    bool SubstitutesFont(const std::string& family) override;
+    int AddFontFile(const std::string& path) override;
+    void Complain(std::string_view line) override;
+};
+
+// The value of a name in the text of an os-release file, unquoted; empty where it is missing.
+std::string OsReleaseValue(std::string_view text, std::string_view name);
+// The numbers of a kernel release, "6.1.0-18-amd64" giving 6, 1 and 0, into the record.
+void ReadKernelRelease(std::string_view release, VersionRecord& record);
+
+} // namespace quorvane
