@@ -24,6 +24,10 @@ class EventLoop {
     // Calls `work` once, soon, from the loop.
     virtual void Post(std::function<void()> work) = 0;
 
+    // Calls `work` now, under the rule for callbacks. Whatever brings news from the system to the logic (a
+    // form host, the tray) does it through here.
+    virtual void Deliver(const std::function<void()>& work) = 0;
+
     // Lets everything run that is due now, and returns.
     virtual void Pump() = 0;
     // Lets events run, waiting for them, as long as `condition` holds: the loop of a modal window.
@@ -32,9 +36,6 @@ class EventLoop {
     virtual int Run() = 0;
 
     virtual void OnFailure(std::function<void(int number, const char* description)> handler) = 0;
-    // Runs a callback into the logic by the rule above. Hosts wrap each event in it that does not come
-    // through a timer or Post: what a person does with a control, a menu, the tray icon.
-    virtual void Guard(const std::function<void()>& callback) = 0;
 };
 
 } // namespace quorvane

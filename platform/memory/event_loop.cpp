@@ -120,7 +120,7 @@ void MemoryEventLoop::RunPosted() {
     while (!posted_.empty()) {
         const std::function<void()> work = std::move(posted_.front());
         posted_.pop_front();
-        Guard(work);
+        Deliver(work);
     }
 }
 
@@ -141,10 +141,10 @@ void MemoryEventLoop::FireTimer(const std::shared_ptr<Timer>& timer) {
     if (timer->due <= now) {
         timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
     }
-    Guard(timer->tick);
+    Deliver(timer->tick);
 }
 
-void MemoryEventLoop::Guard(const std::function<void()>& callback) {
+void MemoryEventLoop::Deliver(const std::function<void()>& callback) {
     try {
         callback();
     } catch (const RunTimeError& error) {

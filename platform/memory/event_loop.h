@@ -32,7 +32,7 @@ class MemoryEventLoop : public EventLoop {
     void OnFailure(std::function<void(int number, const char* description)> handler) override {
         failureHandler_ = std::move(handler);
     }
-    void Guard(const std::function<void()>& callback) override;
+    void Deliver(const std::function<void()>& callback) override;
 
     // Moves both clocks on by `milliseconds`, firing each timer on the way at its moment.
     void Advance(std::int64_t milliseconds);
