@@ -4,7 +4,7 @@
 #include "core/numbers.h"
 #include "core/text.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -72,9 +72,6 @@ class Horizon {
     bool pole_;
 };
 
-// A body's positions at the full hours of a day, the right ascension never falling.
-using DayTrack = std::array<SkyPosition, HoursPerDay + 1>;
-
 struct HorizonEvent {
     double hour = 0; // local time
     std::optional<double> azimuth;
@@ -107,17 +104,22 @@ std::optional<double> CrossingFraction(const Horizon& horizon, const HourEnd& st
     return fraction > 1 || fraction < 0 ? (-b - root) / (2 * a) : fraction;
 }
 
-DayEvents FindEvents(const Horizon& horizon, double siderealMidnight, const DayTrack& track) {
+// Walks the day hour by hour. `positionAt(part, before)` is the body's position when `part` of the day has
+// gone by, `before` being the one an hour earlier.
+template<typename PositionAt>
+DayEvents FindEvents(const Horizon& horizon, double siderealMidnight, SkyPosition position,
+                     const PositionAt& positionAt) {
     DayEvents events;
     HourEnd start;
-    start.declination = track[0].declination;
-    start.altitude = horizon.Altitude(start.declination, siderealMidnight - track[0].rightAscension);
-    for (std::size_t hour = 0; hour < HoursPerDay; ++hour) {
-        const double siderealStart = siderealMidnight + static_cast<double>(hour) * SiderealHour;
-        start.hourAngle = siderealStart - track[hour].rightAscension;
+    start.declination = position.declination;
+    start.altitude = horizon.Altitude(start.declination, siderealMidnight - position.rightAscension);
+    for (int hour = 0; hour < HoursPerDay; ++hour) {
+        const double siderealStart = siderealMidnight + hour * SiderealHour;
+        start.hourAngle = siderealStart - position.rightAscension;
+        position = positionAt((hour + 1.0) / HoursPerDay, position);
         HourEnd end;
-        end.declination = track[hour + 1].declination;
-        end.hourAngle = siderealStart + SiderealHour - track[hour + 1].rightAscension;
+        end.declination = position.declination;
+        end.hourAngle = siderealStart + SiderealHour - position.rightAscension;
         end.altitude = horizon.Altitude(end.declination, end.hourAngle);
 
         const bool rising = start.altitude < 0 && end.altitude > 0;
@@ -125,7 +127,7 @@ DayEvents FindEvents(const Horizon& horizon, double siderealMidnight, const DayT
         if ((rising || setting) && !horizon.Pole()) {
             if (const auto fraction = CrossingFraction(horizon, start, end)) {
                 HorizonEvent event;
-                event.hour = static_cast<double>(hour) + *fraction;
+                event.hour = hour + *fraction;
                 event.azimuth =
                     horizon.Azimuth((end.declination + start.declination) / 2,
                                     start.hourAngle + *fraction * (end.hourAngle - start.hourAngle));
@@ -143,8 +145,10 @@ std::string TimeText(double hour) {
     const double rounded = hour + 1.0 / 120;
     const double hours = std::trunc(rounded);
     const auto minutes = static_cast<int>((rounded - hours) * 60);
-    return std::to_string(static_cast<std::int64_t>(hours)) + (minutes < 10 ? ":0" : ":") +
-           std::to_string(minutes);
+    std::string text = std::to_string(static_cast<std::int64_t>(hours));
+    text += minutes < 10 ? ":0" : ":";
+    text += std::to_string(minutes);
+    return text;
 }
 
 void ShowEvent(const std::optional<HorizonEvent>& event, std::string_view decimal, std::string& time,
@@ -177,17 +181,15 @@ void ShowSun(const DateTime& now, const Place& place, double zoneDays, const Sky
     SkyPosition last = SunPosition(frame.days + 1, centuriesSince1900);
     if (last.rightAscension < first.rightAscension) last.rightAscension += TwoPi;
 
-    DayTrack track;
-    track[0] = first;
-    for (std::size_t hour = 1; hour <= HoursPerDay; ++hour) {
-        const double part = static_cast<double>(hour) / HoursPerDay;
-        track[hour].rightAscension =
-            first.rightAscension + part * (last.rightAscension - first.rightAscension);
-        track[hour].declination = first.declination + part * (last.declination - first.declination);
-    }
+    const auto positionAt = [&](double part, const SkyPosition&) {
+        SkyPosition position;
+        position.rightAscension = first.rightAscension + part * (last.rightAscension - first.rightAscension);
+        position.declination = first.declination + part * (last.declination - first.declination);
+        return position;
+    };
 
     const Horizon horizon(place.Latitude, 90.833 * RadiansPerDegree);
-    const DayEvents events = FindEvents(horizon, frame.siderealMidnight, track);
+    const DayEvents events = FindEvents(horizon, frame.siderealMidnight, first, positionAt);
     ShowEvent(events.rise, decimal, out.SunRise, out.SunRiseAz);
     ShowEvent(events.set, decimal, out.SunSet, out.SunSetAz);
     if (!events.rise && !events.set) {
@@ -218,28 +220,22 @@ void ShowMoon(const DateTime& now, const Place& place, double zoneDays, const Sk
     if (middle.rightAscension <= start.rightAscension) middle.rightAscension += TwoPi;
     if (end.rightAscension <= middle.rightAscension) end.rightAscension += TwoPi;
 
-    // `notBelow` is a right ascension that the Moon has already passed.
-    const auto positionAt = [&](double part, double notBelow) {
+    const auto positionAt = [&](double part, const SkyPosition& before) {
         SkyPosition position;
         position.rightAscension =
             Interpolate(part, start.rightAscension, middle.rightAscension, end.rightAscension);
         position.declination = Interpolate(part, start.declination, middle.declination, end.declination);
-        if (position.rightAscension < notBelow) position.rightAscension += TwoPi;
+        if (position.rightAscension < before.rightAscension) position.rightAscension += TwoPi;
         return position;
     };
-    DayTrack track;
-    track[0] = start;
-    for (std::size_t hour = 1; hour <= HoursPerDay; ++hour)
-        track[hour] = positionAt(static_cast<double>(hour) / HoursPerDay, track[hour - 1].rightAscension);
-
     const Horizon horizon(place.Latitude, RadiansPerDegree * (90.567 - 41.685 / middle.distance));
-    const DayEvents events = FindEvents(horizon, frame.siderealMidnight, track);
+    const DayEvents events = FindEvents(horizon, frame.siderealMidnight, start, positionAt);
     ShowEvent(events.rise, decimal, out.MoonRise, out.MoonRiseAz);
     ShowEvent(events.set, decimal, out.MoonSet, out.MoonSetAz);
     if (!events.rise && !events.set) {
         // The side of the horizon is that of one hour after the moment.
         const double hours = now.hour + now.minute / 60.0 + now.second / 3600.0;
-        const SkyPosition position = positionAt((hours + 1) / HoursPerDay, start.rightAscension);
+        const SkyPosition position = positionAt((hours + 1) / HoursPerDay, start);
         const double hourAngle =
             frame.siderealMidnight + hours * SiderealHour + SiderealHour - position.rightAscension;
         const double altitude = horizon.Altitude(position.declination, hourAngle);
@@ -277,6 +273,13 @@ void ShowMoonAge(const DateTime& now, double biasMinutes, const LocaleStrings& l
     out.MoonAge.append(" ").append(locale.TextOr(text_id::ThousandKilometres, "Kkm"));
 }
 
+// Systems hand the name over in a field padded by zero characters.
+std::string ZoneName(std::string_view name) {
+    std::string text(name);
+    std::replace(text.begin(), text.end(), '\0', ' ');
+    return std::string(Trim(text));
+}
+
 } // namespace
 
 SkyTexts::SkyTexts(const LocaleStrings& locale)
@@ -311,8 +314,7 @@ void ComputeEphemerides(const DateTime& now, const Place& place, const TimeZone&
     const double biasMinutes = BiasInForce(zone);
     const double zoneDays = biasMinutes / 60 / 24;
     if (zone.known) {
-        const std::string name = Replace(zone.name, std::string_view("\0", 1), " ");
-        out.TimeZoneName = Trim(name);
+        out.TimeZoneName = ZoneName(zone.name);
     } else {
         out.TimeZoneName = locale.TextOr(text_id::UnknownZone, "Unknown...");
     }

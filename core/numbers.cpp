@@ -3,6 +3,7 @@
 #include "core/run_time_error.h"
 #include "core/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -10,10 +11,23 @@
 namespace quorvane {
 namespace {
 
+constexpr int LongestNumber = 64;
+
+// Where the shortest form that reads back has no more than `digits` digits it is the one wanted, and much
+// cheaper to find than the general one. Null where it is longer, or the number is one for the exponent form.
+char* FormatShort(double value, int digits, char* buffer) {
+    const double size = std::abs(value);
+    if (!(size >= 1e-3 && size < 1e15)) return nullptr;
+    char* const end = std::to_chars(buffer, buffer + LongestNumber, value, std::chars_format::fixed).ptr;
+    const auto notDigits = (value < 0 ? 1 : 0) + (std::find(buffer, end, '.') != end ? 1 : 0);
+    return end - buffer - notDigits <= digits ? end : nullptr;
+}
+
 // Digits without trailing zeros; the exponent form outside 1E-05 to 1E+15 in double precision.
 std::string Format(double value, int digits) {
     if (value == 0) return "0";
-    char buffer[64];
+    char buffer[LongestNumber];
+    if (char* shortEnd = FormatShort(value, digits, buffer)) return {buffer, shortEnd};
     const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
     std::string text(buffer, end.ptr);
     for (char& c : text) {
@@ -69,7 +83,8 @@ std::string NumberText(double value) {
 }
 
 std::string LocaleNumberText(double value, std::string_view separator) {
-    return Replace(Format(value, 15), ".", separator);
+    std::string text = Format(value, 15);
+    return separator == "." ? text : Replace(text, ".", separator);
 }
 
 std::string LocaleNumberText(float value, std::string_view separator) {
