@@ -68,11 +68,28 @@ std::size_t NumberLength(std::string_view text) {
     return at;
 }
 
+// Whether a number that is out of range lies close to 0, not beyond the greatest one.
+bool IsTiny(std::string_view number) {
+    const std::size_t digitsEnd = std::min(number.find_first_of("eE"), number.size());
+    const auto point = static_cast<long>(std::min(number.find('.'), digitsEnd));
+    const auto first = static_cast<long>(number.find_first_of("123456789"));
+    std::string_view exponent = number.substr(digitsEnd);
+    exponent.remove_prefix(
+        exponent.size() > 1 && exponent[1] == '+' ? 2 : std::min<std::size_t>(1, exponent.size()));
+    int shift = 0;
+    const auto result = std::from_chars(exponent.data(), exponent.data() + exponent.size(), shift);
+    if (result.ec == std::errc::result_out_of_range) return exponent[0] == '-';
+    return point - first + shift < 0;
+}
+
 double ConvertNumber(std::string_view number) {
     if (!number.empty() && number[0] == '+') number.remove_prefix(1);
     double value = 0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (result.ec == std::errc::result_out_of_range) throw RunTimeError::Overflow();
+    if (result.ec == std::errc::result_out_of_range) {
+        if (IsTiny(number)) return 0;
+        throw RunTimeError::Overflow();
+    }
     return value;
 }
 
@@ -80,6 +97,23 @@ double ConvertNumber(std::string_view number) {
 
 std::string NumberText(double value) {
     return Format(value, 15);
+}
+
+std::string PlainNumberText(double value) {
+    std::string text = Format(value, 15);
+    const std::size_t mark = text.find('E');
+    if (mark == std::string::npos) return text;
+
+    int exponent = 0;
+    const char* digits = text.data() + mark + (text[mark + 1] == '+' ? 2 : 1);
+    std::from_chars(digits, text.data() + text.size(), exponent);
+    text.resize(mark);
+    const std::string sign = text[0] == '-' ? "-" : "";
+    text.erase(0, sign.size());
+    if (text.size() > 1) text.erase(1, 1); // the point
+    if (exponent < 0) return sign + "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + text;
+    const auto places = static_cast<std::size_t>(exponent) + 1;
+    return sign + text.append(places - text.size(), '0'); // at most 15 digits, at least 16 places
 }
 
 std::string LocaleNumberText(double value, std::string_view separator) {

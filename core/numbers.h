@@ -14,6 +14,8 @@ std::string NumberText(double value);
 std::string LocaleNumberText(double value, std::string_view separator);
 // Single precision, at most 7 significant digits.
 std::string LocaleNumberText(float value, std::string_view separator);
+// As NumberText, but never with an exponent: 100000000000000000000, 0.00001.
+std::string PlainNumberText(double value);
 // As NumberText, with one leading blank where the number is not negative.
 std::string SignedNumberText(double value);
 

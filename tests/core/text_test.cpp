@@ -39,11 +39,18 @@ TEST(Numbers, LeadingNumberStopsWhereNoNumberGoesOn) {
     EXPECT_EQ(LeadingNumber("1e"), 1);
     EXPECT_EQ(LeadingNumber("."), 0);
     EXPECT_EQ(LeadingNumber("north"), 0);
+    EXPECT_EQ(LeadingNumber("1e-999"), 0);
+    EXPECT_EQ(LeadingNumber("0." + std::string(400, '0') + "1"), 0);
+    EXPECT_THROW(LeadingNumber(std::string(400, '9') + ".5"), RunTimeError);
 }
 
 TEST(Numbers, TextAndBackUnderBothDecimalSigns) {
     EXPECT_EQ(NumberText(0.1 + 0.2), "0.3");
     EXPECT_EQ(NumberText(1e20), "1E+20");
+    EXPECT_EQ(PlainNumberText(1e20), "100000000000000000000");
+    EXPECT_EQ(PlainNumberText(-1.25e-7), "-0.000000125");
+    EXPECT_EQ(PlainNumberText(123456789012345678.0), "123456789012346000");
+    EXPECT_EQ(PlainNumberText(7), "7");
     EXPECT_EQ(SignedNumberText(37.63388889), " 37.63388889");
     EXPECT_EQ(SignedNumberText(-1.5), "-1.5");
     EXPECT_EQ(LocaleNumberText(8.25F, ","), "8,25");
