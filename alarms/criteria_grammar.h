@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace quorvane {
+
+// The grammar of the criteria language. A capital letter is a row of the table, every other character a
+// leksem. The start is S. Comparisons bind tightest, then the high operators, then the low ones; all three
+// chains are right-associative, and a minus sign stands before a bracket only.
+struct GrammarRow {
+    char name;
+    std::array<std::string_view, 8> alternatives; // numbered from 1; the unused ones are empty
+};
+
+inline constexpr std::array<GrammarRow, 7> CriteriaGrammar{{
+    {'S', {"T", "TR"}},
+    {'R', {"oT", "oTR"}},
+    {'T', {"E", "EF"}},
+    {'F', {"pE", "pEF"}},
+    {'E', {"G", "GH"}},
+    {'H', {"cG", "cGH"}},
+    {'G', {"(S)", "a", "b", "-(S)", "[S]", "|S|", "{S}", "f(S)"}},
+}};
+
+// The alternatives of the row G by their numbers.
+enum Operand : unsigned char {
+    Group = 1,
+    ConstantOperand,
+    VariableOperand,
+    Minus,
+    IntegerPart,
+    AbsoluteValue,
+    FractionalPart,
+    FunctionCall,
+};
+
+// One step of a derivation: a row of the grammar replaced by one of its alternatives.
+struct Production {
+    char row = 0;
+    unsigned char alternative = 0;
+    // Which value of its class's table the production takes, from 0; -1 where it takes none.
+    short value = -1;
+
+    bool operator==(const Production&) const = default;
+};
+
+constexpr bool IsRow(char symbol) {
+    return symbol >= 'A' && symbol <= 'Z';
+}
+
+constexpr const GrammarRow& RowOf(char name) {
+    for (const GrammarRow& row : CriteriaGrammar) {
+        if (row.name == name) return row;
+    }
+    return CriteriaGrammar[0];
+}
+
+constexpr std::string_view TextOf(const Production& production) {
+    return RowOf(production.row).alternatives[production.alternative - 1U];
+}
+
+// How many rows an alternative holds: the children of a production of it.
+constexpr int ChildCount(std::string_view alternative) {
+    int count = 0;
+    for (const char symbol : alternative)
+        count += IsRow(symbol);
+    return count;
+}
+
+} // namespace quorvane
