@@ -17,8 +17,9 @@ std::unique_ptr<Clock> CreateClock();
 std::unique_ptr<Files> CreateFiles();
 std::unique_ptr<Drawing> CreateDrawing();
 std::unique_ptr<System> CreateSystem();
-// The person's stored tree. It always works: what `why` then holds is for the person to be told, that a
-// damaged tree was set aside and a fresh one begun, or that nothing written will last (Store::Lasting).
+// The person's stored tree. It always works. What `why` then holds has been said on standard error and is for
+// a box as well: that a damaged tree was set aside and a fresh one begun, or that nothing written will last
+// (Store::Lasting).
 std::unique_ptr<Store> CreateStore(std::string& why);
 // An empty tree in memory that answers the values of the system ("Control Panel") as the stored one does.
 std::unique_ptr<Store> CreateScratchStore();

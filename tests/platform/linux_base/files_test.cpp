@@ -1,6 +1,7 @@
 // One contract for the files of the machine and those in memory, and what only a real file system can show.
 #include "platform/linux/base/files.h"
 #include "platform/memory/files.h"
+#include "tests/platform/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -17,16 +18,6 @@ namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        char name[] = "/tmp/quorvane-files-XXXXXX";
-        path = mkdtemp(name);
-    }
-    ~TemporaryFolder() { fs::remove_all(path); }
-    std::string path;
-};
 
 std::vector<std::string> Sorted(const NameList& names) {
     std::vector<std::string> result;
