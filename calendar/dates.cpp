@@ -1,5 +1,8 @@
 #include "calendar/dates.h"
 
+#include "config/registry.h"
+#include "core/numbers.h"
+#include "core/run_time_error.h"
 #include "core/text.h"
 
 #include <array>
@@ -57,6 +60,21 @@ std::int64_t CenturyCorrection(std::int64_t year) {
 }
 
 } // namespace
+
+RegionalValues ReadRegionalValues(Store& store) {
+    RegionalValues values;
+    const auto read = [&store](const char* name, std::string& text) {
+        return RegReadValue(store, "", Hive::CurrentUser, "Control Panel\\International", key_access::Read,
+                            name, text) == 1;
+    };
+    std::string text;
+    if (read("iFirstDayOfWeek", text))
+        PassOver([&] { values.iFirstDayOfWeek = static_cast<int>(std::fmod(LeadingNumber(text), 7)); });
+    text.clear();
+    if (read("sShortDate", text)) values.sShortDate = text;
+    read("sDecimal", values.sDecimal);
+    return values;
+}
 
 std::string MonthName(int month, bool abbreviate, const LocaleStrings& locale) {
     if (month < 1 || month > 12) return {};

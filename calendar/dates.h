@@ -8,6 +8,8 @@
 
 namespace quorvane {
 
+class Store;
+
 // The program's own date rules. They are pure and have no lower bound of the year.
 
 // What the person's system says about dates and numbers.
@@ -16,6 +18,8 @@ struct RegionalValues {
     std::optional<std::string> sShortDate; // "dd.MM.yyyy"; missing where the system has none
     std::string sDecimal = ".";
 };
+// From "Control Panel\International" of the current user; what is missing there keeps the presets above.
+RegionalValues ReadRegionalValues(Store& store);
 
 // "Jan" or "January" by the locale's words where it has them; empty for a month outside 1 to 12.
 std::string MonthName(int month, bool abbreviate, const LocaleStrings& locale);

@@ -1,4 +1,6 @@
 #include "calendar/dates.h"
+#include "config/registry.h"
+#include "platform/memory/store.h"
 
 #include <gtest/gtest.h>
 
@@ -118,6 +120,29 @@ TEST(Dates, DateStringsFollowTheShortDate) {
     EXPECT_EQ(BuildDateStr(11, 12, 2007, regional), "12/11/2007");
     regional.sShortDate = "yyyy-MM-dd";
     EXPECT_EQ(BuildDateStr(3, 4, 476, regional), "476-4-3");
+}
+
+TEST(Dates, RegionalValuesComeFromTheStore) {
+    MemoryStore store;
+    EXPECT_EQ(ReadRegionalValues(store).iFirstDayOfWeek, 0);
+    EXPECT_FALSE(ReadRegionalValues(store).sShortDate.has_value());
+    EXPECT_EQ(ReadRegionalValues(store).sDecimal, ".");
+
+    const auto write = [&](const char* name, const char* text) {
+        RegWriteValue(store, "", Hive::CurrentUser, "Control Panel\\International", key_access::All, name,
+                      text);
+    };
+    write("iFirstDayOfWeek", "6");
+    write("sShortDate", "d/M/yy");
+    write("sDecimal", ",");
+    const RegionalValues values = ReadRegionalValues(store);
+    EXPECT_EQ(values.iFirstDayOfWeek, 6);
+    EXPECT_EQ(values.sShortDate, "d/M/yy");
+    EXPECT_EQ(values.sDecimal, ",");
+    for (const char* nonsense : {"", "Sunday", "1E999", "1E300"}) {
+        write("iFirstDayOfWeek", nonsense);
+        EXPECT_LT(ReadRegionalValues(store).iFirstDayOfWeek, 7) << nonsense;
+    }
 }
 
 TEST(Dates, WeeksSinceNewYearCountTheMondays) {
