@@ -1,0 +1,91 @@
+#include "platform/linux/drawing/drawing.h"
+
+#include "platform/files.h"
+#include "platform/headless.h"
+#include "platform/linux/drawing/picture.h"
+#include "platform/linux/drawing/surface.h"
+
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QImageWriter>
+#include <QScreen>
+
+#include <malloc.h>
+
+#include <limits>
+
+namespace quorvane {
+namespace {
+
+constexpr double kTwipsPerInch = 1440;
+constexpr int kMostDecodedMebibytes = 512;
+constexpr int kLargestPiece = 256 << 10;
+
+ScreenDots Dots() {
+    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    const QScreen* screen = application ? QGuiApplication::primaryScreen() : nullptr;
+    if (!screen || QGuiApplication::platformName() == "offscreen") return {};
+    return {screen->logicalDotsPerInchX(), screen->logicalDotsPerInchY()};
+}
+
+// What Qt writes, straight into the platform's writer.
+class WriterDevice final : public QIODevice {
+  public:
+    explicit WriterDevice(FileWriter& out)
+        : out_(out) {
+        open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+    bool isSequential() const override { return true; }
+
+  protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* bytes, qint64 count) override {
+        return out_.Write(bytes, static_cast<std::size_t>(count)) ? count : -1;
+    }
+
+  private:
+    FileWriter& out_;
+};
+
+} // namespace
+
+LinuxDrawing::LinuxDrawing() {
+    QImageReader::setAllocationLimit(kMostDecodedMebibytes);
+    // Large pieces of memory come from the system one by one and go back to it when they are freed. By
+    // default the allocator begins to keep them after the first.
+    mallopt(M_MMAP_THRESHOLD, kLargestPiece);
+}
+
+std::unique_ptr<Surface> LinuxDrawing::CreateSurface(PixelSize size) {
+    if (size.width <= 0 || size.height <= 0 || size.width > std::numeric_limits<int>::max() / 3)
+        return nullptr;
+    MappedBuffer buffer(static_cast<std::size_t>(size.width) * 3 * static_cast<std::size_t>(size.height));
+    if (!buffer.Data()) return nullptr;
+    return std::make_unique<LinuxSurface>(size, std::move(buffer), Dots(), gui_);
+}
+
+std::unique_ptr<Picture> LinuxDrawing::LoadPicture(const std::string& path, std::string& why) {
+    return OpenPicture(path, gui_, why);
+}
+
+bool LinuxDrawing::WritePng(const PixelView& pixels, FileWriter& out) {
+    if (pixels.size.width <= 0 || pixels.size.height <= 0 || pixels.stride < 0) return false;
+    const QImage image(pixels.top, pixels.size.width, pixels.size.height, pixels.stride,
+                       QImage::Format_BGR888);
+    WriterDevice device(out);
+    return QImageWriter(&device, "png").write(image);
+}
+
+double LinuxDrawing::TwipsPerPixelX() const {
+    return kTwipsPerInch / Dots().x;
+}
+
+double LinuxDrawing::TwipsPerPixelY() const {
+    return kTwipsPerInch / Dots().y;
+}
+
+std::unique_ptr<Drawing> CreateDrawing() {
+    return std::make_unique<LinuxDrawing>();
+}
+
+} // namespace quorvane

@@ -1,0 +1,216 @@
+#include "platform/linux/drawing/gui_session.h"
+#include "platform/linux/drawing/picture.h"
+#include "platform/linux/drawing/svg.h"
+
+#include <QByteArray>
+#include <QFile>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <emf2svg.h>
+
+#include <libwmf/api.h>
+#include <libwmf/svg.h>
+
+namespace quorvane {
+namespace {
+
+constexpr double kScreenDots = 96; // an inch, as the pictures of metafiles are measured
+constexpr qint64 kLargestFile = 64 << 20;
+constexpr qsizetype kLargestDrawing = 64 << 20;
+
+// The numbers of a metafile's header. Beyond its end they read as 0.
+class Header {
+  public:
+    explicit Header(const QByteArray& bytes)
+        : bytes_(bytes) {}
+    int Short(qsizetype at) const { return Read<std::int16_t>(at); }
+    int Long(qsizetype at) const { return Read<std::int32_t>(at); }
+    qsizetype Bytes() const { return bytes_.size(); }
+
+  private:
+    template<typename Number>
+    Number Read(qsizetype at) const {
+        Number number = 0;
+        if (at >= 0 && at <= bytes_.size() - static_cast<qsizetype>(sizeof number))
+            std::memcpy(&number, bytes_.constData() + at, sizeof number);
+        return number;
+    }
+    const QByteArray& bytes_;
+};
+
+PixelSize SizeInPixels(double width, double height, double unitsPerInch) {
+    const auto pixels = [unitsPerInch](double units) {
+        return static_cast<int>(std::lround(std::min(std::abs(units) / unitsPerInch * kScreenDots, 1e9)));
+    };
+    return {pixels(width), pixels(height)};
+}
+
+// The frame of an enhanced metafile is in hundredths of a millimetre.
+PixelSize EnhancedSize(const Header& header) {
+    return SizeInPixels(static_cast<double>(header.Long(32)) - header.Long(24),
+                        static_cast<double>(header.Long(36)) - header.Long(28), 2540);
+}
+
+// A placeable metafile tells its frame and its unit. Of any other the window that it sets itself is taken, in
+// twips.
+PixelSize WindowsSize(const Header& header) {
+    constexpr int kSetWindowExtent = 0x020C;
+    constexpr qsizetype kHeaderBytes = 18;
+    if (static_cast<std::uint32_t>(header.Long(0)) == 0x9AC6CDD7U)
+        return SizeInPixels(header.Short(10) - header.Short(6), header.Short(12) - header.Short(8),
+                            std::max(static_cast<int>(static_cast<std::uint16_t>(header.Short(14))), 1));
+    for (qsizetype at = kHeaderBytes; at + 6 <= header.Bytes();) {
+        if (header.Short(at + 4) == kSetWindowExtent)
+            return SizeInPixels(header.Short(at + 8), header.Short(at + 6), 1440);
+        const qsizetype words = header.Long(at);
+        if (words < 3) break;
+        at += 2 * words;
+    }
+    return {};
+}
+
+bool ConvertWindows(const std::string& path, std::FILE* out) {
+    wmfAPI_Options options{};
+    options.function = wmf_svg_function;
+    wmfAPI* api = nullptr;
+    constexpr unsigned long kFlags =
+        WMF_OPT_FUNCTION | WMF_OPT_IGNORE_NONFATAL | WMF_OPT_NO_ERROR | WMF_OPT_NO_DEBUG;
+    wmfD_Rect box{};
+    if (wmf_api_create(&api, kFlags, &options) != wmf_E_None) return false;
+    if (wmf_file_open(api, path.c_str()) != wmf_E_None || wmf_scan(api, 0, &box) != wmf_E_None) return false;
+    wmf_svg_t* device = WMF_SVG_GetData(api);
+    device->out = wmf_stream_create(api, out);
+    device->bbox = box;
+    device->flags |= WMF_SVG_INLINE_IMAGES;
+    wmf_display_size(api, &device->width, &device->height, kScreenDots, kScreenDots);
+    return wmf_play(api, 0, &box) == wmf_E_None;
+}
+
+bool ConvertEnhanced(QByteArray bytes, std::FILE* out) {
+    generatorOptions options{};
+    options.emfplus = true;
+    options.svgDelimiter = true;
+    char* svg = nullptr;
+    std::size_t length = 0;
+    return emf2svg(bytes.data(), static_cast<std::size_t>(bytes.size()), &svg, &length, &options) == 1 &&
+           std::fwrite(svg, 1, length, out) == length;
+}
+
+// What a child may use at most; a limit that stands already is never raised.
+void Restrict() {
+    const rlimit seconds{5, 5};
+    setrlimit(RLIMIT_CPU, &seconds);
+    const rlimit fileBytes{0, 0};
+    setrlimit(RLIMIT_FSIZE, &fileBytes);
+    const rlimit noDump{0, 0};
+    setrlimit(RLIMIT_CORE, &noDump);
+    long pages = 0;
+    if (std::FILE* memory = std::fopen("/proc/self/statm", "r")) {
+        if (std::fscanf(memory, "%ld", &pages) != 1) pages = 0;
+        std::fclose(memory);
+    }
+    constexpr rlim_t kMore = rlim_t{512} << 20;
+    const rlim_t bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + kMore;
+    const rlimit memory{bytes, bytes};
+    if (pages > 0) setrlimit(RLIMIT_AS, &memory);
+}
+
+[[noreturn]] void RunChild(int output, const std::function<bool(std::FILE*)>& convert) {
+    Restrict();
+    const int nowhere = open("/dev/null", O_RDWR);
+    dup2(nowhere, STDOUT_FILENO);
+    dup2(nowhere, STDERR_FILENO);
+    std::setlocale(LC_ALL, "C"); // the libraries print numbers
+    std::FILE* out = fdopen(output, "wb");
+    const bool done = out && convert(out) && std::fflush(out) == 0;
+    _exit(done ? 0 : 1);
+}
+
+// The libraries that read metafiles trust their input; a child of its own keeps their accidents from the
+// program and bounds what they use.
+QByteArray InChild(const std::function<bool(std::FILE*)>& convert) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) return {};
+    const pid_t child = fork();
+    if (child == 0) RunChild(ends[1], convert);
+    close(ends[1]);
+    QByteArray svg;
+    char bytes[16384];
+    ssize_t count = 0;
+    while (child > 0 && svg.size() < kLargestDrawing &&
+           ((count = read(ends[0], bytes, sizeof bytes)) > 0 || (count < 0 && errno == EINTR)))
+        if (count > 0) svg.append(bytes, count);
+    close(ends[0]);
+    int status = -1;
+    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    const bool done = WIFEXITED(status) && WEXITSTATUS(status) == 0 && svg.size() < kLargestDrawing;
+    return done ? svg : QByteArray();
+}
+
+class MetafilePicture final : public LinuxPicture {
+  public:
+    MetafilePicture(std::string path, Metafile kind, PixelSize size)
+        : LinuxPicture(size, {}, RowPainter::Mode::Blend)
+        , path_(std::move(path))
+        , kind_(kind) {}
+
+  protected:
+    bool Render(RowPainter& painter, std::string& why) const override {
+        if (svg_.isEmpty()) svg_ = Convert();
+        if (!svg_.isEmpty()) return PaintSvg(svg_, painter, why);
+        why = "the metafile is damaged";
+        return false;
+    }
+
+  private:
+    QByteArray Convert() const {
+        if (kind_ == Metafile::Windows)
+            return InChild([this](std::FILE* out) { return ConvertWindows(path_, out); });
+        QFile file(QString::fromStdString(path_));
+        if (!file.open(QIODevice::ReadOnly)) return {};
+        const QByteArray bytes = file.read(kLargestFile);
+        return InChild([&bytes](std::FILE* out) { return ConvertEnhanced(bytes, out); });
+    }
+
+    std::string path_;
+    Metafile kind_;
+    mutable QByteArray svg_; // of the first drawing on
+};
+
+} // namespace
+
+std::unique_ptr<LinuxPicture> OpenMetafile(const std::string& path, Metafile kind, GuiSession& gui,
+                                           std::string& why) {
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestFile) {
+        why = file.isOpen() ? "the metafile is too large" : file.errorString().toStdString();
+        return nullptr;
+    }
+    const QByteArray bytes = file.readAll();
+    const Header header(bytes);
+    const PixelSize size = kind == Metafile::Enhanced ? EnhancedSize(header) : WindowsSize(header);
+    if (size.width == 0 || size.height == 0) {
+        why = "the metafile tells no size";
+        return nullptr;
+    }
+    if (!SensibleSize(size, why)) return nullptr;
+    if (!gui.Ready()) {
+        why = "metafiles need fonts, which are not to be had here";
+        return nullptr;
+    }
+    return std::make_unique<MetafilePicture>(path, kind, size);
+}
+
+} // namespace quorvane

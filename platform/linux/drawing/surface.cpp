@@ -1,0 +1,82 @@
+#include "platform/linux/drawing/surface.h"
+
+#include "platform/linux/drawing/gui_session.h"
+#include "platform/linux/drawing/picture.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+// Farther out nothing can be seen, and the painter's own arithmetic ends.
+constexpr double kFarthest = 1e6;
+constexpr double kInchesPerMetre = 1 / 0.0254;
+
+QFont FontOf(const FontSpec& spec, QPaintDevice* device) {
+    QFont font(QString::fromStdString(spec.name));
+    if (spec.size > 0) font.setPointSizeF(static_cast<double>(spec.size));
+    font.setBold(spec.bold);
+    font.setItalic(spec.italic);
+    font.setUnderline(spec.underline);
+    font.setStrikeOut(spec.strikethrough);
+    return QFont(font, device);
+}
+
+QString TextOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
+
+LinuxSurface::LinuxSurface(PixelSize size, MappedBuffer buffer, ScreenDots dots, GuiSession& gui)
+    : buffer_(std::move(buffer))
+    , canvas_{buffer_.Data(), std::ptrdiff_t{3} * size.width, size}
+    , image_(buffer_.Data(), size.width, size.height, canvas_.stride, QImage::Format_BGR888)
+    , gui_(gui) {
+    image_.setDotsPerMeterX(static_cast<int>(std::lround(dots.x * kInchesPerMetre)));
+    image_.setDotsPerMeterY(static_cast<int>(std::lround(dots.y * kInchesPerMetre)));
+}
+
+void LinuxSurface::Fill(const PixelRect& area, Color color) {
+    FillArea(canvas_, area, color);
+}
+
+void LinuxSurface::GradientRectangle(const GradientVertex& upperLeft, const GradientVertex& lowerRight,
+                                     GradientDirection direction) {
+    FillGradientRectangle(canvas_, upperLeft, lowerRight, direction);
+}
+
+void LinuxSurface::GradientTriangle(const GradientVertex& a, const GradientVertex& b,
+                                    const GradientVertex& c) {
+    FillGradientTriangle(canvas_, a, b, c);
+}
+
+bool LinuxSurface::StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) {
+    return dynamic_cast<const LinuxPicture&>(picture).Draw(canvas_, target, why);
+}
+
+double LinuxSurface::TextWidth(const FontSpec& font, std::string_view text) {
+    if (text.empty() || !gui_.Ready()) return 0;
+    return QFontMetricsF(FontOf(font, &image_)).horizontalAdvance(TextOf(text));
+}
+
+double LinuxSurface::TextHeight(const FontSpec& font) {
+    if (!gui_.Ready()) return 0;
+    return QFontMetricsF(FontOf(font, &image_)).height();
+}
+
+void LinuxSurface::PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) {
+    if (text.empty() || !(std::abs(x) < kFarthest) || !(std::abs(y) < kFarthest) || !gui_.Ready()) return;
+    QPainter painter(&image_);
+    const QFont face = FontOf(font, &image_);
+    painter.setFont(face);
+    painter.setPen(QColor(Red(color), Green(color), Blue(color)));
+    painter.drawText(QPointF(x, y + QFontMetricsF(face).ascent()), TextOf(text));
+}
+
+} // namespace quorvane

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/linux/drawing/row_painter.h"
+
+#include <string>
+
+class QByteArray;
+
+namespace quorvane {
+
+// Paints a drawing at the painter's size. False, with the reason in `why`, where it cannot be read. Needs a
+// QGuiApplication.
+bool PaintSvg(const QByteArray& svg, RowPainter& painter, std::string& why);
+
+} // namespace quorvane
