@@ -1,5 +1,6 @@
 #include "core/text.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace quorvane {
@@ -47,6 +48,10 @@ void AppendTwoByteLetter(std::string& out, CodePoint c) {
     out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
 }
 
+bool StartsLetter(char c) {
+    return (c & 0xC0) != 0x80;
+}
+
 } // namespace
 
 std::string_view Trim(std::string_view text) {
@@ -88,6 +93,22 @@ std::string FoldedName(std::string_view text) {
 
 bool SameName(std::string_view a, std::string_view b) {
     return FoldedName(a) == FoldedName(b);
+}
+
+std::size_t LetterCount(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), StartsLetter));
+}
+
+std::string_view FirstLetters(std::string_view text, std::size_t count) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (StartsLetter(text[at]) && count-- == 0) return text.substr(0, at);
+    }
+    return text;
+}
+
+std::string_view LastLetters(std::string_view text, std::size_t count) {
+    const std::size_t letters = LetterCount(text);
+    return letters <= count ? text : text.substr(FirstLetters(text, letters - count).size());
 }
 
 std::vector<std::string> Split(std::string_view text, char separator) {

@@ -16,6 +16,16 @@ TEST(Text, NamesCompareWithoutCaseAndOuterBlanks) {
     EXPECT_EQ(UpperFirst("su"), "Su");
 }
 
+TEST(Text, LettersAreCountedAndNeverParted) {
+    EXPECT_EQ(LetterCount("жук.png"), 7U);
+    EXPECT_EQ(FirstLetters("жук.png", 2), "жу");
+    EXPECT_EQ(LastLetters("ab жук", 4), " жук");
+    EXPECT_EQ(FirstLetters("жук", 3), "жук");
+    EXPECT_EQ(LastLetters("жук", 9), "жук");
+    EXPECT_EQ(LastLetters("жук", 0), "");
+    EXPECT_EQ(FirstLetters("", 2), "");
+}
+
 TEST(Text, SplitKeepsEmptyPartsAndReplaceTakesAll) {
     EXPECT_EQ(Split("a;;b", ';'), (std::vector<std::string>{"a", "", "b"}));
     EXPECT_EQ(Split("", ';'), std::vector<std::string>{""});

@@ -1,0 +1,60 @@
+#include "engine/apply.h"
+
+#include "config/registry.h"
+#include "engine/tray_report.h"
+#include "platform/bitmap_file.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/prompts.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* NoRights = ", please check that you have an administrative rights!";
+
+void WriteSystemValue(const char* name, const std::string& value, const std::string& failure,
+                      const Platform& platform) {
+    const int written = RegWriteValue(platform.store, "", Hive::Users, ".DEFAULT\\Control Panel\\Desktop",
+                                      key_access::All, name, std::string_view(value));
+    if (written == 0) platform.prompts.Message(failure + NoRights, "Error!", message_style::Stop);
+}
+
+void SaveCanvas(Surface& canvas, const std::string& path, const Platform& platform, Complaints& complaints) {
+    const std::string ownFolder = platform.files.WritableDirectory();
+    if (path.starts_with(ownFolder)) platform.files.MakeFolder(ownFolder);
+    if (!SaveBitmap(canvas.Pixels(), platform.files, path)) {
+        complaints.Tell(path, "the wallpaper cannot be saved, what stands there stays");
+    }
+}
+
+// The style is left empty, whatever the position is.
+void SaveSystemWallpaper(Surface* canvas, const GlobalRecord& record, const Platform& platform,
+                         Complaints& complaints) {
+    const std::string path = record.System_Directory + platform.files.Separator() + "System.bmp";
+    if (canvas) SaveCanvas(*canvas, path, platform, complaints);
+    WriteSystemValue("Wallpaper", path, "Unable set system wallpaper", platform);
+    WriteSystemValue("WallpaperStyle", "", "Unable set system wallpaper style", platform);
+}
+
+void ReportInTray(const TrayRecord& report, Tray& tray) {
+    tray.SetVersion(report.version);
+    tray.Modify(report);
+    tray.SetVersion(report.version);
+}
+
+} // namespace
+
+void ApplyWallpaper(ComposedWallpaper composed, int mode, const GlobalRecord& record,
+                    const Platform& platform, Complaints& complaints) {
+    if (mode == change_mode::User && composed.canvas) {
+        SaveCanvas(*composed.canvas, record.Wallpaper, platform, complaints);
+    } else if (mode == change_mode::SystemDefault) {
+        SaveSystemWallpaper(composed.canvas.get(), record, platform, complaints);
+    }
+    platform.desktop.SetWallpaper(record.Wallpaper); // also with the system's: the user's is applied anew
+    composed.canvas.reset();
+    platform.desktop.ShowBusyPointer(false);
+    ReportInTray(ChangedReport(record.LastSelectedWallpaper), platform.tray);
+}
+
+} // namespace quorvane

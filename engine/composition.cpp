@@ -1,0 +1,63 @@
+#include "engine/composition.h"
+
+#include "core/run_time_error.h"
+#include "engine/background.h"
+#include "engine/placing.h"
+
+#include <array>
+
+namespace quorvane {
+
+PixelSize TargetSize(int wallpaperResolution, PixelSize screen) {
+    static constexpr std::array<PixelSize, 5> sizes{
+        {{640, 480}, {800, 600}, {1024, 768}, {1280, 1024}, {1600, 1200}}};
+    if (wallpaperResolution == static_cast<int>(sizes.size())) return screen;
+    if (wallpaperResolution < 0 || wallpaperResolution > static_cast<int>(sizes.size())) return {};
+    return sizes[static_cast<std::size_t>(wallpaperResolution)];
+}
+
+ComposedWallpaper Composition::Compose(const std::string& file, PixelSize screen) {
+    const GlobalRecord& record = parts_.record;
+    const std::int64_t start = parts_.clock.Ticks();
+    parts_.random.Seed(SecondsOfDay(parts_.clock.Now()));
+    const PixelSize target = TargetSize(record.WallpaperResolution, screen);
+    const PixelSize size{target.width + CanvasMargin, target.height + CanvasMargin};
+    ComposedWallpaper composed;
+    composed.canvas = parts_.drawing.CreateSurface(size);
+    PassOver([&] { parts_.fileList.BuildFileList(); });
+    GradientVertices vertices = SettingsVertices(record, size);
+    if (record.UseRandomColors) DrawRandomColors(vertices, record, parts_.random);
+    if (composed.canvas) PaintBackground(*composed.canvas, vertices, record, parts_.random);
+    ChoosePicture(file);
+    if (composed.canvas) {
+        const std::int64_t loading = parts_.clock.Ticks();
+        DrawPicture(*composed.canvas, target);
+        composed.loadMilliseconds = parts_.clock.Ticks() - loading;
+        if (record.PaintCalendar) composed.calendar = paintCalendar_(*composed.canvas);
+    }
+    composed.composeMilliseconds = parts_.clock.Ticks() - start - composed.loadMilliseconds;
+    return composed;
+}
+
+void Composition::ChoosePicture(const std::string& file) {
+    std::string candidate = parts_.selection.GetNewWallpaper(); // also where `file` overrides it
+    if (!file.empty()) candidate = file;
+    if (!candidate.empty()) parts_.record.LastSelectedWallpaper = candidate;
+}
+
+void Composition::DrawPicture(Surface& canvas, PixelSize target) {
+    const std::string path = parts_.record.LastSelectedWallpaper;
+    if (path.empty()) return;
+    std::string why;
+    const std::unique_ptr<Picture> picture = parts_.drawing.LoadPicture(path, why);
+    bool readable = picture != nullptr;
+    PassOver([&] {
+        if (!picture) return;
+        PlacePicture(parts_.record.WallpaperPosition, target, picture->Size(), [&](const PixelRect& place) {
+            readable = readable && canvas.StretchPicture(*picture, place, why);
+        });
+    });
+    if (!readable) parts_.complaints.Tell(path, why);
+}
+
+} // namespace quorvane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "config/global_record.h"
+#include "engine/complaints.h"
+#include "engine/file_list.h"
+#include "engine/selection.h"
+#include "platform/clock.h"
+#include "platform/drawing.h"
+#include "platform/random.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace quorvane {
+
+struct ComposedWallpaper {
+    std::unique_ptr<Surface> canvas;      // null where there was no memory for it
+    PixelRect calendar;                   // the block on the canvas; empty where none was painted
+    std::int64_t loadMilliseconds = 0;    // reading and decoding the picture
+    std::int64_t composeMilliseconds = 0; // everything else
+};
+
+// The chain from the empty canvas to the finished one. No step stops it: each failure passes over to the
+// next one, so a picture that cannot be read gives a wallpaper without a picture.
+class Composition {
+  public:
+    // Draws the calendar on the canvas and answers the block's place.
+    using CalendarPainter = std::function<PixelRect(Surface& canvas)>;
+
+    struct Parts {
+        GlobalRecord& record;
+        FileList& fileList;
+        Selection& selection;
+        Complaints& complaints;
+        Clock& clock;
+        Drawing& drawing;
+        Random& random;
+    };
+
+    Composition(const Parts& parts, CalendarPainter paintCalendar)
+        : parts_(parts)
+        , paintCalendar_(std::move(paintCalendar)) {}
+
+    // Chooses a picture, or takes `file` where it is not empty, and keeps its path in LastSelectedWallpaper.
+    // Where nothing can be chosen the last one is drawn again, if there is one.
+    ComposedWallpaper Compose(const std::string& file, PixelSize screen);
+
+  private:
+    void ChoosePicture(const std::string& file);
+    void DrawPicture(Surface& canvas, PixelSize target);
+
+    Parts parts_;
+    CalendarPainter paintCalendar_;
+};
+
+// The size that a WallpaperResolution stands for: a fixed one, or the screen's. Nothing for a value beyond
+// the list.
+PixelSize TargetSize(int wallpaperResolution, PixelSize screen);
+
+} // namespace quorvane

@@ -1,0 +1,145 @@
+#include "engine/file_list.h"
+
+#include "engine/folder_scan.h"
+#include "platform/memory/clock.h"
+#include "platform/memory/event_loop.h"
+#include "platform/memory/files.h"
+#include "platform/memory/system.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+class FileListTest : public testing::Test {
+  protected:
+    FileListTest() {
+        for (const char* path : {"/pics/a.jpg", "/pics/b.PNG", "/pics/one/c.jpg", "/pics/one/two/d.jpg",
+                                 "/pics/one/two/three/e.jpg", "/other/f.jpg"}) {
+            files_.Put(path);
+        }
+        record_.RescanWallpaperSources = true;
+    }
+
+    void AddSource(const std::string& path, const std::string& pattern, const std::string& level,
+                   bool active = true) {
+        record_.WallpaperSources.Add({path, active, pattern, level});
+    }
+
+    std::vector<std::string> Rescan() {
+        record_.RESCANWALLPAPERSOURCESNOW = true;
+        whole_ = fileList_.BuildFileList();
+        std::vector<std::string> paths;
+        for (std::int32_t index = 1; index <= record_.Wallpapers_Cnt(); ++index) {
+            paths.emplace_back(record_.Wallpapers[index]);
+        }
+        return paths;
+    }
+
+    using Paths = std::vector<std::string>;
+
+    CallLog calls_;
+    MemoryClock clock_;
+    MemoryEventLoop events_{clock_};
+    MemoryFiles files_;
+    MemorySystem system_{calls_};
+    GlobalRecord record_;
+    Complaints complaints_{system_};
+    FileList fileList_{record_, clock_, events_, files_, complaints_};
+    bool whole_ = false;
+};
+
+TEST_F(FileListTest, LevelsCountSubfoldersAndTheDeepestComesFirst) {
+    const struct {
+        const char* level;
+        Paths paths;
+    } rows[] = {
+        {"0", {"/pics/a.jpg"}},
+        {"   ", {"/pics/a.jpg"}},
+        {"deep", {"/pics/a.jpg"}},
+        {"-3", {"/pics/a.jpg"}},
+        {"1", {"/pics/one/c.jpg", "/pics/a.jpg"}},
+        {"1.5", {"/pics/one/two/d.jpg", "/pics/one/c.jpg", "/pics/a.jpg"}},
+        {" Inf ", {"/pics/one/two/three/e.jpg", "/pics/one/two/d.jpg", "/pics/one/c.jpg", "/pics/a.jpg"}},
+    };
+    for (const auto& row : rows) {
+        record_.WallpaperSources.Clear();
+        AddSource("/pics", "*.jpg", row.level);
+        EXPECT_EQ(Rescan(), row.paths) << row.level;
+        EXPECT_TRUE(whole_);
+    }
+}
+
+TEST_F(FileListTest, SourcesCountInOrderTwiceIfListedTwiceAndOnlyIfActive) {
+    AddSource("/other/", "*.*", "");
+    AddSource("/pics", "*.png", "INF", false);
+    AddSource("/pics", "*.png", "0");
+    AddSource("/other", "*.*", "");
+    EXPECT_EQ(Rescan(), (Paths{"/other/f.jpg", "/pics/b.PNG", "/other/f.jpg"}));
+    record_.WallpaperSources.Clear();
+    EXPECT_EQ(Rescan(), Paths{});
+    EXPECT_EQ(record_.Wallpapers_Max_Cnt(), 0);
+}
+
+TEST_F(FileListTest, AFolderThatIsGoneMakesTheResultFalseAndTheRestGoesOn) {
+    AddSource("/pics/one", "*.jpg", "inf");
+    AddSource("/gone", "*.jpg", "0");
+    AddSource("/other", "*.jpg", "1e999");
+    AddSource("/other", "*.jpg", "0");
+    files_.unreadable = {"/pics/one/two/three"};
+    EXPECT_EQ(Rescan(), (Paths{"/pics/one/two/d.jpg", "/pics/one/c.jpg", "/other/f.jpg"}));
+    EXPECT_FALSE(whole_);
+    EXPECT_FALSE(record_.RESCANWALLPAPERSOURCESNOW) << "the request is used up all the same";
+    Rescan();
+    EXPECT_EQ(system_.complaints.size(), 2U) << "each folder is named once";
+}
+
+TEST_F(FileListTest, ScansWhenAskedToOrWhenThePeriodicRescanIsOff) {
+    AddSource("/other", "*.*", "0");
+    EXPECT_TRUE(fileList_.BuildFileList());
+    EXPECT_EQ(record_.Wallpapers_Cnt(), 0) << "nothing is due";
+    record_.RescanWallpaperSources = false;
+    EXPECT_TRUE(fileList_.BuildFileList());
+    EXPECT_EQ(record_.Wallpapers_Cnt(), 1);
+    files_.Put("/other/g.jpg");
+    EXPECT_TRUE(fileList_.BuildFileList());
+    EXPECT_EQ(record_.Wallpapers_Cnt(), 2);
+}
+
+TEST_F(FileListTest, AListingEndsAt32767Entries) {
+    for (int i = 0; i < 32768; ++i) {
+        files_.Put("/many/" + std::to_string(i));
+    }
+    AddSource("/many", "*.*", "0");
+    EXPECT_EQ(Rescan().size(), 32767U);
+    EXPECT_EQ(record_.Wallpapers_Max_Cnt(), 35000);
+    EXPECT_EQ(system_.complaints.size(), 1U);
+}
+
+TEST_F(FileListTest, EventsRunAtOnceAndThenAtMostTwiceASecond) {
+    for (int i = 0; i < 20; ++i) {
+        files_.Put("/slow/" + std::to_string(i) + "/x.jpg");
+    }
+    files_.onList = [this](const std::string&) { clock_.MoveWall(100); };
+    clock_.SetNow({2026, 3, 1, 23, 59, 59, 0}); // over midnight
+    AddSource("/slow", "*.jpg", "1");
+    Rescan();
+    EXPECT_EQ(events_.PumpCount(), 5)
+        << "21 listings of 100 ms: at 0.1, 0.7, and from midnight 0.3, 0.9 s on";
+    EXPECT_NEAR(record_.Scan_Time, 86397.9, 0.01) << "the difference of two times of day";
+}
+
+TEST_F(FileListTest, AScanInsideAScanLeavesTheOuterOneAlone) {
+    AddSource("/pics", "*.jpg", "inf");
+    bool entered = false;
+    events_.AtPump(1, [&] {
+        entered = true;
+        EXPECT_TRUE(fileList_.BuildFileList());
+        record_.WallpaperSources.Clear(); // a dialogue is applied meanwhile
+    });
+    EXPECT_EQ(Rescan().size(), 4U);
+    EXPECT_TRUE(entered);
+}
+
+} // namespace
+} // namespace quorvane
