@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/color.h"
+#include "platform/drawing.h"
+
+#include <string_view>
+
+namespace quorvane {
+
+// The drawing side of a picture box: a surface seen in twips (1/1440 inch), with a font, a colour and a text
+// cursor in force. Positions are rounded to whole pixels when something is drawn; the cursor keeps its
+// fractions.
+class DrawingBox {
+  public:
+    // The surface must outlive the box. The cursor starts at the upper left corner.
+    DrawingBox(Surface& surface, double twipsPerPixelX, double twipsPerPixelY);
+
+    double Width() const;
+    double Height() const;
+
+    // The advance of one line of text and the height of a line, in the font in force.
+    double TextWidth(std::string_view text) const;
+    double TextHeight() const;
+
+    // Prints at the cursor, which then stands behind the text.
+    void Print(std::string_view text);
+    // The same with a line end: the cursor goes to the left edge, one line further down.
+    void PrintLine(std::string_view text = {});
+
+    // A filled rectangle from one corner up to the other. The cursor stays.
+    void FillBox(double left, double top, double right, double bottom, Color color);
+
+    // The pixels that such a rectangle takes.
+    PixelRect Pixels(double left, double top, double right, double bottom) const;
+
+    double CurrentX = 0;
+    double CurrentY = 0;
+    FontSpec Font;
+    Color ForeColor = 0;
+
+  private:
+    Surface& surface_;
+    double twipsPerPixelX_;
+    double twipsPerPixelY_;
+};
+
+} // namespace quorvane
