@@ -3,7 +3,9 @@
 namespace quorvane::cli {
 
 std::vector<Command> AllCommands() {
-    return {};
+    return {
+        ScanCommand(),
+    };
 }
 
 } // namespace quorvane::cli

@@ -7,4 +7,6 @@ namespace quorvane::cli {
 // Every command of quorvanectl, in the order in which the usage lists them.
 std::vector<Command> AllCommands();
 
+Command ScanCommand();
+
 } // namespace quorvane::cli
