@@ -75,4 +75,37 @@ class Store {
     virtual int LastError() const = 0;
 };
 
+// A batch for the length of a scope.
+class StoreBatch {
+  public:
+    explicit StoreBatch(Store& store)
+        : store_(store) {
+        store_.BeginBatch();
+    }
+    ~StoreBatch() {
+        if (open_) store_.EndBatch();
+    }
+    StoreBatch(const StoreBatch&) = delete;
+    StoreBatch& operator=(const StoreBatch&) = delete;
+
+    // Ends the batch before the scope does: the answer of EndBatch.
+    int End() {
+        open_ = false;
+        return store_.EndBatch();
+    }
+
+    // Runs `wait`, which may wait for a person, outside the batch.
+    template<typename Wait>
+    void Interrupt(Wait&& wait) {
+        End();
+        wait();
+        store_.BeginBatch();
+        open_ = true;
+    }
+
+  private:
+    Store& store_;
+    bool open_ = true;
+};
+
 } // namespace quorvane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "config/global_record.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+
+class Files;
+class Prompts;
+class Session;
+class Store;
+
+// What stands above this folder and is needed while settings move. An empty function is passed over.
+struct SettingsEvents {
+    // The error dialogue, which as a rule ends the process and does not come back.
+    std::function<void(std::int32_t number, const std::string& description)> ShowErrorDialog;
+    // The splash bar stands at `bar` now. Called while Main_Exec is true only.
+    std::function<void(int bar)> Progress;
+};
+
+// The person's decimal sign, "sDecimal" of "Control Panel\International"; "." where the system names none.
+std::string DecimalSign(Store& store);
+
+// The fields that have a value before the first setting is read, so that a setting stored as an empty text
+// leaves them a sensible one.
+void PresetRecord(GlobalRecord& record, Files& files);
+
+// Fills the record from the tree: a value that is missing becomes its default, and so does one that cannot be
+// understood. Moves the splash bar from 20 to 72.
+void ReadRecord(GlobalRecord& record, Store& store, Files& files, const SettingsEvents& events);
+
+// Writes "Wallpaper" and "WallpaperStyle" where the desktop looks for them. A failure is shown: in the error
+// dialogue for the person's own desktop, in a message box for the system's default user.
+void PublishWallpaper(const GlobalRecord& record, Store& store, Prompts& prompts,
+                      const SettingsEvents& events);
+
+// The style that goes with WallpaperPosition: "0" centred, "1" tiled, "2" stretched.
+std::string_view WallpaperStyle(std::int32_t wallpaperPosition);
+
+// ReadRecord and PublishWallpaper; the splash bar ends at 75.
+void ReadSettings(GlobalRecord& record, Store& store, Files& files, Prompts& prompts,
+                  const SettingsEvents& events);
+
+// Writes the whole record to the tree and settles whether the program starts at log-on. A list that became
+// shorter leaves its old values behind; only the counter tells where it ends. A failed write is shown in the
+// error dialogue.
+void WriteSettings(GlobalRecord& record, Store& store, Session& session, const SettingsEvents& events);
+
+} // namespace quorvane
