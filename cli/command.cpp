@@ -235,6 +235,8 @@ int ForEachInput(const std::string& input, Streams& streams,
             streams.err << "quorvanectl: " << error.what() << '\n';
             streams.out << '\n';
         }
+        // Whoever waits for an answer before asking on gets it.
+        if (streams.in.rdbuf()->in_avail() <= 0) streams.out.flush();
     }
     return Done;
 }

@@ -4,6 +4,7 @@ namespace quorvane::cli {
 
 std::vector<Command> AllCommands() {
     return {
+        CriteriaCommand(),
         ScanCommand(),
     };
 }

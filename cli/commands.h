@@ -7,6 +7,7 @@ namespace quorvane::cli {
 // Every command of quorvanectl, in the order in which the usage lists them.
 std::vector<Command> AllCommands();
 
+Command CriteriaCommand();
 Command ScanCommand();
 
 } // namespace quorvane::cli

@@ -1,0 +1,108 @@
+#include "alarms/criteria_compiler.h"
+#include "alarms/criteria_program.h"
+#include "alarms/criteria_trial.h"
+#include "cli/commands.h"
+#include "cli/moment.h"
+#include "core/text.h"
+#include "platform/seeded_random.h"
+
+#include <ostream>
+
+namespace quorvane::cli {
+namespace {
+
+// A text of several lines on one, where lines stand for inputs.
+std::string OnOneLine(const std::string& text) {
+    return Replace(Replace(text, "\r\n", " "), "\n", " ");
+}
+
+// One run of the command: what to do with each input and how to tell of it.
+class CriteriaRun {
+  public:
+    CriteriaRun(const Arguments& arguments, const std::string& input, Streams& streams)
+        : json_(arguments.Json())
+        , batch_(input == "-")
+        , streams_(streams) {}
+
+    int Compile(const std::string& text) {
+        const CompiledCriterion result = CompileCriteria(text);
+        if (result.refused && !(json_ && batch_)) Complain(result);
+        if (json_) {
+            Print(JsonObject()
+                      .Add("text", text)
+                      .Add("compiled", result.compiled)
+                      .Add("message", result.message)
+                      .Text());
+        } else if (!result.refused || batch_) {
+            Print(result.compiled);
+        }
+        return result.refused ? Refused : Done;
+    }
+
+    int Test(const std::string& compiled, const CriteriaMoment& moment) {
+        const bool result = TestCriteria(compiled, moment, memory_);
+        if (json_) {
+            Print(JsonObject().Add("compiled", compiled).Add("result", result).Text());
+        } else {
+            Print(result ? "true" : "false");
+        }
+        return Done;
+    }
+
+    int Try(const std::string& text, const CriteriaMoment& moment) {
+        const CriteriaTrial trial = TryCriteria(text, moment, memory_);
+        if (!trial.boxMessage.empty()) streams_.err << OnOneLine(trial.boxMessage) + '\n';
+        if (json_) {
+            Print(JsonObject().Add("text", text).Add("output", trial.output).Text());
+        } else {
+            Print(batch_ ? OnOneLine(trial.output) : trial.output);
+        }
+        return trial.boxMessage.empty() ? Done : Refused;
+    }
+
+  private:
+    void Complain(const CompiledCriterion& result) {
+        if (result.message.empty()) {
+            streams_.err << "more than a hundred values of one kind, or a constant that is too great\n";
+        } else if (batch_) {
+            streams_.err << OnOneLine(result.message) + '\n';
+        } else {
+            streams_.err << result.message + (result.message.back() == '\n' ? "" : "\n");
+        }
+    }
+    void Print(std::string_view text) { streams_.out << text << '\n'; }
+
+    bool json_;
+    bool batch_;
+    Streams& streams_;
+    CriteriaMemory memory_; // lives through a batch, as it does through the program's ticks
+};
+
+int RunCriteria(const Arguments& arguments, Streams& streams) {
+    const std::vector<std::string>& inputs = arguments.Inputs();
+    if (inputs.size() != 2) throw UsageError("compile, test or try is wanted, and one text");
+    const std::string& verb = inputs[0];
+    const std::string& input = inputs[1];
+    CriteriaRun run(arguments, input, streams);
+    if (verb == "compile") {
+        return ForEachInput(input, streams, [&](const std::string& text) { return run.Compile(text); });
+    }
+    SeededRandom random;
+    if (verb == "test") {
+        const CriteriaMoment moment(MomentOf(arguments), random);
+        return ForEachInput(input, streams, [&](const std::string& text) { return run.Test(text, moment); });
+    }
+    if (verb == "try") {
+        const CriteriaMoment moment(MomentOf(arguments), random);
+        return ForEachInput(input, streams, [&](const std::string& text) { return run.Try(text, moment); });
+    }
+    throw UsageError("compile, test or try is wanted, not \"" + verb + "\"");
+}
+
+} // namespace
+
+Command CriteriaCommand() {
+    return {"criteria", "criteria compile|test|try [--at T] TEXT|COMPILED|-", {"at"}, {}, RunCriteria};
+}
+
+} // namespace quorvane::cli
