@@ -1,0 +1,131 @@
+#include "platform/linux/desktop/desktop.h"
+
+#include "platform/event_loop.h"
+#include "platform/linux/desktop/root_pixmap.h"
+#include "platform/linux/desktop/wallpaper_table.h"
+#include "platform/store.h"
+#include "platform/system.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+#include <cstdlib>
+#include <filesystem>
+#include <malloc.h>
+#include <xcb/xcb.h>
+
+namespace quorvane {
+
+namespace {
+
+bool IsX11() {
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+// A screen's place is in the pixels of the machine, its size in those of the toolkit.
+PixelRect ScreenPixels(const QScreen& screen) {
+    const QRect geometry = screen.geometry();
+    return {geometry.x(), geometry.y(), qRound(geometry.width() * screen.devicePixelRatio()),
+            qRound(geometry.height() * screen.devicePixelRatio())};
+}
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::string StateFolder() {
+    const std::string base = Variable("XDG_STATE_HOME");
+    return (base.empty() ? Variable("HOME") + "/.local/state" : base) + "/quorvane";
+}
+
+std::string PublishedStyle(Store& store) {
+    StoredValue value;
+    const StoreKey key{"", Hive::CurrentUser, "Control Panel\\Desktop"};
+    store.Query(key, "WallpaperStyle", value);
+    return value.data.substr(0, value.data.find('\0'));
+}
+
+// As the window manager tells it on the root window; 1 where there is none.
+int WorkspaceCount() {
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    int count = 1;
+    if (!xcb_connection_has_error(connection)) {
+        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+        constexpr std::string_view name = "_NET_NUMBER_OF_DESKTOPS";
+        xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
+            connection, xcb_intern_atom(connection, 1, name.size(), name.data()), nullptr);
+        xcb_get_property_reply_t* reply = nullptr;
+        if (atom) {
+            const auto asked =
+                xcb_get_property(connection, 0, screen->root, atom->atom, XCB_ATOM_CARDINAL, 0, 1);
+            reply = xcb_get_property_reply(connection, asked, nullptr);
+        }
+        if (reply && xcb_get_property_value_length(reply) == 4) {
+            count = *static_cast<const std::int32_t*>(xcb_get_property_value(reply));
+        }
+        std::free(reply);
+        std::free(atom);
+    }
+    xcb_disconnect(connection);
+    return std::clamp(count, 1, 64);
+}
+
+} // namespace
+
+LinuxDesktop::LinuxDesktop(Store& store, System& system, EventLoop& events)
+    : store_(store)
+    , system_(system)
+    , events_(events) {}
+
+PixelSize LinuxDesktop::ScreenSize() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) {
+        return {};
+    }
+    const PixelRect pixels = ScreenPixels(*screen);
+    return {pixels.width, pixels.height};
+}
+
+bool LinuxDesktop::SetWallpaper(const std::string& path) {
+    std::error_code error;
+    Handover handover;
+    handover.file = std::filesystem::absolute(path, error).lexically_normal().string();
+    handover.style = ToWallpaperStyle(PublishedStyle(store_));
+    handover.stateFolder = StateFolder();
+    std::vector<PixelRect> places;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        handover.monitors.push_back(screen->name().toStdString());
+        places.push_back(ScreenPixels(*screen));
+    }
+    if (IsX11()) {
+        handover.workspaces = WorkspaceCount();
+        handover.paintRoot = [&places](const std::string& file, WallpaperStyle style) {
+            return PaintRootWindow(file, style, places);
+        };
+    }
+    const std::string name = Variable("XDG_CURRENT_DESKTOP");
+    const bool told = HandOver(FindDesktopRow(name), handover);
+    if (!told && !complained_) {
+        complained_ = true;
+        system_.Complain("the wallpaper could not be handed over to the desktop \"" + name +
+                         "\": " + handover.file);
+    }
+    // The composition is over when this event is: what it held goes back to the system.
+    events_.Post([] { malloc_trim(0); });
+    return told;
+}
+
+void LinuxDesktop::ShowBusyPointer(bool busy) {
+    if (busy == busy_) {
+        return;
+    }
+    busy_ = busy;
+    if (busy) {
+        QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}
+
+} // namespace quorvane

@@ -1,0 +1,162 @@
+#include "platform/linux/desktop/event_loop.h"
+
+#include "core/run_time_error.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <algorithm>
+#include <chrono>
+#include <new>
+
+namespace quorvane {
+
+namespace {
+
+std::int64_t SteadyMilliseconds() {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+// How late a tick may come so that it shares a waking with others: a twentieth of the interval, which nobody
+// notices, and nothing for the short intervals that poll.
+int Slack(int interval) {
+    return interval < 100 ? 0 : std::min(interval / 20, 50);
+}
+
+} // namespace
+
+QtEventLoop::QtEventLoop() {
+    wake_.setSingleShot(true);
+    wake_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&wake_, &QTimer::timeout, &context_, [this] { RunDue(); });
+}
+
+TimerId QtEventLoop::StartTimer(std::string_view, int intervalMilliseconds, std::function<void()> tick) {
+    const int interval = std::max(intervalMilliseconds, 1);
+    timers_.push_back(std::make_shared<Timer>(
+        Timer{++lastId_, interval, SteadyMilliseconds() + interval, std::move(tick)}));
+    Arm();
+    return lastId_;
+}
+
+void QtEventLoop::StopTimer(TimerId timer) {
+    std::erase_if(timers_, [timer](const auto& each) { return each->id == timer; });
+    Arm();
+}
+
+// One queued call for each: work that is posted by posted work waits for the next round of the loop.
+void QtEventLoop::Post(std::function<void()> work) {
+    posted_.push_back(std::move(work));
+    QMetaObject::invokeMethod(
+        &context_, [this] { RunOnePosted(); }, Qt::QueuedConnection);
+}
+
+void QtEventLoop::RunOnePosted() {
+    const std::function<void()> work = std::move(posted_.front());
+    posted_.pop_front();
+    Deliver(work);
+}
+
+void QtEventLoop::Deliver(const std::function<void()>& work) {
+    if (ended_) {
+        return;
+    }
+    try {
+        work();
+    } catch (const ProcessEnd& end) {
+        End(end.status);
+    } catch (const RunTimeError& error) {
+        Fail(error.Number(), error.what());
+    } catch (const std::bad_alloc&) {
+        Fail(7, "Out of memory");
+    } catch (const std::exception& error) {
+        Fail(51, error.what());
+    }
+}
+
+// A failure inside the report of a failure leaves nothing that could report it.
+void QtEventLoop::Fail(int number, const char* description) {
+    if (failing_ || !failureHandler_) {
+        End(1);
+        return;
+    }
+    failing_ = true;
+    Deliver([&] { failureHandler_(number, description); });
+    failing_ = false;
+}
+
+// Loops of the toolkit's own (a file dialogue, a menu) are left as well.
+void QtEventLoop::End(int status) {
+    ended_ = status;
+    QCoreApplication::exit(status);
+}
+
+void QtEventLoop::LeaveWhereEnded() const {
+    if (ended_) {
+        throw ProcessEnd{*ended_};
+    }
+}
+
+void QtEventLoop::Pump() {
+    if (!displayLost_) {
+        QCoreApplication::processEvents();
+        LeaveWhereEnded();
+    }
+}
+
+void QtEventLoop::RunWhile(const std::function<bool()>& condition) {
+    QEventLoop loop;
+    LeaveWhereEnded();
+    while (condition()) {
+        if (displayLost_) {
+            throw ProcessEnd{1};
+        }
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
+        LeaveWhereEnded();
+    }
+}
+
+int QtEventLoop::Run() {
+    try {
+        RunWhile([] { return true; });
+    } catch (const ProcessEnd& end) {
+        return end.status;
+    }
+    return 0;
+}
+
+void QtEventLoop::OnFailure(std::function<void(int number, const char* description)> handler) {
+    failureHandler_ = std::move(handler);
+}
+
+// Each timer once at most in a waking. The next tick is set before this one runs, so that a nested loop keeps
+// the others going, and never in the past: ticks that were missed are merged.
+void QtEventLoop::RunDue() {
+    const auto before = timers_;
+    for (const auto& timer : before) {
+        const std::int64_t now = SteadyMilliseconds();
+        const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();
+        if (!stillRuns || timer->due > now) {
+            continue;
+        }
+        timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
+        Arm();
+        Deliver(timer->tick);
+    }
+    Arm();
+}
+
+void QtEventLoop::Arm() {
+    std::optional<std::int64_t> next;
+    for (const auto& timer : timers_) {
+        const std::int64_t latest = timer->due + Slack(timer->interval);
+        next = std::min(next.value_or(latest), latest);
+    }
+    if (next) {
+        wake_.start(static_cast<int>(std::clamp<std::int64_t>(*next - SteadyMilliseconds(), 0, 1'000'000)));
+    } else {
+        wake_.stop();
+    }
+}
+
+} // namespace quorvane

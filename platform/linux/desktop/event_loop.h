@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/event_loop.h"
+
+#include <QObject>
+#include <QTimer>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace quorvane {
+
+// The events of a QApplication, which must exist before. One QTimer wakes for all timers: those that fall due
+// close to each other run in one waking, and one that runs inside another's nested loop is not held back.
+class QtEventLoop final : public EventLoop {
+  public:
+    QtEventLoop();
+
+    TimerId StartTimer(std::string_view name, int intervalMilliseconds, std::function<void()> tick) override;
+    void StopTimer(TimerId timer) override;
+    void Post(std::function<void()> work) override;
+    void Deliver(const std::function<void()>& work) override;
+    void Pump() override;
+    void RunWhile(const std::function<bool()>& condition) override;
+    int Run() override;
+    void OnFailure(std::function<void(int number, const char* description)> handler) override;
+
+    // The connection to the display is gone: from now on no event runs and no wait waits, so that what is
+    // left of the program can save and end. A wait ends the process.
+    void DisplayLost() { displayLost_ = true; }
+
+  private:
+    struct Timer {
+        TimerId id;
+        int interval;
+        std::int64_t due; // of the steady clock, in milliseconds
+        std::function<void()> tick;
+    };
+
+    void RunOnePosted();
+    void RunDue();
+    void Arm();
+    void Fail(int number, const char* description);
+    void End(int status);
+    void LeaveWhereEnded() const;
+
+    QObject context_; // what queued calls hang on
+    QTimer wake_;
+    std::vector<std::shared_ptr<Timer>> timers_;
+    std::deque<std::function<void()>> posted_;
+    std::function<void(int, const char*)> failureHandler_;
+    std::optional<int> ended_; // the exit status, once the process is to end
+    TimerId lastId_ = 0;
+    bool failing_ = false;
+    bool displayLost_ = false;
+};
+
+} // namespace quorvane

@@ -1,0 +1,235 @@
+#include "platform/linux/desktop/root_pixmap.h"
+
+#include <QFile>
+#include <QPainter>
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <xcb/xcb.h>
+
+namespace quorvane {
+
+namespace {
+
+constexpr int borderPixels = 4; // by which a composed wallpaper exceeds the screen, both sides together
+
+template<typename T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+template<typename T>
+Reply<T> Own(T* reply) {
+    return {reply, &std::free};
+}
+
+// The server's own form of a pixel.
+struct PixelForm {
+    int bitsPerPixel = 0;
+    bool highByteFirst = false;
+    std::uint32_t red = 0;
+    std::uint32_t green = 0;
+    std::uint32_t blue = 0;
+
+    // The four bytes of a 32-bit QImage pixel as they are.
+    bool IsNative() const {
+        return bitsPerPixel == 32 && !highByteFirst && red == 0xFF0000 && green == 0xFF00 && blue == 0xFF;
+    }
+};
+
+// A screen over a connection of its own: what is made here belongs to nobody else and may outlive us.
+class RootWindow {
+  public:
+    RootWindow() {
+        int number = 0;
+        connection_ = xcb_connect(nullptr, &number);
+        if (xcb_connection_has_error(connection_)) {
+            return;
+        }
+        auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
+        for (; screens.rem > 0; xcb_screen_next(&screens)) {
+            if (number-- == 0) {
+                screen_ = screens.data;
+            }
+        }
+    }
+    ~RootWindow() { xcb_disconnect(connection_); }
+    RootWindow(const RootWindow&) = delete;
+    RootWindow& operator=(const RootWindow&) = delete;
+
+    bool IsConnected() const { return screen_ != nullptr; }
+    PixelSize Size() const { return {screen_->width_in_pixels, screen_->height_in_pixels}; }
+    // Shows the picture, of the root window's size, and keeps it when the connection closes.
+    bool Show(const QImage& picture);
+
+  private:
+    PixelForm Form() const;
+    void Send(xcb_pixmap_t pixmap, const QImage& picture) const;
+    xcb_atom_t Atom(const char* name) const;
+    std::optional<xcb_pixmap_t> PixmapOf(xcb_atom_t property) const;
+
+    xcb_connection_t* connection_ = nullptr;
+    xcb_screen_t* screen_ = nullptr;
+};
+
+PixelForm RootWindow::Form() const {
+    const xcb_setup_t* setup = xcb_get_setup(connection_);
+    PixelForm form;
+    form.highByteFirst = setup->image_byte_order == XCB_IMAGE_ORDER_MSB_FIRST;
+    for (auto formats = xcb_setup_pixmap_formats_iterator(setup); formats.rem > 0;
+         xcb_format_next(&formats)) {
+        if (formats.data->depth == screen_->root_depth) {
+            form.bitsPerPixel = formats.data->bits_per_pixel;
+        }
+    }
+    for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0; xcb_depth_next(&depths)) {
+        auto visuals = xcb_depth_visuals_iterator(depths.data);
+        for (; visuals.rem > 0; xcb_visualtype_next(&visuals)) {
+            if (visuals.data->visual_id == screen_->root_visual) {
+                form.red = visuals.data->red_mask;
+                form.green = visuals.data->green_mask;
+                form.blue = visuals.data->blue_mask;
+            }
+        }
+    }
+    return form;
+}
+
+std::uint32_t Placed(int channel, std::uint32_t mask) {
+    if (mask == 0) {
+        return 0;
+    }
+    const int low = __builtin_ctz(mask);
+    const std::uint32_t largest = mask >> low;
+    return (static_cast<std::uint32_t>(channel) * largest + 127) / 255 << low;
+}
+
+// One row in the server's form; rows are padded to four bytes.
+void ConvertRow(const QRgb* from, int count, const PixelForm& form, std::uint8_t* to) {
+    const int bytes = form.bitsPerPixel / 8;
+    for (int x = 0; x < count; ++x, to += bytes) {
+        const std::uint32_t pixel = Placed(qRed(from[x]), form.red) | Placed(qGreen(from[x]), form.green) |
+                                    Placed(qBlue(from[x]), form.blue);
+        for (int i = 0; i < bytes; ++i) {
+            to[form.highByteFirst ? bytes - 1 - i : i] = static_cast<std::uint8_t>(pixel >> (8 * i));
+        }
+    }
+}
+
+// In stripes that fit a request.
+void RootWindow::Send(xcb_pixmap_t pixmap, const QImage& picture) const {
+    const PixelForm form = Form();
+    const xcb_gcontext_t context = xcb_generate_id(connection_);
+    xcb_create_gc(connection_, context, pixmap, 0, nullptr);
+    const int rowBytes = (picture.width() * form.bitsPerPixel + 31) / 32 * 4;
+    const int largest =
+        static_cast<int>(std::min(xcb_get_maximum_request_length(connection_), 65536U)) * 4 - 64;
+    const int stripe = std::max(largest / rowBytes, 1);
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(rowBytes) * static_cast<std::size_t>(stripe));
+    for (int y = 0; y < picture.height(); y += stripe) {
+        const int rows = std::min(stripe, picture.height() - y);
+        for (int row = 0; row < rows; ++row) {
+            std::uint8_t* to = bytes.data() + static_cast<std::ptrdiff_t>(row) * rowBytes;
+            const auto* from = reinterpret_cast<const QRgb*>(picture.constScanLine(y + row));
+            if (form.IsNative()) {
+                std::memcpy(to, from, static_cast<std::size_t>(picture.width()) * 4);
+            } else {
+                ConvertRow(from, picture.width(), form, to);
+            }
+        }
+        xcb_put_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context,
+                      static_cast<std::uint16_t>(picture.width()), static_cast<std::uint16_t>(rows), 0,
+                      static_cast<std::int16_t>(y), 0, screen_->root_depth,
+                      static_cast<std::uint32_t>(rowBytes * rows), bytes.data());
+    }
+    xcb_free_gc(connection_, context);
+}
+
+xcb_atom_t RootWindow::Atom(const char* name) const {
+    const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const auto reply = Own(xcb_intern_atom_reply(connection_, cookie, nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+std::optional<xcb_pixmap_t> RootWindow::PixmapOf(xcb_atom_t property) const {
+    const auto cookie = xcb_get_property(connection_, 0, screen_->root, property, XCB_ATOM_PIXMAP, 0, 1);
+    const auto reply = Own(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply || reply->type != XCB_ATOM_PIXMAP || xcb_get_property_value_length(reply.get()) != 4) {
+        return std::nullopt;
+    }
+    return *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()));
+}
+
+// Both properties naming one pixmap means that it was left behind by a client that is gone, for its successor
+// to free; ending that client's resources is the only way to do it.
+bool RootWindow::Show(const QImage& picture) {
+    const xcb_atom_t shown = Atom("_XROOTPMAP_ID");
+    const xcb_atom_t left = Atom("ESETROOT_PMAP_ID");
+    const auto before = PixmapOf(left);
+    const bool ownerIsGone = before && before == PixmapOf(shown);
+
+    const xcb_pixmap_t pixmap = xcb_generate_id(connection_);
+    xcb_create_pixmap(connection_, screen_->root_depth, pixmap, screen_->root, screen_->width_in_pixels,
+                      screen_->height_in_pixels);
+    Send(pixmap, picture);
+    xcb_grab_server(connection_);
+    for (const xcb_atom_t property : {shown, left}) {
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, screen_->root, property, XCB_ATOM_PIXMAP, 32,
+                            1, &pixmap);
+    }
+    xcb_change_window_attributes(connection_, screen_->root, XCB_CW_BACK_PIXMAP, &pixmap);
+    xcb_clear_area(connection_, 0, screen_->root, 0, 0, 0, 0);
+    if (ownerIsGone) {
+        xcb_kill_client(connection_, *before);
+    }
+    xcb_set_close_down_mode(connection_, XCB_CLOSE_DOWN_RETAIN_PERMANENT);
+    xcb_ungrab_server(connection_);
+    // A round trip: all of it has been done, or the connection has failed.
+    const auto done = Own(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    return done != nullptr;
+}
+
+} // namespace
+
+QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize size) {
+    const QSize target(size.width, size.height);
+    if (style == WallpaperStyle::Stretched) {
+        const int widthOver = picture.width() - size.width;
+        const int heightOver = picture.height() - size.height;
+        const bool bordered =
+            widthOver >= 0 && widthOver <= borderPixels && heightOver >= 0 && heightOver <= borderPixels;
+        return bordered ? picture.copy(widthOver / 2, heightOver / 2, size.width, size.height)
+                        : picture.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    QImage shown(target, QImage::Format_RGB32);
+    shown.fill(Qt::black);
+    QPainter painter(&shown);
+    if (style == WallpaperStyle::Tiled) {
+        painter.fillRect(shown.rect(), QBrush(picture));
+    } else {
+        painter.drawImage((size.width - picture.width()) / 2, (size.height - picture.height()) / 2, picture);
+    }
+    return shown;
+}
+
+bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors) {
+    const QImage read = QImage(QString::fromStdString(file)).convertToFormat(QImage::Format_RGB32);
+    RootWindow root;
+    if (read.isNull() || !root.IsConnected()) {
+        return false;
+    }
+    const PixelSize size = root.Size();
+    if (monitors.size() == 1 && monitors.front() == PixelRect{0, 0, size.width, size.height}) {
+        return root.Show(MonitorPicture(read, style, size));
+    }
+    QImage whole(size.width, size.height, QImage::Format_RGB32);
+    whole.fill(Qt::black);
+    QPainter painter(&whole);
+    for (const PixelRect& monitor : monitors) {
+        painter.drawImage(monitor.x, monitor.y, MonitorPicture(read, style, {monitor.width, monitor.height}));
+    }
+    painter.end();
+    return root.Show(whole);
+}
+
+} // namespace quorvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/session.h"
+
+#include <QObject>
+#include <memory>
+
+class QSocketNotifier;
+
+namespace quorvane {
+
+class QtEventLoop;
+
+// The ways in which a Linux session ends a program: SIGTERM, SIGINT and SIGHUP, the session manager's word,
+// and a display that goes away. Each is one end request. There is one session in a process.
+class LinuxSession final : public Session {
+  public:
+    LinuxSession(QtEventLoop& events, int argumentCount, char** arguments);
+    ~LinuxSession() override;
+
+    std::string CommandLine() override { return commandLine_; }
+    // An XDG autostart entry. The switches are left out: nothing but a person passes an option.
+    bool SetAutostart(bool enabled, const std::string& switches) override;
+    void OnEndRequest(std::function<void()> handler) override { endRequest_ = std::move(handler); }
+
+  private:
+    class QuitFilter;
+
+    void RequestEnd();
+    // The toolkit ends the process in the middle of its own work when the connection to the display breaks:
+    // what is left is done on the way out.
+    static void AtExit();
+
+    QtEventLoop& events_;
+    std::string commandLine_;
+    std::function<void()> endRequest_;
+    std::unique_ptr<QSocketNotifier> signals_;
+    std::unique_ptr<QuitFilter> quitFilter_;
+};
+
+// The text of an autostart entry that starts the program of this path.
+std::string AutostartEntry(const std::string& program);
+
+} // namespace quorvane
