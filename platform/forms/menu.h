@@ -18,7 +18,7 @@ struct MenuItem {
     bool enabled = true;
     bool visible = true;
     bool checked = false;
-    std::shared_ptr<Surface> bitmap; // shown before the caption
+    std::shared_ptr<Surface> bitmap; // shown before the caption; the upper left pixel's colour is transparent
     std::function<void()> onClick;
     std::deque<MenuItem> items;
 
