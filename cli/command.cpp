@@ -125,6 +125,10 @@ const std::string& Arguments::OnlyInput(std::string_view what) const {
     return inputs_[0];
 }
 
+void Arguments::NoInputs() const {
+    if (!inputs_.empty()) throw UsageError("what is \"" + inputs_[0] + "\"?");
+}
+
 bool Arguments::Has(std::string_view option) const {
     return options_.find(option) != options_.end();
 }

@@ -42,6 +42,8 @@ class Arguments {
     const std::vector<std::string>& Inputs() const { return inputs_; }
     // The one input that the command takes. Throws UsageError where there is none or more than one.
     const std::string& OnlyInput(std::string_view what) const;
+    // For a command that takes no input. Throws UsageError where there is one.
+    void NoInputs() const;
 
     bool Has(std::string_view option) const;
     std::optional<std::string> Value(std::string_view option) const;

@@ -5,6 +5,9 @@ namespace quorvane::cli {
 std::vector<Command> AllCommands() {
     return {
         CriteriaCommand(),
+        SkyCommand(),
+        JulianCommand(),
+        WeekCommand(),
         ScanCommand(),
     };
 }

@@ -8,6 +8,9 @@ namespace quorvane::cli {
 std::vector<Command> AllCommands();
 
 Command CriteriaCommand();
+Command SkyCommand();
+Command JulianCommand();
+Command WeekCommand();
 Command ScanCommand();
 
 } // namespace quorvane::cli

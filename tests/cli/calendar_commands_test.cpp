@@ -1,0 +1,60 @@
+#include "cli/commands.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace quorvane::cli {
+namespace {
+
+struct Ran {
+    int status = 0;
+    std::string out;
+};
+
+Ran RunWords(const std::vector<std::string>& words, const std::string& input = "") {
+    std::istringstream in(input);
+    std::ostringstream out;
+    std::ostringstream err;
+    Streams streams{in, out, err};
+    const int status = RunCommand(AllCommands(), words, streams);
+    return {status, out.str()};
+}
+
+TEST(WeekCommand, BatchKeepsOneLineForEachInput) {
+    const Ran ran = RunWords({"week", "--json", "-"}, "2026-01-01\n2026-02-29\n1804-12-31\n");
+    EXPECT_EQ(ran.status, Done);
+    EXPECT_EQ(ran.out, "{\"date\": \"2026-01-01\", \"week\": \"52\", \"day\": 1, \"first_monday\": 5, "
+                       "\"last_week\": 52, \"leap\": false}\n"
+                       "\n"
+                       "{\"date\": \"1804-12-31\", \"week\": \"54\", \"day\": 366, \"first_monday\": 2, "
+                       "\"last_week\": 54, \"leap\": true}\n");
+    EXPECT_EQ(RunWords({"week", "29.2.2026"}).status, Refused);
+    EXPECT_EQ(RunWords({"week"}).status, WrongUsage);
+}
+
+TEST(SkyCommand, TenLinesOfTheGivenPlaceAndZone) {
+    const std::vector<std::string> words = {"sky",        "--at",   "2026-06-21 12:00:00",
+                                            "--latitude", "54.2",   "--longitude",
+                                            "37.6",       "--bias", "-180",
+                                            "--zone",     "Tula"};
+    const Ran ran = RunWords(words);
+    EXPECT_EQ(ran.status, Done);
+    EXPECT_EQ(ran.out.substr(0, 5), "3:56\n");
+    EXPECT_EQ(ran.out.substr(ran.out.size() - 6), "\nTula\n");
+    EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), 10);
+    EXPECT_EQ(RunWords({"sky", "--latitude", "54.2"}).status, WrongUsage);
+    EXPECT_EQ(RunWords({"sky", "--latitude", "154.2", "--longitude", "0"}).status, Refused);
+}
+
+TEST(JulianCommand, AddsTheBias) {
+    EXPECT_EQ(RunWords({"julian", "--at", "2000-01-01 15:00:00", "--bias", "-180"}).out, "2451545\n");
+    EXPECT_EQ(RunWords({"julian", "--json", "--at", "2000-01-01", "--bias", "0"}).out,
+              "{\"julian\": 2451544.5}\n");
+    EXPECT_EQ(RunWords({"julian", "today"}).status, WrongUsage);
+    EXPECT_EQ(RunWords({"julian", "--bias", "99999999999"}).status, WrongUsage);
+}
+
+} // namespace
+} // namespace quorvane::cli
