@@ -1,5 +1,5 @@
-# The three things a folder of this tree declares: a library, a test program, a benchmark or fuzz target.
-# Sources are whatever .cpp files lie directly in the folder.
+# The things a folder of this tree declares: a library, a program, a test program, a benchmark or fuzz target.
+# Sources of a library are whatever .cpp files lie directly in the folder.
 
 # quorvane_library(NAME [DEPENDS target...]): the folder's sources as the static library quorvane_NAME.
 # A folder with headers alone becomes an interface library.
@@ -16,12 +16,21 @@ function(quorvane_library name)
   endif()
 endfunction()
 
+# quorvane_program(NAME [WIN32] SOURCE...): an executable; on Windows with icon, manifest and version, and with
+# WIN32 one without a console.
+function(quorvane_program name)
+  add_executable(${name} ${ARGN})
+  if(WIN32)
+    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/platform/windows/resources/quorvane.rc)
+  endif()
+endfunction()
+
 # quorvane_test(NAME [DEPENDS target...]): tests/NAME/*.cpp as one GoogleTest program and one ctest entry.
 function(quorvane_test name)
   cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
   string(REPLACE "/" "_" target ${name})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
-  add_executable(test_${target} ${sources})
+  quorvane_program(test_${target} ${sources})
   target_link_libraries(test_${target} PRIVATE ${arg_DEPENDS} GTest::gtest GTest::gtest_main)
   add_test(NAME ${target} COMMAND test_${target} --gtest_brief=1)
   set_tests_properties(${target} PROPERTIES TIMEOUT 300)

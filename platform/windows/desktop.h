@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/desktop.h"
+
+namespace quorvane {
+
+class WindowsDesktop final : public Desktop {
+  public:
+    PixelSize ScreenSize() override;
+    bool SetWallpaper(const std::string& path) override;
+    void ShowBusyPointer(bool busy) override;
+};
+
+} // namespace quorvane

@@ -1,0 +1,53 @@
+#include "platform/headless.h"
+
+#include "platform/memory/store.h"
+#include "platform/windows/clock.h"
+#include "platform/windows/drawing.h"
+#include "platform/windows/files.h"
+#include "platform/windows/store.h"
+#include "platform/windows/system.h"
+#include "platform/windows/win32.h"
+
+namespace quorvane {
+
+std::unique_ptr<Clock> CreateClock() {
+    return std::make_unique<WindowsClock>();
+}
+
+std::unique_ptr<Files> CreateFiles() {
+    return std::make_unique<WindowsFiles>();
+}
+
+std::unique_ptr<Drawing> CreateDrawing() {
+    return std::make_unique<WindowsDrawing>();
+}
+
+std::unique_ptr<System> CreateSystem() {
+    return std::make_unique<WindowsSystem>();
+}
+
+std::unique_ptr<Store> CreateStore(std::string&) {
+    return std::make_unique<RegistryStore>();
+}
+
+std::unique_ptr<Store> CreateScratchStore() {
+    struct SystemValue {
+        const char* key;
+        const char* name;
+    };
+    constexpr SystemValue systemValues[] = {{"Control Panel\\International", "sDecimal"},
+                                            {"Control Panel\\International", "sShortDate"},
+                                            {"Control Panel\\International", "iFirstDayOfWeek"},
+                                            {"Control Panel\\Colors", "ButtonFace"}};
+    RegistryStore registry;
+    auto scratch = std::make_unique<MemoryStore>();
+    for (const SystemValue& place : systemValues) {
+        const StoreKey from{{}, Hive::CurrentUser, place.key, KEY_READ};
+        const StoreKey to{{}, Hive::CurrentUser, place.key};
+        StoredValue value;
+        if (registry.Query(from, place.name, value) == store_error::None) scratch->Set(to, place.name, value);
+    }
+    return scratch;
+}
+
+} // namespace quorvane

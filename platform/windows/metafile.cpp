@@ -1,0 +1,112 @@
+#include "platform/files.h"
+#include "platform/windows/files.h"
+#include "platform/windows/picture.h"
+#include "platform/windows/wide.h"
+
+#include "core/text.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace quorvane {
+namespace {
+
+class Metafile final : public WindowsPicture {
+  public:
+    Metafile(HENHMETAFILE file, PixelSize size)
+        : file_(file)
+        , size_(size) {}
+    ~Metafile() override { DeleteEnhMetaFile(file_); }
+
+    PixelSize Size() const override { return size_; }
+
+    bool Paint(HDC dc, const PixelRect& target, std::string& why) const override {
+        const RECT area{target.x, target.y, target.x + target.width, target.y + target.height};
+        const int saved = SaveDC(dc);
+        const bool played = PlayEnhMetaFile(dc, file_, &area);
+        RestoreDC(dc, saved);
+        if (!played) why = "Can't play the metafile";
+        return played;
+    }
+
+  private:
+    HENHMETAFILE file_;
+    PixelSize size_;
+};
+
+int PixelsOf(double inches, int dotsPerInch) {
+    return static_cast<int>(std::lround(inches * dotsPerInch));
+}
+
+constexpr double hundredthMillimetresPerInch = 2540;
+
+// The header in front of a placeable metafile: a rectangle and its units an inch. It lies packed in the file.
+struct Placement {
+    static constexpr std::size_t bytes = 22;
+    static constexpr std::uint32_t key = 0x9AC6CDD7;
+
+    std::int16_t left = 0, top = 0, right = 0, bottom = 0;
+    std::uint16_t unitsPerInch = 0;
+
+    static bool Read(const std::string& content, Placement& out) {
+        std::uint32_t first = 0;
+        if (content.size() <= bytes) return false;
+        std::memcpy(&first, content.data(), sizeof first);
+        if (first != key) return false;
+        const char* box = content.data() + 6;
+        std::memcpy(&out.left, box, 2);
+        std::memcpy(&out.top, box + 2, 2);
+        std::memcpy(&out.right, box + 4, 2);
+        std::memcpy(&out.bottom, box + 6, 2);
+        std::memcpy(&out.unitsPerInch, box + 8, 2);
+        return out.unitsPerInch > 0 && out.right != out.left && out.bottom != out.top;
+    }
+    double InchesWide() const { return std::abs(static_cast<double>(right) - left) / unitsPerInch; }
+    double InchesHigh() const { return std::abs(static_cast<double>(bottom) - top) / unitsPerInch; }
+};
+
+std::unique_ptr<Picture> LoadPlaceable(const std::string& content, int dotsPerInch) {
+    Placement placement;
+    if (!Placement::Read(content, placement)) return nullptr;
+    METAFILEPICT extents{MM_ANISOTROPIC,
+                         static_cast<LONG>(placement.InchesWide() * hundredthMillimetresPerInch),
+                         static_cast<LONG>(placement.InchesHigh() * hundredthMillimetresPerInch), nullptr};
+    const HDC screen = GetDC(nullptr);
+    const HENHMETAFILE file = SetWinMetaFileBits(
+        static_cast<UINT>(content.size() - Placement::bytes),
+        reinterpret_cast<const BYTE*>(content.data()) + Placement::bytes, screen, &extents);
+    ReleaseDC(nullptr, screen);
+    if (!file) return nullptr;
+    return std::make_unique<Metafile>(file, PixelSize{PixelsOf(placement.InchesWide(), dotsPerInch),
+                                                      PixelsOf(placement.InchesHigh(), dotsPerInch)});
+}
+
+std::unique_ptr<Picture> LoadEnhanced(const std::string& content, int dotsPerInch) {
+    const HENHMETAFILE file =
+        SetEnhMetaFileBits(static_cast<UINT>(content.size()), reinterpret_cast<const BYTE*>(content.data()));
+    ENHMETAHEADER header{};
+    if (!file || GetEnhMetaFileHeader(file, sizeof header, &header) == 0) return nullptr;
+    const PixelSize size{
+        PixelsOf((header.rclFrame.right - header.rclFrame.left) / hundredthMillimetresPerInch, dotsPerInch),
+        PixelsOf((header.rclFrame.bottom - header.rclFrame.top) / hundredthMillimetresPerInch, dotsPerInch)};
+    auto picture = std::make_unique<Metafile>(file, size);
+    return size.width > 0 && size.height > 0 ? std::move(picture) : nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<Picture> LoadMetafile(const std::string& path, int dotsPerInch, std::string& why) {
+    const std::string lower = LowerCase(path);
+    const bool enhanced = lower.ends_with(".emf");
+    if (!enhanced && !lower.ends_with(".wmf")) return nullptr;
+    const auto content = WindowsFiles().Read(path);
+    if (!content) {
+        why = "File not found: [" + path + "]";
+        return nullptr;
+    }
+    auto picture = enhanced ? LoadEnhanced(*content, dotsPerInch) : LoadPlaceable(*content, dotsPerInch);
+    if (!picture) why = "No metafile that the system can play: [" + path + "]";
+    return picture;
+}
+
+} // namespace quorvane

@@ -1,0 +1,178 @@
+#include "core/run_time_error.h"
+#include "platform/windows/clock.h"
+#include "platform/windows/desktop.h"
+#include "platform/windows/event_loop.h"
+#include "platform/windows/session.h"
+#include "platform/windows/store.h"
+#include "platform/windows/system.h"
+#include "platform/windows/wide.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace quorvane {
+namespace {
+
+TEST(Wide, KeepsEveryLetterAndCutsBetweenThem) {
+    const std::string text = "aé€𝄞Ж";
+    EXPECT_EQ(Utf8(Wide(text)), text);
+    EXPECT_EQ(Wide("\xFFx"), L"\xFFFDx");
+    EXPECT_EQ(CutToBytes("aЖЖ", 4), "aЖ");
+    EXPECT_EQ(CutToBytes("aЖЖ", 5), "aЖЖ");
+    EXPECT_EQ(CutToBytes("Ж", 1), "");
+    wchar_t field[3] = L"??";
+    CopyToField("abcd", field, 3);
+    EXPECT_STREQ(field, L"ab");
+}
+
+TEST(WindowsClock, FollowsTheRulesOfTheZone) {
+    WindowsClock clock;
+    const DateTime now = clock.Now();
+    EXPECT_GT(now.year, 2000);
+    const TimeZone zone = clock.ZoneAt(now);
+    EXPECT_TRUE(zone.known);
+    EXPECT_FALSE(zone.name.empty());
+    SYSTEMTIME universal{}, local{};
+    GetSystemTime(&universal);
+    SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
+    const int inForce = zone.bias + (zone.daylight ? zone.daylightBias : zone.standardBias);
+    const int difference = (universal.wHour * 60 + universal.wMinute) - (local.wHour * 60 + local.wMinute);
+    EXPECT_EQ((inForce - difference) % 1440, 0);
+    const std::int64_t before = clock.Ticks();
+    EXPECT_GE(clock.Ticks(), before);
+    EXPECT_TRUE(clock.ZoneAt({1, 1, 1}).known) << "years before the system's calendar";
+}
+
+TEST(WindowsEventLoop, TimersRepeatMergeAndStop) {
+    WindowsEventLoop events;
+    int ticks = 0, others = 0;
+    TimerId timer = 0;
+    timer = events.StartTimer("three", 10, [&] {
+        if (++ticks == 3) events.StopTimer(timer);
+    });
+    const TimerId other = events.StartTimer("counter", 15, [&] { ++others; });
+    events.RunWhile([&] { return others < 6; });
+    EXPECT_EQ(ticks, 3);
+
+    Sleep(100); // stands for a tick of somebody else that took long
+    others = 0;
+    events.Pump();
+    EXPECT_LE(others, 2) << "late ticks are merged";
+    events.StopTimer(other);
+    events.StopTimer(other);
+}
+
+TEST(WindowsEventLoop, PostedWorkRunsOnceInOrder) {
+    WindowsEventLoop events;
+    std::string order;
+    events.Post([&] {
+        order += 'a';
+        events.Post([&] { order += 'c'; });
+    });
+    events.Post([&] { order += 'b'; });
+    EXPECT_EQ(order, "");
+    events.Pump();
+    EXPECT_EQ(order, "abc");
+}
+
+TEST(WindowsEventLoop, FailuresAreReportedAndAnEndLeavesEveryLoop) {
+    WindowsEventLoop events;
+    std::string failures;
+    events.OnFailure(
+        [&](int number, const char* words) { failures += std::to_string(number) + words + ";"; });
+    events.Post([] { throw RunTimeError::DivisionByZero(); });
+    events.Post([] { throw std::logic_error("odd"); });
+    events.Pump();
+    EXPECT_EQ(failures, "11Division by zero;51odd;");
+
+    bool inner = false, later = false;
+    events.Post([&] {
+        events.Post([] { throw ProcessEnd{7}; });
+        events.Post([&] { later = true; });
+        try {
+            events.RunWhile([] { return true; });
+        } catch (const ProcessEnd&) {
+            inner = true;
+            throw;
+        }
+    });
+    EXPECT_EQ(events.Run(), 7);
+    EXPECT_TRUE(inner);
+    EXPECT_FALSE(later) << "nothing runs after the end";
+}
+
+TEST(WindowsEventLoop, AnEndClosesAMessageBox) {
+    WindowsEventLoop events;
+    const TimerId timer = events.StartTimer("end", 50, [] { throw ProcessEnd{3}; });
+    events.Post([&] {
+        MessageBoxW(nullptr, L"It waits for nobody.", L"Quorvane II", MB_OK);
+        events.LeaveIfEnding();
+    });
+    EXPECT_EQ(events.Run(), 3);
+    events.StopTimer(timer);
+}
+
+TEST(WindowsSession, TheSystemsRequestToEndArrivesOnce) {
+    WindowsEventLoop events;
+    RegistryStore store;
+    WindowsSession session(events, store);
+    int requests = 0;
+    session.OnEndRequest([&] { ++requests; });
+    EXPECT_EQ(SendMessageW(events.Window(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    EXPECT_EQ(requests, 0);
+    SendMessageW(events.Window(), WM_ENDSESSION, FALSE, 0);
+    EXPECT_EQ(requests, 0) << "the log-off was called off";
+    SendMessageW(events.Window(), WM_ENDSESSION, TRUE, 0);
+    PostMessageW(events.Window(), WM_CLOSE, 0, 0);
+    events.Pump();
+    EXPECT_EQ(requests, 1);
+    EXPECT_NE(session.CommandLine().find("--gtest"), std::string::npos);
+    EXPECT_EQ(session.CommandLine().find(".exe"), std::string::npos);
+}
+
+TEST(WindowsSession, AutostartIsAValueOfTheRunKey) {
+    WindowsEventLoop events;
+    RegistryStore store;
+    WindowsSession session(events, store);
+    const StoreKey run{"", Hive::CurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
+    StoredValue read;
+    EXPECT_TRUE(session.SetAutostart(true, "/win9x"));
+    ASSERT_EQ(store.Query(run, "Quorvane II", read), store_error::None);
+    EXPECT_NE(read.data.find("\\test_platform_windows.exe /win9x"), std::string::npos) << read.data;
+    EXPECT_TRUE(session.SetAutostart(false, ""));
+    EXPECT_EQ(store.Query(run, "Quorvane II", read), store_error::NotFound);
+    EXPECT_TRUE(session.SetAutostart(false, "")) << "it is off already";
+}
+
+TEST(WindowsSystem, TellsWhoAndWhereItIs) {
+    WindowsSystem system;
+    const VersionRecord version = system.Version();
+    EXPECT_EQ(version.dwPlatformId, 2);
+    EXPECT_GE(version.dwMajorVersion, 5);
+    EXPECT_GT(version.dwBuildNumber, 0);
+    EXPECT_FALSE(system.UserName().empty());
+    EXPECT_FALSE(system.ComputerName().empty());
+    EXPECT_NE(system.SystemWindowsDirectory().find(":\\"), std::string::npos);
+    EXPECT_TRUE(system.EnablePrivilege("SeShutdownPrivilege"));
+    EXPECT_FALSE(system.EnablePrivilege("SeNoSuchPrivilege"));
+    const auto fonts = system.FontNames();
+    EXPECT_GT(fonts.size(), 3U);
+    EXPECT_TRUE(std::is_sorted(fonts.begin(), fonts.end()));
+    EXPECT_EQ(system.AddFontFile("C:\\no such font.ttf"), 0);
+}
+
+TEST(WindowsDesktop, TakesABitmapAsWallpaper) {
+    WindowsDesktop desktop;
+    EXPECT_GE(desktop.ScreenSize().width, 320);
+    wchar_t before[MAX_PATH]{}, after[MAX_PATH]{};
+    SystemParametersInfoW(SPI_GETDESKWALLPAPER, MAX_PATH, before, 0);
+    EXPECT_TRUE(desktop.SetWallpaper("C:\\Обои.bmp"));
+    SystemParametersInfoW(SPI_GETDESKWALLPAPER, MAX_PATH, after, 0);
+    EXPECT_EQ(std::wstring(after), L"C:\\Обои.bmp");
+    desktop.SetWallpaper(Utf8(before));
+}
+
+} // namespace
+} // namespace quorvane
