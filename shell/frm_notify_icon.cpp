@@ -1,0 +1,128 @@
+#include "shell/frm_notify_icon.h"
+
+#include "core/text.h"
+#include "engine/apply.h"
+#include "platform/tray.h"
+#include "shell/menu_artwork.h"
+
+#include <utility>
+
+namespace quorvane {
+
+namespace {
+
+constexpr const char* title = "Quorvane II";
+
+ListedFile* FindFile(OneBased<ListedFile>& list, const std::string& path) {
+    for (ListedFile& file : list) {
+        if (SameName(file.Path, path)) {
+            return &file;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+frmNotifyIcon::frmNotifyIcon(Forms& forms, GlobalRecord& record, const Platform& platform, Hooks hooks)
+    : Form(forms, "frmNotifyIcon")
+    , record_(record)
+    , platform_(platform)
+    , hooks_(std::move(hooks)) {}
+
+void frmNotifyIcon::OnLoad() {
+    TrayRecord record;
+    record.tip = title;
+    platform_.tray.OnMessage([this](int message) { TakeMessage(message); });
+    platform_.tray.Add(record);
+    platform_.tray.SetVersion(record.version);
+    BuildTrayMenu();
+    platform_.tray.SetMenu(&mnu_popup);
+}
+
+void frmNotifyIcon::OnUnload() {
+    RemoveTrayIcon();
+    platform_.tray.SetMenu(nullptr);
+    platform_.tray.OnMessage(nullptr);
+    mnu_popup.Clear();
+}
+
+void frmNotifyIcon::ShowTrayTip() {
+    TrayRecord record;
+    record.tip = title;
+    record.balloonText =
+        std::string(title) + "\r\nCurrent wallpaper: [" + record_.LastSelectedWallpaper + "]";
+    platform_.tray.Add(record);
+}
+
+void frmNotifyIcon::RemoveTrayIcon() {
+    platform_.tray.Remove();
+}
+
+void frmNotifyIcon::BuildTrayMenu() {
+    mnu_popup.Clear();
+    const auto add = [this](int index, const char* caption, std::function<void()> onClick) -> MenuItem& {
+        MenuItem item;
+        item.name = "mnu_popup_entry";
+        item.index = index;
+        item.caption = caption;
+        item.onClick = std::move(onClick);
+        return mnu_popup.Add(std::move(item));
+    };
+    add(0, "&Change wallpaper", [this] { ChangeNow(); }).bitmap =
+        Add_BM_Handler(LandscapeBitmap(platform_.drawing));
+    add(1, "Add current wallpaper to favorites", [this] { AddCurrentWallpaper(record_.FavoritesSources); });
+    add(2, "Remove current wallpaper to favorites", [this] { RemoveCurrentFromFavorites(); });
+    add(3, "Add current wallpaper to blacklist", [this] { AddCurrentWallpaper(record_.BlacklistedSources); });
+    mnu_popup.AddSeparator();
+    add(13, "E&xit", [this] { Exit(); });
+    mnu_popup.SetDefaultItem(0);
+}
+
+// The menu holds the bitmap itself; the number stands for it in the record and in the state dump.
+std::shared_ptr<Surface> frmNotifyIcon::Add_BM_Handler(std::shared_ptr<Surface> picture) {
+    if (picture) {
+        record_.BMHandles.push_back(record_.BMHandlesCount() + 1);
+    }
+    return picture;
+}
+
+void frmNotifyIcon::TakeMessage(int message) {
+    if (message == tray_message::RightButtonUp) {
+        platform_.tray.Popup(mnu_popup);
+    } else if (message == tray_message::LeftDoubleClick) {
+        const int byDefault = mnu_popup.DefaultItem();
+        if (byDefault != -1) {
+            Menu::Choose(mnu_popup.Items()[static_cast<std::size_t>(byDefault)]);
+        }
+    }
+}
+
+// A change by hand starts the interval anew.
+void frmNotifyIcon::ChangeNow() {
+    hooks_.changeWallpaper("", change_mode::User);
+    record_.ChangeWallpaperIntervalCurrent = record_.ChangeWallpaperInterval;
+}
+
+void frmNotifyIcon::AddCurrentWallpaper(OneBased<ListedFile>& list) {
+    if (ListedFile* listed = FindFile(list, record_.LastSelectedWallpaper)) {
+        listed->Active = true;
+    } else {
+        list.Add({record_.LastSelectedWallpaper, true});
+    }
+    hooks_.writeSettings();
+}
+
+// The row stays, switched off.
+void frmNotifyIcon::RemoveCurrentFromFavorites() {
+    if (ListedFile* listed = FindFile(record_.FavoritesSources, record_.LastSelectedWallpaper)) {
+        listed->Active = false;
+    }
+    hooks_.writeSettings();
+}
+
+void frmNotifyIcon::Exit() {
+    record_.Main_Exec ? hooks_.releaseAndEnd() : hooks_.saveAndEnd();
+}
+
+} // namespace quorvane

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+namespace quorvane {
+
+class Drawing;
+class Surface;
+
+// The small picture of the entry that changes the wallpaper: a landscape in a frame. Null where there is no
+// memory for it.
+std::shared_ptr<Surface> LandscapeBitmap(Drawing& drawing);
+
+} // namespace quorvane
