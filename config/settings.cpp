@@ -229,15 +229,19 @@ void PublishWallpaper(const GlobalRecord& record, Store& store, Prompts& prompts
     };
     publish("Wallpaper", record.Wallpaper);
     publish("WallpaperStyle", style);
-    if (!record.SyncWithSystemDefaultWallpaper) return;
-    const auto publishForSystem = [&](std::string_view name, std::string_view value, const char* what) {
+    if (record.SyncWithSystemDefaultWallpaper)
+        PublishSystemWallpaper(store, prompts, record.Wallpaper, style);
+}
+
+void PublishSystemWallpaper(Store& store, Prompts& prompts, std::string_view path, std::string_view style) {
+    const auto publish = [&](std::string_view name, std::string_view value, const char* what) {
         if (WriteDesktopValue(store, Hive::Users, ".DEFAULT\\Control Panel\\Desktop", name, value)) return;
         prompts.Message(std::string("Unable set system ") + what +
                             ", please check that you have an administrative rights!",
                         "Error!", message_style::Stop);
     };
-    publishForSystem("Wallpaper", record.Wallpaper, "wallpaper");
-    publishForSystem("WallpaperStyle", style, "wallpaper style");
+    publish("Wallpaper", path, "wallpaper");
+    publish("WallpaperStyle", style, "wallpaper style");
 }
 
 void ReadSettings(GlobalRecord& record, Store& store, Files& files, Prompts& prompts,

@@ -38,6 +38,10 @@ void ReadRecord(GlobalRecord& record, Store& store, Files& files, const Settings
 void PublishWallpaper(const GlobalRecord& record, Store& store, Prompts& prompts,
                       const SettingsEvents& events);
 
+// The two values of the system's default user, whose desktop the log-on shows. A failure is shown in a
+// message box, and the other value is written all the same.
+void PublishSystemWallpaper(Store& store, Prompts& prompts, std::string_view path, std::string_view style);
+
 // The style that goes with WallpaperPosition: "0" centred, "1" tiled, "2" stretched.
 std::string_view WallpaperStyle(std::int32_t wallpaperPosition);
 

@@ -1,23 +1,13 @@
 #include "engine/apply.h"
 
-#include "config/registry.h"
+#include "config/settings.h"
 #include "engine/tray_report.h"
 #include "platform/bitmap_file.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
-#include "platform/prompts.h"
 
 namespace quorvane {
 namespace {
-
-constexpr const char* NoRights = ", please check that you have an administrative rights!";
-
-void WriteSystemValue(const char* name, const std::string& value, const std::string& failure,
-                      const Platform& platform) {
-    const int written = RegWriteValue(platform.store, "", Hive::Users, ".DEFAULT\\Control Panel\\Desktop",
-                                      key_access::All, name, std::string_view(value));
-    if (written == 0) platform.prompts.Message(failure + NoRights, "Error!", message_style::Stop);
-}
 
 void SaveCanvas(Surface& canvas, const std::string& path, const Platform& platform, Complaints& complaints) {
     const std::string ownFolder = platform.files.WritableDirectory();
@@ -32,8 +22,7 @@ void SaveSystemWallpaper(Surface* canvas, const GlobalRecord& record, const Plat
                          Complaints& complaints) {
     const std::string path = record.System_Directory + platform.files.Separator() + "System.bmp";
     if (canvas) SaveCanvas(*canvas, path, platform, complaints);
-    WriteSystemValue("Wallpaper", path, "Unable set system wallpaper", platform);
-    WriteSystemValue("WallpaperStyle", "", "Unable set system wallpaper style", platform);
+    PublishSystemWallpaper(platform.store, platform.prompts, path, "");
 }
 
 void ReportInTray(const TrayRecord& report, Tray& tray) {
