@@ -32,6 +32,16 @@ constexpr bool IsLink(const GrammarRow& row) {
 static_assert(std::all_of(CriteriaGrammar.begin(), CriteriaGrammar.end(),
                           [](const GrammarRow& row) { return IsLink(row) != IsChoice(row); }));
 
+// Of each row of the table the leksem that turns its first alternative into the second; 0 for a choice.
+constexpr auto LinkLeksems = [] {
+    std::array<char, CriteriaGrammar.size()> leksems{};
+    for (std::size_t at = 0; at < leksems.size(); ++at) {
+        const GrammarRow& row = CriteriaGrammar[at];
+        if (IsLink(row)) leksems[at] = RowOf(row.alternatives[1].back()).alternatives[0][0];
+    }
+    return leksems;
+}();
+
 class Analyser {
   public:
     Analyser(std::string_view leksems, std::size_t stackEntries)
@@ -103,25 +113,24 @@ Analyser::Match Analyser::Take(char leksem) {
 
 Analyser::Match Analyser::Expand(char row, char leksem) {
     if (!HasRoom()) return Match::NoRoom;
-    const GrammarRow& alternatives = RowOf(row);
+    const auto& alternatives = RowOf(row).alternatives;
     unsigned char chosen = 1;
-    if (!IsLink(alternatives)) {
-        while (alternatives.alternatives[chosen - 1U][0] != leksem) {
-            if (chosen == alternatives.alternatives.size()) return Match::No;
+    if (LinkLeksems[RowIndex(row)] == 0) {
+        while (alternatives[chosen - 1U][0] != leksem) {
+            if (chosen == alternatives.size()) return Match::No;
             ++chosen;
         }
     }
-    open_.push_back({derivation_.productions.size(), alternatives.alternatives[chosen - 1U]});
+    open_.push_back({derivation_.productions.size(), alternatives[chosen - 1U]});
     derivation_.productions.push_back({row, chosen});
     return Match::Yes;
 }
 
 bool Analyser::Lengthen(OpenProduction& link, char leksem) {
     Production& production = derivation_.productions[link.index];
-    const GrammarRow& row = RowOf(production.row);
-    if (production.alternative != 1 || !IsLink(row)) return false;
-    const std::string_view longer = row.alternatives[1];
-    if (RowOf(longer.back()).alternatives[0][0] != leksem) return false;
+    const char linkLeksem = LinkLeksems[RowIndex(production.row)];
+    if (production.alternative != 1 || linkLeksem == 0 || linkLeksem != leksem) return false;
+    const std::string_view longer = RowOf(production.row).alternatives[1];
     production.alternative = 2;
     link.rest = longer.substr(longer.size() - 1);
     return true;

@@ -50,11 +50,19 @@ constexpr bool IsRow(char symbol) {
     return symbol >= 'A' && symbol <= 'Z';
 }
 
+// The row of each capital letter.
+inline constexpr auto GrammarRowIndices = [] {
+    std::array<unsigned char, 26> indices{};
+    for (std::size_t at = 0; at < CriteriaGrammar.size(); ++at)
+        indices[static_cast<std::size_t>(CriteriaGrammar[at].name - 'A')] = static_cast<unsigned char>(at);
+    return indices;
+}();
+
+constexpr std::size_t RowIndex(char name) {
+    return GrammarRowIndices[static_cast<std::size_t>(name - 'A')];
+}
 constexpr const GrammarRow& RowOf(char name) {
-    for (const GrammarRow& row : CriteriaGrammar) {
-        if (row.name == name) return row;
-    }
-    return CriteriaGrammar[0];
+    return CriteriaGrammar[RowIndex(name)];
 }
 
 constexpr std::string_view TextOf(const Production& production) {

@@ -86,6 +86,31 @@ void AppendEscaped(std::string& json, char c) {
     }
 }
 
+bool IsPlain(char c) {
+    return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
+}
+
+void AppendJsonText(std::string& json, std::string_view text) {
+    json += '"';
+    while (!text.empty()) {
+        const auto plain =
+            static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsPlain) - text.begin());
+        json += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) break;
+        const std::size_t length = SequenceLength(text);
+        if (length == 0) {
+            json += "\xEF\xBF\xBD";
+        } else if (length == 1) {
+            AppendEscaped(json, text[0]);
+        } else {
+            json += text.substr(0, length);
+        }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    json += '"';
+}
+
 } // namespace
 
 Arguments::Arguments(const std::vector<std::string>& words, const std::vector<std::string>& valued,
@@ -246,30 +271,27 @@ int ForEachInput(const std::string& input, Streams& streams,
 }
 
 std::string JsonText(std::string_view text) {
-    std::string json = "\"";
-    while (!text.empty()) {
-        const std::size_t length = SequenceLength(text);
-        if (length == 0) {
-            json += "\xEF\xBF\xBD";
-        } else if (length == 1) {
-            AppendEscaped(json, text[0]);
-        } else {
-            json += text.substr(0, length);
-        }
-        text.remove_prefix(std::max<std::size_t>(length, 1));
-    }
-    return json + '"';
+    std::string json;
+    AppendJsonText(json, text);
+    return json;
+}
+
+void JsonObject::AddKey(std::string_view key) {
+    if (!members_.empty()) members_ += ", ";
+    AppendJsonText(members_, key);
+    members_ += ": ";
 }
 
 JsonObject& JsonObject::AddRaw(std::string_view key, std::string_view json) {
-    if (!members_.empty()) members_ += ", ";
-    members_ += JsonText(key) + ": ";
+    AddKey(key);
     members_ += json;
     return *this;
 }
 
 JsonObject& JsonObject::Add(std::string_view key, std::string_view text) {
-    return AddRaw(key, JsonText(text));
+    AddKey(key);
+    AppendJsonText(members_, text);
+    return *this;
 }
 
 JsonObject& JsonObject::Add(std::string_view key, double number) {

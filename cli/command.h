@@ -103,6 +103,7 @@ class JsonObject {
     std::string Text() const { return "{" + members_ + "}"; }
 
   private:
+    void AddKey(std::string_view key);
     JsonObject& AddRaw(std::string_view key, std::string_view json);
     std::string members_;
 };
