@@ -1,0 +1,51 @@
+// Any bytes as a criterion. Where the text is short enough for the slow walk, both must agree.
+
+#include "alarms/criteria_compiler.h"
+#include "alarms/criteria_generation.h"
+#include "alarms/criteria_lexer.h"
+#include "alarms/criteria_rewriting.h"
+#include "tests/alarms/criteria_reference.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+using namespace quorvane;
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+void CompareWithTheSlowWalk(const std::string& leksems, std::size_t stackEntries) {
+    const auto slow = reference::Walk(leksems, stackEntries, 3000);
+    if (!slow) return;
+    Derivation fast = AnalyseLeksems(leksems, stackEntries);
+    Require(fast.outcome == slow->outcome);
+    Require(fast.furthest == slow->furthest);
+    if (fast.outcome != Derivation::Outcome::Accepted) return;
+    Require(fast.productions == slow->productions);
+
+    NumberValues(fast.productions);
+    const auto rewritten = reference::Rewrite(fast.productions);
+    auto prefix = PrefixOrder(fast.productions);
+    for (Production& production : prefix) {
+        if (reference::IsOperatorRow(production)) production.alternative = 2;
+    }
+    Require(rewritten && prefix == *rewritten);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const CompiledCriterion result = CompileCriteria(text);
+    Require(!result.refused || result.compiled.empty());
+    Require(result.refused || result.message.empty());
+
+    std::string leksems;
+    PassOver([&] { leksems = ScanCriterion(text).leksems; });
+    CompareWithTheSlowWalk(leksems, AnalyserStackEntries);
+    CompareWithTheSlowWalk(leksems, 4 + size % 32);
+    return 0;
+}

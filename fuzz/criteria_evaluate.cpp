@@ -1,0 +1,33 @@
+// Any bytes as a compiled criterion and as a typed one, at any moment. Where the text is short enough for the
+// arrays, the decoded program must agree with them.
+
+#include "alarms/criteria_program.h"
+#include "alarms/criteria_trial.h"
+#include "platform/seeded_random.h"
+#include "tests/alarms/criteria_evaluation_reference.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace quorvane;
+    if (size < 4) return 0;
+    const DateTime now{2000 + data[0], 1 + data[1] % 12, 1 + data[1] / 12 % 28,
+                       data[2] % 24,   data[2] / 8 % 60, data[3] % 60};
+    const std::string text(reinterpret_cast<const char*>(data + 4), size - 4);
+
+    SeededRandom random;
+    const CriteriaMoment moment(now, random);
+    CriteriaMemory memory;
+    const bool answer = TestCriteria(text, moment, memory);
+    if (text.size() < 200) {
+        CriteriaMemory slowMemory;
+        if (answer != reference::TestCriteria(text, moment, slowMemory)) std::abort();
+        if (memory.entries != slowMemory.entries) std::abort();
+    }
+    CriteriaMemory watchedMemory;
+    WatchedCriterion watched;
+    if (watched.Test(text, moment, watchedMemory) != answer) std::abort();
+    TryCriteria(text, moment, memory);
+    return 0;
+}
