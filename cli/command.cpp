@@ -93,8 +93,8 @@ bool IsPlain(char c) {
 void AppendJsonText(std::string& json, std::string_view text) {
     json += '"';
     while (!text.empty()) {
-        const auto plain =
-            static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsPlain) - text.begin());
+        const auto plain = static_cast<std::size_t>(
+            std::find_if_not(text.begin(), text.end(), [](char c) { return IsPlain(c); }) - text.begin());
         json += text.substr(0, plain);
         text.remove_prefix(plain);
         if (text.empty()) break;
