@@ -1,0 +1,69 @@
+#include "platform/linux/desktop/display.h"
+
+#include <QString>
+#include <QtGlobal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+namespace quorvane {
+
+namespace {
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+bool AnswersX() {
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+bool AnswersWayland(const std::string& name) {
+    const std::string path = name.starts_with('/') ? name : Variable("XDG_RUNTIME_DIR") + "/" + name;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        return false;
+    }
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    const int socketId = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool answers = connect(socketId, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    close(socketId);
+    return answers;
+}
+
+void TakeMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    std::fprintf(stderr, "quorvane: %s\n", message.toUtf8().constData());
+    if (type == QtFatalMsg) {
+        _exit(1);
+    }
+}
+
+} // namespace
+
+std::string DisplayProblem() {
+    const std::string x = Variable("DISPLAY");
+    const std::string wayland = Variable("WAYLAND_DISPLAY");
+    if (!Variable("QT_QPA_PLATFORM").empty() || (!wayland.empty() && AnswersWayland(wayland)) ||
+        (!x.empty() && AnswersX())) {
+        return {};
+    }
+    if (x.empty() && wayland.empty()) {
+        return "there is no display to run on: neither DISPLAY nor WAYLAND_DISPLAY is set";
+    }
+    return "the display \"" + (x.empty() ? wayland : x) + "\" cannot be opened";
+}
+
+void EndPlainlyWhereTheToolkitFails() {
+    qInstallMessageHandler(TakeMessage);
+}
+
+} // namespace quorvane
