@@ -79,7 +79,7 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
             sigaction(number, &action, nullptr);
         }
     }
-    qApp->installEventFilter(quitFilter_.get());
+    QCoreApplication::instance()->installEventFilter(quitFilter_.get());
     // Started at log-on by its autostart entry or not at all.
     QObject::connect(qApp, &QGuiApplication::saveStateRequest,
                      [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });

@@ -1,0 +1,161 @@
+#include "platform/linux/desktop/event_loop.h"
+
+#include "core/run_time_error.h"
+#include "platform/linux/desktop/session.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <chrono>
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+class QtEventLoopTest : public ::testing::Test {
+  protected:
+    // Runs events until the condition holds; a timer of the loop itself is the limit.
+    void RunUntil(const std::function<bool()>& condition) {
+        bool late = false;
+        const TimerId limit = loop_.StartTimer("limit", 10'000, [&] { late = true; });
+        loop_.RunWhile([&] { return !condition() && !late; });
+        loop_.StopTimer(limit);
+        EXPECT_FALSE(late);
+    }
+    static void KeepBusy(milliseconds time) {
+        const auto end = steady_clock::now() + time;
+        while (steady_clock::now() < end) {
+        }
+    }
+
+    int argumentCount_ = 0;
+    QCoreApplication application_{argumentCount_, nullptr};
+    QtEventLoop loop_;
+};
+
+TEST_F(QtEventLoopTest, TicksThatComeLateAreMerged) {
+    int ticks = 0;
+    loop_.StartTimer("fast", 10, [&] { ++ticks; });
+    KeepBusy(milliseconds(200));
+    loop_.Pump();
+    EXPECT_EQ(ticks, 1);
+    RunUntil([&] { return ticks == 5; });
+}
+
+TEST_F(QtEventLoopTest, ANestedWaitKeepsAllTimersGoingAndTheOneItIsInToo) {
+    int inner = 0;
+    int outer = 0;
+    bool waited = false;
+    loop_.StartTimer("other", 20, [&] { ++inner; });
+    loop_.StartTimer("modal", 30, [&] {
+        if (++outer == 1) {
+            loop_.RunWhile([&] { return inner < 4 || outer < 2; });
+            waited = true;
+        }
+    });
+    RunUntil([&] { return waited; });
+    EXPECT_GE(outer, 2);
+}
+
+TEST_F(QtEventLoopTest, ATimerStoppedInsideATickFiresNoMore) {
+    int second = 0;
+    TimerId other = 0;
+    loop_.StartTimer("first", 20, [&] { loop_.StopTimer(other); });
+    other = loop_.StartTimer("second", 20, [&] { ++second; });
+    KeepBusy(milliseconds(30)); // both are due
+    loop_.Pump();
+    EXPECT_EQ(second, 0);
+}
+
+TEST_F(QtEventLoopTest, SlowTimersShareTheirWakings) {
+    const auto start = steady_clock::now();
+    std::vector<milliseconds> moments;
+    const auto note = [&] {
+        moments.push_back(std::chrono::duration_cast<milliseconds>(steady_clock::now() - start));
+    };
+    loop_.StartTimer("a", 400, note);
+    KeepBusy(milliseconds(8)); // started a little later, due a little later
+    loop_.StartTimer("b", 400, note);
+    RunUntil([&] { return moments.size() >= 2; });
+    EXPECT_LE((moments[1] - moments[0]).count(), 2);
+    EXPECT_GE(moments[0].count(), 400) << "never early";
+}
+
+TEST_F(QtEventLoopTest, FailuresGoToTheHandlerAndOneInsideTheHandlerEnds) {
+    std::vector<int> numbers;
+    loop_.OnFailure([&](int number, const char*) {
+        numbers.push_back(number);
+        if (number == 6) {
+            throw RunTimeError::Overflow();
+        }
+    });
+    loop_.Post([] { throw RunTimeError::DivisionByZero(); });
+    loop_.Post([] { throw std::bad_alloc(); });
+    loop_.Pump();
+    EXPECT_EQ(numbers, (std::vector<int>{11, 7}));
+    loop_.Post([] { throw RunTimeError::Overflow(); });
+    EXPECT_THROW(loop_.Pump(), ProcessEnd);
+}
+
+TEST_F(QtEventLoopTest, TheEndLeavesNestedLoopsOfBothKinds) {
+    bool innerLeft = false;
+    loop_.Post([&] {
+        try {
+            loop_.RunWhile([] { return true; });
+        } catch (const ProcessEnd&) {
+            innerLeft = true;
+            throw;
+        }
+    });
+    loop_.Post([&] {
+        QEventLoop foreign; // as a file dialogue of the toolkit has
+        foreign.exec();
+    });
+    loop_.StartTimer("end", 30, [] { throw ProcessEnd{4}; });
+    EXPECT_EQ(loop_.Run(), 4);
+    EXPECT_TRUE(innerLeft);
+}
+
+TEST_F(QtEventLoopTest, ASignalIsOneEndRequest) {
+    LinuxSession session(loop_, 0, nullptr);
+    int requests = 0;
+    session.OnEndRequest([&] {
+        ++requests;
+        session.End(0);
+    });
+    raise(SIGTERM);
+    raise(SIGINT);
+    EXPECT_EQ(loop_.Run(), 0);
+    EXPECT_EQ(requests, 1);
+}
+
+TEST_F(QtEventLoopTest, WithoutADisplayNothingWaits) {
+    int ticks = 0;
+    loop_.StartTimer("tick", 1, [&] { ++ticks; });
+    KeepBusy(milliseconds(5));
+    loop_.DisplayLost();
+    loop_.Pump();
+    EXPECT_EQ(ticks, 0);
+    EXPECT_THROW(loop_.RunWhile([] { return true; }), ProcessEnd);
+}
+
+TEST(AutostartEntryTest, QuotesTheProgramAndPassesNoOption) {
+    EXPECT_NE(AutostartEntry("/opt/my quorvane").find("\nExec=\"/opt/my quorvane\"\n"), std::string::npos);
+    EXPECT_NE(AutostartEntry("/a$b\"c\\d%e").find(R"(Exec="/a\\$b\\"c\\\\d%%e")"), std::string::npos);
+}
+
+TEST(CommandLineTest, IsTheTextBehindTheProgramsName) {
+    int argumentCount = 0;
+    QCoreApplication application(argumentCount, nullptr);
+    QtEventLoop loop;
+    std::string words[] = {"quorvane", "/settings", "and more"};
+    char* arguments[] = {words[0].data(), words[1].data(), words[2].data()};
+    LinuxSession session(loop, 3, arguments);
+    EXPECT_EQ(session.CommandLine(), "/settings and more");
+}
+
+} // namespace
+} // namespace quorvane
