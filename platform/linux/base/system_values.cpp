@@ -28,6 +28,10 @@ class PersonsLocale {
     PersonsLocale& operator=(const PersonsLocale&) = delete;
 
     const char* Info(nl_item item) const { return locale_ ? nl_langinfo_l(item, locale_) : ""; }
+    // Whether the person has chosen no country's habits: the C library's own locale.
+    static bool Neutral(std::string_view name) {
+        return name.empty() || name == "POSIX" || name == "C" || name.starts_with("C.");
+    }
 
   private:
     locale_t locale_;
@@ -85,9 +89,11 @@ std::string ShortDate() {
     return pattern.empty() ? "MM/dd/yy" : pattern;
 }
 
-// "0" for Monday to "6" for Sunday.
+// "0" for Monday to "6" for Sunday. A neutral locale has no habits to follow: Monday, where the columns of
+// the calendar begin, although the C library answers Sunday for it.
 std::string FirstDayOfWeek() {
     const PersonsLocale locale(LC_TIME_MASK);
+    if (PersonsLocale::Neutral(locale.Info(NL_LOCALE_NAME(LC_TIME)))) return "0";
     // The C library gives the first day counted from 1 at a reference date, and the date as a number in place
     // of a pointer: 1997-11-30, a Sunday, or 1997-12-01, a Monday.
     const auto reference = reinterpret_cast<std::uintptr_t>(locale.Info(_NL_TIME_WEEK_1STDAY)) & 0xFFFFFFFF;
