@@ -4,11 +4,7 @@ namespace quorvane::cli {
 
 std::vector<Command> AllCommands() {
     return {
-        CriteriaCommand(),
-        SkyCommand(),
-        JulianCommand(),
-        WeekCommand(),
-        ScanCommand(),
+        CriteriaCommand(), SkyCommand(), JulianCommand(), WeekCommand(), ScanCommand(),
     };
 }
 

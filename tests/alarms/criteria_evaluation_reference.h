@@ -16,7 +16,12 @@ namespace quorvane::reference {
 
 class Arrays {
   public:
-    static constexpr int Top = 10000;
+    // A short text may be tried on shorter arrays, which are faster to move.
+    explicit Arrays(int top = 10000)
+        : top_(top)
+        , values_(static_cast<std::size_t>(top) + 1)
+        , instructions_(static_cast<std::size_t>(top) + 1)
+        , low_(top + 1) {}
 
     // Throws RunTimeError where the evaluation fails.
     bool Evaluate(std::string_view compiled, const CriteriaMoment& moment, CriteriaMemory& memory) {
@@ -25,21 +30,21 @@ class Arrays {
         bool reduced = true;
         while (reduced) {
             reduced = false;
-            for (int i = low_; i <= Top; ++i) {
+            for (int i = low_; i <= top_; ++i) {
                 const CriteriaInstruction instruction = instructions_[Place(i)];
                 if (instruction.operands == 0) continue;
                 reduced = true;
                 Reduce(i, instruction, cursor);
             }
         }
-        const double result = values_[Place(Top)].value_or(0);
+        const double result = values_[Place(top_)].value_or(0);
         if (result != result) throw RunTimeError::TypeMismatch();
         return result != 0;
     }
 
   private:
-    static std::size_t Place(int index) {
-        if (index < 0 || index > Top) throw RunTimeError::SubscriptOutOfRange();
+    std::size_t Place(int index) const {
+        if (index < 0 || index > top_) throw RunTimeError::SubscriptOutOfRange();
         return static_cast<std::size_t>(index);
     }
 
@@ -47,7 +52,7 @@ class Arrays {
         if (compiled.empty()) return;
         int n = 0;
         for (const std::string& text : Split(compiled, '~')) {
-            const std::size_t place = Place(Top - n++);
+            const std::size_t place = Place(top_ - n++);
             instructions_[place] = ReadInstruction(text);
             const CriteriaInstruction& instruction = instructions_[place];
             if (instruction.operation == Operation::NoNumber) values_[place] = NoNumberValue();
@@ -58,7 +63,7 @@ class Arrays {
                                      : moment.Value(instruction.variable);
             }
         }
-        low_ = Top - (n - 1);
+        low_ = top_ - (n - 1);
     }
 
     void Reduce(int i, const CriteriaInstruction& instruction, MemoryCursor& cursor) {
@@ -78,14 +83,16 @@ class Arrays {
         low_ += operands;
     }
 
-    std::vector<std::optional<double>> values_ = std::vector<std::optional<double>>(Top + 1);
-    std::vector<CriteriaInstruction> instructions_ = std::vector<CriteriaInstruction>(Top + 1);
-    int low_ = Top + 1;
+    int top_;
+    std::vector<std::optional<double>> values_;
+    std::vector<CriteriaInstruction> instructions_;
+    int low_;
 };
 
-inline bool TestCriteria(std::string_view compiled, const CriteriaMoment& moment, CriteriaMemory& memory) {
+inline bool TestCriteria(std::string_view compiled, const CriteriaMoment& moment, CriteriaMemory& memory,
+                         int top = 10000) {
     bool result = false;
-    PassOver([&] { result = Arrays().Evaluate(compiled, moment, memory); });
+    PassOver([&] { result = Arrays(top).Evaluate(compiled, moment, memory); });
     return result;
 }
 
