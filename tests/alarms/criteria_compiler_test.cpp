@@ -95,6 +95,7 @@ TEST(CriteriaCompiler, ConstantsAreWrittenWithPlainDigits) {
     ExpectCompiled({
         {"007", "0;7"},
         {"1.50", "0;1.5"},
+        {"1.5+2.5", "1;+~0;1.5~0;2.5"},
         {".", "0;0"},
         {".5", "0;0.5"},
         {"5.", "0;5"},

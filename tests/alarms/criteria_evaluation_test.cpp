@@ -196,6 +196,8 @@ TEST_F(CriteriaEvaluation, AnyCompiledTextIsAnswered) {
         {"9;zz", false},
         {"1;+~9;zz~0;1", false},
         {"8;fcos~9;zz", false},
+        {"3;=~0;1~9;zz", false},
+        {"3;=~9;zz~0;1", false},
         {"1;?~0;1~0;1", false},
         {"4;neg~0;1", false},
         {"x", false},
@@ -267,6 +269,24 @@ TEST_F(CriteriaEvaluation, MoreInstructionsThanTheArrayHoldsAreFalse) {
             EXPECT_EQ(TestCriteria(compiled, moment, memory_),
                       reference::TestCriteria(compiled, moment, memory_))
                 << count << last;
+        }
+    }
+}
+
+TEST_F(CriteriaEvaluation, EachVariableHasBitsOfItsOwnInTheMoment) {
+    std::mt19937 engine(3);
+    const auto below = [&](unsigned limit) { return static_cast<int>(engine() % limit); };
+    const auto any = [&] {
+        return DateTime{2000 + below(100), 1 + below(12), 1 + below(28), below(24), below(60), below(60)};
+    };
+    for (int round = 0; round < 5000; ++round) {
+        const CriteriaMoment one(any(), random_);
+        const CriteriaMoment other(any(), random_);
+        for (const auto& word : SystemVariableWords) {
+            if (word.meaning == SystemVariable::Random) continue;
+            const std::uint64_t changed =
+                (one.Packed() ^ other.Packed()) & CriteriaMoment::PackedBits(word.meaning);
+            ASSERT_EQ(changed == 0, one.Value(word.meaning) == other.Value(word.meaning)) << word.name;
         }
     }
 }
