@@ -1,5 +1,7 @@
 #include "platform/linux/drawing/gui_session.h"
 
+#include "platform/linux/drawing/quiet_qt.h"
+
 #include <QGuiApplication>
 
 namespace quorvane {
@@ -17,7 +19,10 @@ GuiSession::GuiSession() = default;
 GuiSession::~GuiSession() = default;
 
 bool GuiSession::Ready() {
-    if (!QCoreApplication::instance()) headless_ = std::make_unique<Headless>();
+    if (!QCoreApplication::instance()) {
+        const QuietQt quiet;
+        headless_ = std::make_unique<Headless>();
+    }
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
 }
 

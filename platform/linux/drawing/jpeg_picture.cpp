@@ -160,6 +160,9 @@ void ChooseScale(jpeg_decompress_struct& info, PixelSize wanted) {
         }
     }
     info.scale_num = 1;
+    // Smooth colour between the colour samples is lost again where two of them become one pixel.
+    const double reduction = static_cast<double>(info.image_width) / info.scale_denom / wanted.width;
+    info.do_fancy_upsampling = reduction < 1.5;
 }
 
 void Feed(Decoder& decoder, Resampler& resampler, std::uint8_t* inks) {

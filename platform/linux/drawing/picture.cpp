@@ -1,5 +1,7 @@
 #include "platform/linux/drawing/picture.h"
 
+#include "platform/linux/drawing/quiet_qt.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -28,6 +30,10 @@ constexpr Kind kQtKinds[] = {
     {"MM\0*"sv, "tiff"},
 };
 
+bool Holds(std::string_view head, std::size_t at, std::string_view text) {
+    return head.size() >= at + text.size() && head.substr(at, text.size()) == text;
+}
+
 bool LooksLikeSvg(std::string_view head) {
     if (head.starts_with("\xEF\xBB\xBF")) head.remove_prefix(3);
     head.remove_prefix(std::min(head.find_first_not_of(" \t\r\n"), head.size()));
@@ -52,6 +58,7 @@ bool LinuxPicture::Keep(PixelSize size) const {
 }
 
 bool LinuxPicture::DrawAnew(const Canvas& canvas, const PixelRect& target, std::string& why) const {
+    const QuietQt quiet;
     RowPainter painter(canvas, target, orientation_, mode_);
     const bool drawn = Render(painter, why);
     painter.Finish();
@@ -86,6 +93,7 @@ bool LinuxPicture::Draw(const Canvas& canvas, const PixelRect& target, std::stri
 }
 
 std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& gui, std::string& why) {
+    const QuietQt quiet;
     std::array<char, 1024> bytes{};
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file) {
@@ -99,11 +107,11 @@ std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& g
         return nullptr;
     }
     if (head.starts_with("\xFF\xD8\xFF")) return OpenJpeg(path, why);
-    if (head.starts_with("RIFF") && head.substr(8, 4) == "WEBP") return OpenQtPicture(path, "webp", gui, why);
+    if (head.starts_with("RIFF") && Holds(head, 8, "WEBP")) return OpenQtPicture(path, "webp", gui, why);
     if (head.starts_with("\xD7\xCD\xC6\x9A") || head.starts_with("\1\0\x9\0\0"sv) ||
         head.starts_with("\2\0\x9\0\0"sv))
         return OpenMetafile(path, Metafile::Windows, gui, why);
-    if (head.starts_with("\1\0\0\0"sv) && head.size() > 44 && head.substr(40, 4) == " EMF")
+    if (head.starts_with("\1\0\0\0"sv) && Holds(head, 40, " EMF"))
         return OpenMetafile(path, Metafile::Enhanced, gui, why);
     for (const Kind& kind : kQtKinds)
         if (head.starts_with(kind.start)) return OpenQtPicture(path, kind.format, gui, why);

@@ -10,12 +10,10 @@
 namespace quorvane {
 
 // One axis of a change of size. Output place `o` is the weighted sum of the input places from `first[o]` on;
-// its weights stand in `weights` from `start[o]` to `start[o + 1]`, and add up to `total`.
+// its weights stand in `weights` from `start[o]` to `start[o + 1]`, and add up to the total asked for.
 // Reduction takes the mean of the area that a pixel covers, enlargement runs linearly between the centres of
 // two neighbours.
 struct AxisWeights {
-    static constexpr int total = 256;
-
     std::vector<int> first;
     std::vector<std::uint32_t> start;
     std::vector<std::uint16_t> weights;
@@ -24,7 +22,7 @@ struct AxisWeights {
 };
 
 // The weights of the output places `from` to `from + count` alone, of `output` that `input` places become.
-AxisWeights MakeAxis(int input, int output, int from, int count);
+AxisWeights MakeAxis(int input, int output, int from, int count, int total);
 
 // Changes the size of a picture whose rows come one after the other from the top, without ever holding more
 // than two of them. A pixel is four bytes, colour premultiplied by the fourth where there is transparency.
@@ -47,26 +45,27 @@ class Resampler {
     void Push();
 
   private:
-    void Add(const std::uint8_t* row, std::uint32_t weight);
+    void Add(const std::uint8_t* row, std::uint16_t weight);
     void Emit();
+    void PrepareAcross(const AxisWeights& across);
 
-    PixelSize input_;
     PixelRect part_;
     Sink sink_;
-    AxisWeights across_;
     AxisWeights down_;
     int firstRow_ = 0;
     int endRow_ = 0;
     int inputRow_ = 0; // of the row that Push takes in next
     int nextOut_ = 0;
-    int firstPixel_ = 0; // of the input pixels that `part` needs
-    int endPixel_ = 0;
-    bool fresh_ = true; // no row added to the output row under way
+    int firstPixel_ = 0;     // of the input pixels that `part` needs
+    std::size_t needed_ = 0; // channels of them
+    bool fresh_ = true;      // no row added to the output row under way
     std::size_t current_ = 0;
     std::vector<std::uint8_t> rows_[2];
     std::vector<std::uint16_t> sums_; // of one output row, before its width is changed
-    std::vector<float> wide_;         // the same as numbers that the second step multiplies
-    std::vector<float> acrossWeights_;
+    std::size_t groups_ = 0;          // of input pixels that each output pixel is summed from
+    std::vector<std::uint16_t> acrossWeights_;
+    std::vector<std::uint32_t> acrossFirst_; // where in sums_ each output pixel's first group begins
+    std::vector<std::uint16_t> folded_;      // the output row times 256
     std::vector<std::uint8_t> out_;
 };
 

@@ -7,12 +7,11 @@ namespace {
 
 constexpr int kGather = 16;
 
+// Each pixel is stored with its fourth byte, which the next one overwrites.
 void CopyPixels(std::uint8_t* out, const std::uint8_t* in, int count) {
-    for (int i = 0; i < count; ++i, out += 3, in += 4) {
-        out[0] = in[0];
-        out[1] = in[1];
-        out[2] = in[2];
-    }
+    for (; count > 1; --count, out += 3, in += 4)
+        std::memcpy(out, in, 4);
+    std::memcpy(out, in, 3);
 }
 
 void BlendPixels(std::uint8_t* out, const std::uint8_t* in, int count) {
