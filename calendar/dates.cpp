@@ -1,6 +1,7 @@
 #include "calendar/dates.h"
 
 #include "config/registry.h"
+#include "config/settings.h"
 #include "core/numbers.h"
 #include "core/run_time_error.h"
 #include "core/text.h"
@@ -72,7 +73,7 @@ RegionalValues ReadRegionalValues(Store& store) {
         PassOver([&] { values.iFirstDayOfWeek = static_cast<int>(std::fmod(LeadingNumber(text), 7)); });
     text.clear();
     if (read("sShortDate", text)) values.sShortDate = text;
-    read("sDecimal", values.sDecimal);
+    values.sDecimal = DecimalSign(store);
     return values;
 }
 
