@@ -4,7 +4,12 @@ namespace quorvane::cli {
 
 std::vector<Command> AllCommands() {
     return {
-        CriteriaCommand(), SkyCommand(), JulianCommand(), WeekCommand(), ScanCommand(),
+        CriteriaCommand(),
+        SkyCommand(),
+        JulianCommand(),
+        WeekCommand(),
+        ScanCommand(),
+        SettingsCommand(),
     };
 }
 

@@ -12,5 +12,6 @@ Command SkyCommand();
 Command JulianCommand();
 Command WeekCommand();
 Command ScanCommand();
+Command SettingsCommand();
 
 } // namespace quorvane::cli

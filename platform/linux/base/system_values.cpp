@@ -11,7 +11,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::string_view SystemKeys = "control panel\\";
 constexpr std::string_view International = "control panel\\international";
 
 // One category of the person's locale; the neutral one where it is not installed.
@@ -112,19 +111,16 @@ std::vector<SystemValue> LocaleValues() {
 }
 
 int SystemValues::Query(const StoreKey& key, std::string_view name, StoredValue& out) {
-    // One comparison keeps the program's own values, which are nearly all that is asked, off the table.
-    const bool mayBeSystems = key.hive == Hive::CurrentUser && key.machine.empty() &&
-                              LowerCase(key.path.substr(0, SystemKeys.size())) == SystemKeys;
-    if (mayBeSystems) {
-        const std::string path = LowerCase(key.path);
-        const std::string folded = LowerCase(name);
-        for (const SystemValue& value : values_) {
-            if (value.key != path || value.name != folded) continue;
-            out = {ValueType::Text, value.answer() + '\0'};
-            return store_error::None;
-        }
+    const int error = tree_->Query(key, name, out);
+    if (error != store_error::NotFound || key.hive != Hive::CurrentUser) return error;
+    const std::string path = LowerCase(key.path);
+    const std::string folded = LowerCase(name);
+    for (const SystemValue& value : values_) {
+        if (value.key != path || value.name != folded) continue;
+        out = {ValueType::Text, value.answer() + '\0'};
+        return store_error::None;
     }
-    return tree_->Query(key, name, out);
+    return error;
 }
 
 } // namespace quorvane

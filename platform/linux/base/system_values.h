@@ -19,7 +19,7 @@ struct SystemValue {
 // "sDecimal", "sShortDate" and "iFirstDayOfWeek" of "Control Panel\International", from the LC_ variables.
 std::vector<SystemValue> LocaleValues();
 
-// A tree in which the given values are answered by the system, and everything else by the tree underneath.
+// A tree in which the given values, where the tree underneath does not hold them, are answered by the system.
 class SystemValues final : public Store {
   public:
     SystemValues(std::unique_ptr<Store> tree, std::vector<SystemValue> values)

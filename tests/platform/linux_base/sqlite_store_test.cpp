@@ -183,6 +183,9 @@ TEST(SystemValues, AnswersTheSystemsAndPassesOnTheRest) {
     EXPECT_EQ(store.Query({"", Hive::Users, "Control Panel\\Colors"}, "ButtonFace", value),
               store_error::NotFound);
     EXPECT_EQ(TextOf(store, "v"), "own");
+    store.Set({"", Hive::CurrentUser, "Control Panel\\Colors"}, "ButtonFace", Text("4 5 6"));
+    store.Query({"", Hive::CurrentUser, "Control Panel\\Colors"}, "ButtonFace", value);
+    EXPECT_EQ(value.data, Text("4 5 6").data) << "what the tree holds comes first";
 }
 
 TEST(SystemValues, TakesTheLocaleOfTheEnvironment) {

@@ -1,0 +1,126 @@
+#include "cli/settings_source.h"
+
+#include "config/reg_file.h"
+#include "config/registry.h"
+#include "config/schema.h"
+#include "config/settings.h"
+#include "config/tree.h"
+#include "core/numbers.h"
+#include "core/run_time_error.h"
+#include "platform/files.h"
+#include "platform/headless.h"
+
+#include <charconv>
+#include <optional>
+
+namespace quorvane::cli {
+namespace {
+
+// Decimal, or hexadecimal behind "0x" up to eight digits, as colours are told.
+std::optional<std::int32_t> IntegerOf(const std::string& text) {
+    const char* end = text.data() + text.size();
+    if (text.starts_with("0x") || text.starts_with("0X")) {
+        std::uint32_t bits = 0;
+        const auto result = std::from_chars(text.data() + 2, end, bits, 16);
+        if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+        return static_cast<std::int32_t>(bits);
+    }
+    std::int32_t value = 0;
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+    return value;
+}
+
+std::optional<bool> BooleanOf(const std::string& text) {
+    bool value = false;
+    if (!PassOver([&] { value = TextToBoolean(text); })) return std::nullopt;
+    return value;
+}
+
+[[noreturn]] void RefuseData(const std::string& setting, const char* wanted, const std::string& data) {
+    throw RefusedInput(setting + " wants " + wanted + ", not \"" + data + "\"");
+}
+
+std::int32_t IntegerData(StoredForm form, const std::string& setting, const std::string& data) {
+    if (const auto number = IntegerOf(data)) return *number;
+    const bool isFlag = form == StoredForm::Flag || form == StoredForm::FlagOne;
+    if (!isFlag) RefuseData(setting, "a whole number of 32 bits", data);
+    const auto flag = BooleanOf(data);
+    if (!flag) RefuseData(setting, "a number, \"True\" or \"False\"", data);
+    return *flag ? (form == StoredForm::Flag ? -1 : 1) : 0;
+}
+
+void ReadFile(const std::string& path, Files& files, Store& store) {
+    const auto content = files.Read(path);
+    if (!content) throw RefusedInput("the file \"" + path + "\" cannot be read");
+    try {
+        ImportRegFile(*content, store, RegScope::UserHives);
+    } catch (const RegFileError& error) {
+        throw RefusedInput(path + ", " + error.what());
+    }
+}
+
+} // namespace
+
+SettingName ParseSettingName(const std::string& text) {
+    const std::size_t separator = text.rfind('\\');
+    if (separator == std::string::npos) {
+        throw RefusedInput("\"" + text + "\" is no KEY\\NAME, as General\\Wallpaper is");
+    }
+    return {std::string(RootKey) + "\\" + text.substr(0, separator), text.substr(separator + 1)};
+}
+
+void SetSetting(Store& store, const std::string& setting, const std::string& data) {
+    const SettingName place = ParseSettingName(setting);
+    const auto form = FindSetting(std::string_view(place.key).substr(RootKey.size() + 1), place.name);
+    if (!form) throw RefusedInput("there is no setting " + setting);
+    int written = 0;
+    if (StoredType(*form) == ValueType::Integer) {
+        written = RegWriteValue(store, "", Hive::CurrentUser, place.key, key_access::All, place.name,
+                                IntegerData(*form, setting, data));
+    } else {
+        const bool isFlag = *form == StoredForm::BooleanText || *form == StoredForm::FirstRun;
+        if (isFlag && !BooleanOf(data)) RefuseData(setting, "\"True\" or \"False\"", data);
+        written = RegWriteValue(store, "", Hive::CurrentUser, place.key, key_access::All, place.name, data);
+    }
+    if (!written) {
+        throw RefusedInput(setting + " could not be written (error " + std::to_string(store.LastError()) +
+                           ")");
+    }
+}
+
+std::unique_ptr<Store> OpenSettings(const Arguments& arguments, Files& files) {
+    const auto file = arguments.Value("settings");
+    const auto values = arguments.Values("set");
+    std::unique_ptr<Store> store;
+    if (file) {
+        store = CreateScratchStore();
+        ReadFile(*file, files, *store);
+    } else {
+        std::string why; // the platform has said it
+        store = CreateStore(why);
+        if (values.empty()) return store;
+        auto scratch = CreateScratchStore();
+        CopyTree(*store, *scratch, Hive::CurrentUser, RootKey);
+        store = std::move(scratch);
+    }
+    for (const std::string& value : values) {
+        const std::size_t equals = value.find('=');
+        if (equals == std::string::npos)
+            throw UsageError("--set wants KEY\\NAME=DATA, not \"" + value + "\"");
+        SetSetting(*store, value.substr(0, equals), value.substr(equals + 1));
+    }
+    return store;
+}
+
+void LoadRecord(GlobalRecord& record, Store& store, Files& files) {
+    SettingsEvents events;
+    events.ShowErrorDialog = [](std::int32_t number, const std::string& description) {
+        throw RefusedInput("the settings lack an entry of a list (" + description + ", error " +
+                           std::to_string(number) + ")");
+    };
+    PresetRecord(record, files);
+    ReadRecord(record, store, files, events);
+}
+
+} // namespace quorvane::cli

@@ -1,0 +1,138 @@
+#include "cli/commands.h"
+#include "tests/platform/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace quorvane::cli {
+namespace {
+
+// The commands work on a stored tree of the test's own.
+class SettingsCommandTest : public testing::Test {
+  protected:
+    SettingsCommandTest() { setenv("XDG_CONFIG_HOME", folder.path.c_str(), 1); }
+
+    int Run(std::vector<std::string> words, const std::string& input = "") {
+        words.insert(words.begin(), "settings");
+        std::istringstream in(input);
+        std::ostringstream outStream;
+        std::ostringstream errStream;
+        Streams streams{in, outStream, errStream};
+        const int status = RunCommand(AllCommands(), words, streams);
+        out = outStream.str();
+        err = errStream.str();
+        return status;
+    }
+    std::string Get(const std::string& setting) {
+        Run({"get", setting});
+        return out;
+    }
+    std::string InFolder(const char* name) const { return folder.path + "/" + name; }
+    std::string Content(const std::string& path) const {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    TemporaryFolder folder;
+    std::string out;
+    std::string err;
+};
+
+TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
+    const struct {
+        const char *setting, *data, *json;
+    } rows[] = {
+        {"General\\Wallpaper position", "4", R"("type": "integer", "data": 4)"},
+        {"colors\\holiday color", "0xFF00FF", R"("type": "integer", "data": 16711935)"},
+        {"General\\Paint calendar", "true", R"("type": "integer", "data": -1)"},
+        {"Hotkeys\\HK_NewNote", "True", R"("type": "integer", "data": 1)"},
+        {"General\\Scan time", "2.5", R"("type": "text", "data": "2.5")"},
+        {"General\\Week name", "", R"("type": "text", "data": "")"},
+        {"Wallpaper sources\\Wallpaper source #2 pattern", "*.bmp=\\",
+         R"("type": "text", "data": "*.bmp=\\")"},
+        {"Favorites\\Is active favorites source #1", "False", R"("type": "text", "data": "False")"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Run({"set", row.setting, row.data}), Done) << err;
+        EXPECT_EQ(Run({"get", "--json", row.setting}), Done) << err;
+        EXPECT_NE(out.find(row.json), std::string::npos) << out;
+    }
+    EXPECT_EQ(Run({"get", "-"}, "General\\Wallpaper position\nnonsense\nGeneral\\Scan time\n"), Done);
+    EXPECT_EQ(out, "4\n\n2.5\n");
+    EXPECT_EQ(Run({"list", "general"}), Done);
+    EXPECT_EQ(out, "general\\Paint calendar=-1\ngeneral\\Scan time=2.5\ngeneral\\Wallpaper position=4\n"
+                   "general\\Week name=\n");
+}
+
+TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
+    const std::vector<std::vector<std::string>> refused{{"get", "General\\Wallpaper"},
+                                                        {"get", "Wallpaper"},
+                                                        {"list", "Nothing"},
+                                                        {"set", "Wallpaper", "x"},
+                                                        {"set", "General\\No such setting", "x"},
+                                                        {"set", "General\\Wallpaper position", "four"},
+                                                        {"set", "General\\Wallpaper position", "4000000000"},
+                                                        {"set", "General\\Paint calendar", "perhaps"},
+                                                        {"set", "General\\First RUN", "perhaps"},
+                                                        {"import", "/no/such/file"},
+                                                        {"export", "/no/such/folder/file"}};
+    for (const auto& words : refused) {
+        EXPECT_EQ(Run(words), Refused) << words[1];
+        EXPECT_FALSE(err.empty());
+    }
+    const std::vector<std::vector<std::string>> wrong{{},
+                                                      {"burn"},
+                                                      {"get"},
+                                                      {"set", "General\\Wallpaper"},
+                                                      {"get", "a\\b", "c"},
+                                                      {"list", "--set", "General\\Wallpaper"},
+                                                      {"set", "--set", "Colors\\x=1", "Colors\\x", "1"}};
+    for (const auto& words : wrong)
+        EXPECT_EQ(Run(words), WrongUsage) << err;
+    EXPECT_EQ(Run({"list"}), Done);
+    EXPECT_EQ(out, "") << "nothing was written";
+}
+
+TEST_F(SettingsCommandTest, ExportsAndImportsTheStoredTree) {
+    Run({"set", "General\\Wallpaper", "/\xC3\xA4/w.bmp"});
+    Run({"set", "Colors\\Caption color", "255"});
+    const std::string plain = InFolder("plain.reg");
+    const std::string wide = InFolder("wide.reg");
+    EXPECT_EQ(Run({"export", plain}), Done);
+    EXPECT_EQ(Run({"export", "--utf16", wide}), Done);
+    EXPECT_EQ(Content(plain), "Windows Registry Editor Version 5.00\r\n\r\n"
+                              "[HKEY_CURRENT_USER\\Software\\Quorvane\\Colors]\r\n"
+                              "\"Caption color\"=dword:000000ff\r\n\r\n"
+                              "[HKEY_CURRENT_USER\\Software\\Quorvane\\General]\r\n"
+                              "\"Wallpaper\"=\"/\xC3\xA4/w.bmp\"\r\n");
+    EXPECT_EQ(Content(wide).substr(0, 4), std::string("\xFF\xFEW\0", 4));
+    for (const std::string& file : {plain, wide}) {
+        Run({"set", "General\\Wallpaper", "other"});
+        EXPECT_EQ(Run({"import", file}), Done) << err;
+        EXPECT_EQ(Get("General\\Wallpaper"), "/\xC3\xA4/w.bmp\n");
+    }
+    std::ofstream(plain, std::ios::app) << "\"Wallpaper\"=\"changed\"\n\"x\"=dword:xyz\n";
+    EXPECT_EQ(Run({"import", plain}), Refused);
+    EXPECT_NE(err.find(plain + ", line 9: "), std::string::npos) << err;
+    EXPECT_EQ(Get("General\\Wallpaper"), "/\xC3\xA4/w.bmp\n");
+}
+
+TEST_F(SettingsCommandTest, AFileAndSingleValuesLeaveTheStoredTreeAlone) {
+    Run({"set", "General\\Wallpaper", "stored"});
+    const std::string file = InFolder("settings.reg");
+    std::ofstream(file) << "Windows Registry Editor Version 5.00\n[HKCU\\Software\\Quorvane\\General]\n"
+                           "\"Wallpaper\"=\"from the file\"\n[HKCU\\Control Panel\\Colors]\n\"x\"=\"y\"\n";
+    EXPECT_EQ(Run({"get", "--settings", file, "General\\Wallpaper"}), Done) << err;
+    EXPECT_EQ(out, "from the file\n");
+    EXPECT_EQ(Run({"list", "--set", "General\\Week name=#=", "--set", "General\\Calendar position=9"}), Done);
+    EXPECT_EQ(out, "General\\Calendar position=9\nGeneral\\Wallpaper=stored\nGeneral\\Week name=#=\n");
+    EXPECT_EQ(Run({"list"}), Done);
+    EXPECT_EQ(out, "General\\Wallpaper=stored\n");
+}
+
+} // namespace
+} // namespace quorvane::cli
