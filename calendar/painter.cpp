@@ -36,7 +36,7 @@ class Measuring {
         : box_(box)
         , record_(record) {}
 
-    BlockSize Measure(const CalendarText& text) {
+    BlockSize MeasureCalendar(const CalendarText& text) {
         box_.Font = ToFontSpec(record_.CaptionFont);
         Line(text.shortCaption);
         Line(text.countedWeekLine);
@@ -93,7 +93,7 @@ class Painting {
         , record_(record)
         , text_(text)
         , size_(size) {
-        // Three by three from the upper left, where a number outside stands as well.
+        // Three by three from the upper left; a number outside stands at the nearer end.
         const int place = std::clamp(record.Calendar_Position, 1, 9) - 1;
         column_ = static_cast<Column>(place % 3);
         row_ = static_cast<Row>(place / 3);
@@ -191,11 +191,12 @@ class Painting {
     void DayNames() {
         std::string measured;
         for (std::size_t day = 0; day < text_.dayNames.size(); ++day) {
-            columns_[day] = box_.TextWidth(measured);
+            ColX_[day] = box_.TextWidth(measured);
             measured += text_.dayNames[day].text;
             if (day + 1 < text_.dayNames.size()) measured += "; ";
         }
-        base_ = CentredX(box_.TextWidth(measured));
+        const double HeaderW = box_.TextWidth(measured);
+        base_ = CentredX(HeaderW);
         box_.CurrentX = base_;
         for (std::size_t day = 0; day < text_.dayNames.size(); ++day) {
             if (day > 0) box_.Print("  ");
@@ -216,12 +217,12 @@ class Painting {
     void Week(const WeekRow& week) {
         auto column = static_cast<std::size_t>(week.firstColumn - 1);
         if (!week.weekMark.text.empty()) {
-            box_.CurrentX = columns_[column] + base_ - box_.TextWidth(week.weekMark.text);
+            box_.CurrentX = ColX_[column] + base_ - box_.TextWidth(week.weekMark.text);
             box_.ForeColor = week.weekMark.color;
             box_.Print(week.weekMark.text);
         }
         for (const DayText& day : week.days) {
-            box_.CurrentX = columns_[column++] + base_;
+            box_.CurrentX = ColX_[column++] + base_;
             box_.ForeColor = day.color;
             box_.Print(std::to_string(day.day));
         }
@@ -252,9 +253,9 @@ class Painting {
     BlockSize size_;
     Column column_ = Column::Left;
     Row row_ = Row::Top;
-    double weekMarkWidth_ = 0;           // in the caption's font
-    double base_ = 0;                    // x of the first column
-    std::array<double, 7> columns_ = {}; // from the base
+    double weekMarkWidth_ = 0;        // in the caption's font
+    double base_ = 0;                 // x of the first column
+    std::array<double, 7> ColX_ = {}; // from the base
 };
 
 } // namespace
@@ -263,7 +264,7 @@ PixelRect PaintCalendar(const GlobalRecord& record, const Drawing& drawing, Surf
                         const CalendarInputs& inputs) {
     const CalendarText text = DescribeCalendar(record, inputs);
     DrawingBox box(canvas, drawing.TwipsPerPixelX(), drawing.TwipsPerPixelY());
-    const BlockSize size = Measuring(box, record).Measure(text);
+    const BlockSize size = Measuring(box, record).MeasureCalendar(text);
     return Painting(box, record, text, size).Paint();
 }
 
