@@ -3,7 +3,7 @@
 #include "core/text.h"
 #include "engine/apply.h"
 #include "platform/tray.h"
-#include "shell/menu_artwork.h"
+#include "shell/artwork.h"
 
 #include <utility>
 

@@ -11,4 +11,7 @@ class Surface;
 // memory for it.
 std::shared_ptr<Surface> LandscapeBitmap(Drawing& drawing);
 
+// The splash's picture, over the whole surface: evening sky, sun, three ridges.
+void PaintLandscape(Surface& surface);
+
 } // namespace quorvane
