@@ -1,3 +1,4 @@
+#include "platform/headless.h"
 #include "platform/linux/base/sqlite_store.h"
 #include "platform/linux/base/system_values.h"
 #include "tests/platform/store_contract.h"
@@ -168,6 +169,27 @@ TEST_F(SqliteStoreTest, ManyProcessesBeginOneFileAtOnce) {
     std::vector<std::string> names;
     Open()->ValueNames(Key, names);
     EXPECT_EQ(names.size(), 160U);
+}
+
+TEST(CreateStore, WorksFromMemoryWhereNothingCanBeWritten) {
+    TemporaryFolder home;
+    std::ofstream(home.path + "/file") << "in the way";
+    setenv("XDG_CONFIG_HOME", (home.path + "/file").c_str(), 1);
+    std::string why;
+    testing::internal::CaptureStderr();
+    auto store = CreateStore(why);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find(why), std::string::npos);
+    EXPECT_NE(why.find("kept in memory"), std::string::npos) << why;
+    EXPECT_FALSE(store->Lasting());
+    EXPECT_EQ(store->Set(Key, "v", Text("1")), store_error::None);
+    EXPECT_EQ(TextOf(*store, "v"), "1");
+
+    setenv("XDG_CONFIG_HOME", home.path.c_str(), 1);
+    store = CreateStore(why);
+    EXPECT_EQ(why, "");
+    EXPECT_TRUE(store->Lasting());
+    EXPECT_TRUE(fs::exists(home.path + "/quorvane/settings.db"));
+    unsetenv("XDG_CONFIG_HOME");
 }
 
 TEST(SystemValues, AnswersTheSystemsAndPassesOnTheRest) {
