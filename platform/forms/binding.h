@@ -31,6 +31,7 @@ class Bindings {
     void Bind(std::int32_t& field, ScrollBar& control);
     void Bind(DateTime& field, DatePicker& control);
     void Bind(DateTime& field, MonthView& control);
+    // An index or a date that the control cannot show leaves the control without a choice, or as it was.
     // The field is `first` and the position of the chosen option.
     void Bind(std::int32_t& field, std::vector<OptionButton*> options, std::int32_t first = 0);
 
@@ -45,6 +46,11 @@ class Bindings {
     std::size_t Size() const { return pairs_.size(); }
 
   private:
+    template<typename Field>
+    void Add(Field& field, std::function<void()> fill, std::function<void()> apply) {
+        pairs_.push_back({&field, std::move(fill), std::move(apply)});
+    }
+
     struct Pair {
         const void* field;
         std::function<void()> fill;

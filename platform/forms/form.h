@@ -83,6 +83,8 @@ class Form : public Container {
     // Size of the inner area. It is worked out from the layout when the form is shown; Resize holds for a
     // sizable form and for one without a layout.
     TwipSize ClientSize() const { return client_; }
+    // The smallest that the layout allows, once the form was shown.
+    TwipSize LeastSize() const { return least_; }
     void Resize(TwipSize client);
     // Room between the edge of the form and its layout; 0 for a window that is painted up to the edge.
     void SetMargin(int twips) { margin_ = twips; }
@@ -133,14 +135,17 @@ class Form : public Container {
 
   private:
     friend class Control;
+    friend class PictureBox;
     friend class Timer;
     friend class Forms;
 
-    bool Take(Control* control, const Act& done);
+    bool Take(Control& control, const Act& done);
     bool TakeKey(Control* control, const act::Key& key);
     bool TakeOwn(const Act& done);
     void MakeView();
+    void FitToLayout();
     void ArrangeSoon();
+    void Forget(Control& control);
     void Tell(FormAspect aspect);
 
     Forms& forms_;
@@ -156,6 +161,7 @@ class Form : public Container {
     std::optional<int> left_;
     std::optional<int> top_;
     TwipSize client_;
+    TwipSize least_;
     int margin_ = 165;
     Button* defaultButton_ = nullptr;
     Button* cancelButton_ = nullptr;
