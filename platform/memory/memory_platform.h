@@ -6,6 +6,8 @@
 #include "platform/memory/drawing.h"
 #include "platform/memory/event_loop.h"
 #include "platform/memory/files.h"
+#include "platform/memory/forms.h"
+#include "platform/memory/prompts.h"
 #include "platform/memory/random.h"
 #include "platform/memory/session.h"
 #include "platform/memory/store.h"
@@ -26,20 +28,16 @@ class MemoryPlatform {
     MemoryDrawing drawing;
     MemoryEventLoop events{clock};
     MemoryFiles files;
+    MemoryFormHost forms{calls};
+    MemoryPrompts prompts;
     MemoryRandom random;
     MemorySession session{calls};
     MemoryStore store;
     MemorySystem system{calls};
     MemoryTray tray{calls};
 
-    // PLACE of the families that land next: whoever adds one puts a member of its memory class here in place
-    // of the pointer. Until then a test hands in its own where the tested code needs it.
-    FormHost* forms = nullptr;
-    Prompts* prompts = nullptr;
-
     Platform Services() {
-        return {clock,    desktop, drawing, events, files,  *forms,
-                *prompts, random,  session, store,  system, tray};
+        return {clock, desktop, drawing, events, files, forms, prompts, random, session, store, system, tray};
     }
 };
 

@@ -1,0 +1,144 @@
+#include "platform/memory/forms.h"
+
+#include "platform/event_loop.h"
+#include "platform/forms/utf8.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvane {
+
+MemoryFormView::MemoryFormView(MemoryFormHost& host, Form& form)
+    : host_(host)
+    , form_(form) {
+    for (const Control* control : form.Controls())
+        shown_[control] = control->ValueText();
+}
+
+MemoryFormView::~MemoryFormView() {
+    host_.calls_.Add(form_.Name() + ".Destroy");
+}
+
+void MemoryFormView::Show(bool modal) {
+    host_.calls_.Add(form_.Name() + (modal ? ".Show modal" : ".Show"));
+}
+
+void MemoryFormView::Hide() {
+    host_.calls_.Add(form_.Name() + ".Hide");
+}
+
+void MemoryFormView::BringToFront() {
+    host_.calls_.Add(form_.Name() + ".BringToFront");
+}
+
+void MemoryFormView::Update(Control& control, Aspect aspect) {
+    if (aspect == Aspect::Value || aspect == Aspect::Items || aspect == Aspect::Caption) {
+        shown_[&control] = control.ValueText();
+    }
+}
+
+void MemoryFormView::UpdateForm(FormAspect aspect) {
+    if (aspect != FormAspect::Look) return;
+    host_.calls_.Add(form_.Name() + ".Opacity " + std::to_string(form_.Opacity()));
+}
+
+void MemoryFormView::Focus(Control& control) {
+    if (Control* before = form_.ActiveControl(); before && before != &control) {
+        form_.Report(before, act::Focus{false});
+    }
+    form_.Report(&control, act::Focus{true});
+}
+
+void MemoryFormView::Popup(Menu& menu) {
+    host_.calls_.Add(form_.Name() + ".Popup");
+    if (host_.menuChoices.empty()) return;
+    const std::string path = std::move(host_.menuChoices.front());
+    host_.menuChoices.pop_front();
+    form_.Events().Deliver([&] { ChooseFromMenu(menu, path); });
+}
+
+std::uintptr_t MemoryFormView::NativeHandle(Control&) {
+    return 0;
+}
+
+std::string MemoryFormView::Shown(const Control& control) const {
+    const auto found = shown_.find(&control);
+    return found == shown_.end() ? std::string() : found->second;
+}
+
+std::unique_ptr<FormView> MemoryFormHost::Create(Form& form) {
+    calls_.Add(form.Name() + ".Create");
+    return std::make_unique<MemoryFormView>(*this, form);
+}
+
+TwipSize MemoryFormHost::TextSize(const FontSpec& font, std::string_view text, int wrapWidth) {
+    const int letter = static_cast<int>(std::lround(font.size * 90 / 8));
+    const int height = static_cast<int>(std::lround(font.size * 195 / 8));
+    const int most = wrapWidth > 0 ? std::max(wrapWidth / letter, 1) : 0; // letters a line
+    int widest = 0;
+    int lines = 0;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        std::string_view line = text.substr(start, end - start);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        const int letters = CountLetters(line);
+        widest = std::max(widest, most > 0 ? std::min(letters, most) : letters);
+        lines += most > 0 ? std::max(1, (letters + most - 1) / most) : 1;
+        start = end + 1;
+    }
+    return {widest * letter, lines * height};
+}
+
+Insets MemoryFormHost::Chrome(ControlKind kind) {
+    switch (kind) {
+    case ControlKind::Label:
+    case ControlKind::Slider:
+    case ControlKind::ProgressBar:
+    case ControlKind::ScrollBar:
+        return {};
+    case ControlKind::TextBox:
+    case ControlKind::RichTextBox:
+    case ControlKind::PictureBox:
+        return {45, 45, 45, 45};
+    case ControlKind::Button:
+        return {150, 75, 150, 75};
+    case ControlKind::CheckBox:
+    case ControlKind::OptionButton:
+        return {285, 30, 15, 30};
+    case ControlKind::ComboBox:
+    case ControlKind::DatePicker:
+        return {60, 60, 315, 60};
+    case ControlKind::ListView:
+        return {30, 30, 285, 30};
+    case ControlKind::TabStrip:
+        return {30, 360, 30, 30};
+    case ControlKind::Frame:
+        return {30, 225, 30, 30};
+    case ControlKind::MonthView:
+        return {60, 60, 60, 60};
+    }
+    return {};
+}
+
+namespace {
+
+MenuItem* FindItem(std::deque<MenuItem>& items, std::string_view path) {
+    const std::size_t slash = path.find('/');
+    const std::string_view wanted = path.substr(0, slash);
+    for (MenuItem& item : items) {
+        if (!item.visible || !item.enabled || PlainCaption(item.caption) != wanted) continue;
+        if (slash == path.npos) return item.items.empty() ? &item : nullptr;
+        return FindItem(item.items, path.substr(slash + 1));
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool ChooseFromMenu(Menu& menu, std::string_view path) {
+    MenuItem* item = FindItem(menu.Items(), path);
+    if (item) Menu::Choose(*item);
+    return item != nullptr;
+}
+
+} // namespace quorvane
