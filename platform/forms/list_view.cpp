@@ -78,7 +78,7 @@ void ListView::SelectRow(int row) {
 std::string ListView::ValueText() const {
     std::string text = std::to_string(selected_);
     for (const RowData& row : rows_) {
-        text += checkBoxes_ ? (row.checked ? " [x]" : " [ ]") : " ";
+        text += checkBoxes_ ? (row.checked ? " [x] " : " [ ] ") : " ";
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             if (i > 0) text += '|';
             text += Quoted(i < row.cells.size() ? row.cells[i] : std::string());

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace quorvane {
 
@@ -24,6 +25,15 @@ struct MenuItem {
 
     bool IsSeparator() const { return caption == "-"; }
 
+    MenuItem& Add(std::string itemName, int itemIndex, std::string itemCaption,
+                  std::function<void()> handler = {}) {
+        MenuItem item;
+        item.name = std::move(itemName);
+        item.index = itemIndex;
+        item.caption = std::move(itemCaption);
+        item.onClick = std::move(handler);
+        return Add(std::move(item));
+    }
     // References to entries stay good while entries are added behind them.
     MenuItem& Add(MenuItem item) { return items.emplace_back(std::move(item)); }
     MenuItem& AddSeparator() {
@@ -37,6 +47,9 @@ struct MenuItem {
 class Menu {
   public:
     MenuItem& Add(MenuItem item) { return root_.Add(std::move(item)); }
+    MenuItem& Add(std::string name, int index, std::string caption, std::function<void()> handler = {}) {
+        return root_.Add(std::move(name), index, std::move(caption), std::move(handler));
+    }
     MenuItem& AddSeparator() { return root_.AddSeparator(); }
     void Clear() {
         root_.items.clear();

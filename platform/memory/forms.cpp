@@ -61,6 +61,13 @@ std::uintptr_t MemoryFormView::NativeHandle(Control&) {
     return 0;
 }
 
+bool MemoryFormView::Do(Form& form, Control* control, const Act& done) {
+    const bool usedUp = form.Report(control, done);
+    auto* view = static_cast<MemoryFormView*>(form.View());
+    if (view && control) view->shown_[control] = control->ValueText(); // a widget holds what was done to it
+    return usedUp;
+}
+
 std::string MemoryFormView::Shown(const Control& control) const {
     const auto found = shown_.find(&control);
     return found == shown_.end() ? std::string() : found->second;

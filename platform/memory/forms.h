@@ -11,8 +11,7 @@ namespace quorvane {
 
 class MemoryFormHost;
 
-// The window of a form that nobody sees: it keeps what widgets would show, and what a person does to it is a
-// call. Each act first changes the widget, as on a screen, and is then reported.
+// The window of a form that nobody sees: it keeps what widgets would show.
 class MemoryFormView final : public FormView {
   public:
     MemoryFormView(MemoryFormHost& host, Form& form);
@@ -27,7 +26,9 @@ class MemoryFormView final : public FormView {
     void Popup(Menu& menu) override;
     std::uintptr_t NativeHandle(Control& control) override;
 
-    Form& OwnerForm() const { return form_; }
+    // A person does `done` to a control of a form that has a window, or to the form itself. What Report
+    // answers.
+    static bool Do(Form& form, Control* control, const Act& done);
     // The value that the widget shows, in the words of Control::ValueText.
     std::string Shown(const Control& control) const;
 

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/forms/controls.h"
+#include "platform/forms/dump.h"
+#include "platform/forms/form.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// A form with every kind of control, each of whose events writes a line into a log.
+class ConformanceForm : public Form {
+  public:
+    explicit ConformanceForm(Forms& forms);
+
+    std::vector<std::string> log;
+
+    Menu menuBar;
+    Label lblName{*this, "lblName", "&Name:"};
+    TextBox txtName{*this, "txtName"};
+    Label lblCount{*this, "lblCount", "Count"};
+    TextBox txtCount{*this, "txtCount"};
+    TextBox txtText{*this, "txtText", NoIndex, TextBox::Lines::Many};
+    RichTextBox rtbMessage{*this, "rtbMessage"};
+    CheckBox chkActive{*this, "chkActive", "&Active && shown"};
+    Frame fraKind{*this, "fraKind", "Kind"};
+    OptionButton optKind0{fraKind, "optKind", "First", 0};
+    OptionButton optKind1{fraKind, "optKind", "Second", 1};
+    OptionButton optOther{fraKind, "optOther", "Other group", NoIndex, 1};
+    ComboBox cboUnit{*this, "cboUnit"};
+    ComboBox cboFree{*this, "cboFree", NoIndex, ComboBox::Style::Editable};
+    ListView lvwAlarms{*this, "lvwAlarms"};
+    TabStrip tabPages{*this, "tabPages"};
+    Label lblPage{tabPages, "lblPage", "Page of the first tab"};
+    Label lblPage2{tabPages, "lblPage", "A longer page of the second tab", 2};
+    Slider sldAlpha{*this, "sldAlpha"};
+    ProgressBar prgDone{*this, "prgDone"};
+    ScrollBar scrZone{*this, "scrZone"};
+    DatePicker dtpStart{*this, "dtpStart"};
+    MonthView mvwDay{*this, "mvwDay"};
+    PictureBox picFace{*this, "picFace"};
+    Button cmdOk{*this, "cmdOk", "&Ok"};
+    Button cmdCancel{*this, "cmdCancel", "Cancel"};
+    Button cmdOff{*this, "cmdOff", "Not now"};
+    Timer tmrTick{*this, "tmrTick", 50, false};
+
+  protected:
+    bool OnCloseByFrame() override;
+    void OnUnload() override { log.push_back("unload"); }
+
+  private:
+    static constexpr int NoIndex = Control::NoIndex;
+    void Fill();
+    void Listen();
+    void Arrange();
+};
+
+// A person at one host: what is done here is done to the widgets by that host's own means.
+class Hands {
+  public:
+    virtual ~Hands() = default;
+
+    virtual void
+    Click(Control& control) = 0; // in its middle; a label, a button, a picture box, a frame's caption
+    virtual void DoubleClick(Control& control) = 0;
+    virtual void Toggle(Control& control) = 0; // a check box or an option button
+    // At the end of what stands there, letter by letter.
+    virtual void Type(Control& control, const std::string& letters) = 0;
+    virtual void PressKey(Control& control, int code, int shift) = 0; // with the keyboard in that control
+    virtual void Choose(Control& control, int index) = 0;             // combo box, list view's row, tab
+    virtual void CheckRow(ListView& list, int row) = 0;
+    virtual void Step(RangeControl& control, int by) = 0; // by the arrow keys
+    virtual void PickDate(Control& control, const DateTime& value) = 0;
+    virtual void ChooseFromMenuBar(Form& form, int menu, int entry) = 0;
+    virtual void CloseByFrame(Form& form) = 0;
+    // The value that the widget itself shows, in the words of Control::ValueText.
+    virtual std::string Shown(Control& control) = 0;
+    // Lets the host work off what is waiting.
+    virtual void Settle() = 0;
+};
+
+// Walks a person through the form, and code through its properties; the log and the dump must come out the
+// same at every host. Reports to GoogleTest.
+void CheckConformance(ConformanceForm& form, Hands& hands);
+
+} // namespace quorvane
