@@ -1,7 +1,8 @@
 // make_photo FILE WIDTH HEIGHT: a JPEG of the size and the detail that a camera gives: hills in layers under
 // a sky, with fine structure down to the pixel, at quality 95 with halved colour.
+#include "samples/noise.h"
+
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -11,34 +12,9 @@
 
 namespace {
 
-std::uint32_t Hash(std::uint32_t x, std::uint32_t y, std::uint32_t seed) {
-    std::uint32_t h = x * 0x9E3779B1U ^ y * 0x85EBCA77U ^ seed * 0xC2B2AE3DU;
-    h = (h ^ h >> 15) * 0x2C1B3C6DU;
-    h = (h ^ h >> 12) * 0x297A2D39U;
-    return h ^ h >> 15;
-}
-
-// Smooth noise from 0 to 1 on a lattice of 1.
-float Noise(float x, float y, std::uint32_t seed) {
-    const float fx = std::floor(x), fy = std::floor(y);
-    const auto ix = static_cast<std::uint32_t>(static_cast<std::int32_t>(fx));
-    const auto iy = static_cast<std::uint32_t>(static_cast<std::int32_t>(fy));
-    const auto corner = [seed](std::uint32_t cx, std::uint32_t cy) {
-        return static_cast<float>(Hash(cx, cy, seed) >> 8) / static_cast<float>(1 << 24);
-    };
-    const float u = x - fx, v = y - fy;
-    const float su = u * u * (3 - 2 * u), sv = v * v * (3 - 2 * v);
-    const float upper = corner(ix, iy) * (1 - su) + corner(ix + 1, iy) * su;
-    const float lower = corner(ix, iy + 1) * (1 - su) + corner(ix + 1, iy + 1) * su;
-    return upper * (1 - sv) + lower * sv;
-}
-
-float Layers(float x, float y, int octaves, std::uint32_t seed) {
-    float sum = 0, weight = 0.5F;
-    for (int i = 0; i < octaves; ++i, x *= 2.03F, y *= 2.03F, weight *= 0.55F)
-        sum += weight * Noise(x, y, seed + static_cast<std::uint32_t>(i));
-    return sum;
-}
+using namespace quorvane;
+using samples::Hash;
+using samples::Layers;
 
 struct Scene {
     float width, height;
