@@ -1,31 +1,12 @@
 #include "alarms/criteria_compiler.h"
 #include "alarms/criteria_program.h"
 #include "platform/seeded_random.h"
+#include "tests/alarms/counted_heap.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
 #include <string>
 #include <vector>
-
-namespace {
-std::atomic<long> allocations{0};
-}
-
-// Counts what the whole test program takes from the heap.
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace quorvane {
 namespace {
@@ -51,16 +32,16 @@ TEST(CriteriaHeap, AnAlarmTestedForeverTakesNothingFromIt) {
         return held;
     };
     tick(0);
-    const long before = allocations;
+    const long before = HeapAllocations();
     int held = 0;
     for (int second = 0; second < 3600; ++second)
         held += tick(second);
-    EXPECT_EQ(allocations - before, 0);
+    EXPECT_EQ(HeapAllocations() - before, 0);
     EXPECT_GT(held, 3600);
 
     texts[0] += "~0;1";
     tick(0);
-    EXPECT_GT(allocations - before, 0) << "a changed text is decoded, and the counter counts";
+    EXPECT_GT(HeapAllocations() - before, 0) << "a changed text is decoded, and the counter counts";
 }
 
 } // namespace
