@@ -1,5 +1,5 @@
 #include "cli/commands.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 // The commands work on a stored tree of the test's own.
 class SettingsCommandTest : public testing::Test {
   protected:
-    SettingsCommandTest() { setenv("XDG_CONFIG_HOME", folder.path.c_str(), 1); }
+    SettingsCommandTest() { setenv("XDG_CONFIG_HOME", folder.Path().string().c_str(), 1); }
 
     int Run(std::vector<std::string> words, const std::string& input = "") {
         words.insert(words.begin(), "settings");
@@ -31,13 +31,13 @@ class SettingsCommandTest : public testing::Test {
         Run({"get", setting});
         return out;
     }
-    std::string InFolder(const char* name) const { return folder.path + "/" + name; }
+    std::string InFolder(const char* name) const { return folder.Path().string() + "/" + name; }
     std::string Content(const std::string& path) const {
         std::ifstream stream(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    TemporaryFolder folder;
+    test::TemporaryFolder folder;
     std::string out;
     std::string err;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/temporary_folder.h"
+
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -37,27 +39,6 @@ inline std::string ReadWhole(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
-
-// A folder of its own for one test, gone with it.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::string name = (fs::temp_directory_path() / "quorvane-test-XXXXXX").string();
-        path_ = mkdtemp(name.data());
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        fs::permissions(path_, fs::perms::owner_all, ignored);
-        fs::remove_all(path_, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const fs::path& Path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
 
 // A running program, ended with the object. `environment` is added to ours: "NAME=value", or "NAME" to take a
 // variable away. Its two output streams go to files.

@@ -1,7 +1,7 @@
 // One contract for the files of the machine and those in memory, and what only a real file system can show.
 #include "platform/linux/base/files.h"
 #include "platform/memory/files.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -78,14 +78,14 @@ TEST(Files, ContractInMemory) {
 }
 
 TEST(Files, ContractOnTheMachine) {
-    const TemporaryFolder folder;
+    const test::TemporaryFolder folder;
     LinuxFiles files;
-    CheckContract(files, folder.path);
+    CheckContract(files, folder.Path().string());
 }
 
 TEST(LinuxFiles, LinksCountOnceAndNeverLeadRoundInACircle) {
-    const TemporaryFolder folder;
-    const fs::path root = folder.path;
+    const test::TemporaryFolder folder;
+    const fs::path root = folder.Path().string();
     fs::create_directories(root / "pictures/deep");
     fs::create_directories(root / "other");
     std::ofstream(root / "other/x.png") << "x";
@@ -100,22 +100,22 @@ TEST(LinuxFiles, LinksCountOnceAndNeverLeadRoundInACircle) {
 
     LinuxFiles files;
     FolderListing listing;
-    EXPECT_TRUE(files.List(folder.path + "/pictures", "*.png", listing));
+    EXPECT_TRUE(files.List(folder.Path().string() + "/pictures", "*.png", listing));
     EXPECT_EQ(Sorted(listing.folders), (Names{"album", "deep"}));
     EXPECT_EQ(Sorted(listing.files), Names{"link.png"});
-    EXPECT_TRUE(files.List(folder.path + "/pictures/deep", "*.png", listing));
+    EXPECT_TRUE(files.List(folder.Path().string() + "/pictures/deep", "*.png", listing));
     EXPECT_EQ(listing.folders.size(), 0U);
-    EXPECT_TRUE(files.List(folder.path + "/pictures/album/", "*.png", listing));
+    EXPECT_TRUE(files.List(folder.Path().string() + "/pictures/album/", "*.png", listing));
     EXPECT_EQ(listing.folders.size(), 0U) << "back to where the path came from";
-    EXPECT_TRUE(files.List(folder.path + "/other", "*.png", listing));
+    EXPECT_TRUE(files.List(folder.Path().string() + "/other", "*.png", listing));
     EXPECT_EQ(Sorted(listing.folders), Names{"back"}) << "no circle yet";
 }
 
 TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
-    const TemporaryFolder folder;
+    const test::TemporaryFolder folder;
     LinuxFiles files;
-    const std::string target = folder.path + "/real.bmp";
-    const std::string link = folder.path + "/link.bmp";
+    const std::string target = folder.Path().string() + "/real.bmp";
+    const std::string link = folder.Path().string() + "/link.bmp";
     ASSERT_TRUE(Store(files, target, "old"));
     fs::permissions(target, fs::perms(0640));
     fs::create_symlink("real.bmp", link);
@@ -123,13 +123,13 @@ TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(files.Read(target), "new");
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-    EXPECT_FALSE(files.Replace(folder.path)) << "a folder is no file";
+    EXPECT_FALSE(files.Replace(folder.Path().string())) << "a folder is no file";
 }
 
 TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
-    const TemporaryFolder folder;
+    const test::TemporaryFolder folder;
     LinuxFiles files;
-    const std::string target = folder.path + "/Wallpaper.bmp";
+    const std::string target = folder.Path().string() + "/Wallpaper.bmp";
     ASSERT_TRUE(Store(files, target, "old"));
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
@@ -139,7 +139,7 @@ TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
     EXPECT_FALSE(Store(files, target, std::string(5000, 'n')));
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(files.Read(target), "old");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), fs::directory_iterator()), 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path().string()), fs::directory_iterator()), 1);
     EXPECT_FALSE(files.Replace("/proc/Wallpaper.bmp")) << "nothing can be made there";
 }
 

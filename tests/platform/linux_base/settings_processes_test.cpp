@@ -3,7 +3,7 @@
 #include "config/settings.h"
 #include "platform/linux/base/sqlite_store.h"
 #include "platform/memory/memory_platform.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -86,8 +86,8 @@ class SettingsProcessesTest : public testing::Test {
             ASSERT_TRUE(isMark(day.Day) && isMark(day.color));
     }
 
-    TemporaryFolder folder;
-    std::string file = folder.path + "/settings.db";
+    test::TemporaryFolder folder;
+    std::string file = folder.Path().string() + "/settings.db";
 };
 
 TEST_F(SettingsProcessesTest, AKilledWriterLeavesEachValueOldOrNew) {

@@ -2,7 +2,7 @@
 #include "platform/linux/base/sqlite_store.h"
 #include "platform/linux/base/system_values.h"
 #include "tests/platform/store_contract.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -23,14 +23,14 @@ class SqliteStoreMaker {
   public:
     std::unique_ptr<Store> Open() {
         std::string why;
-        auto store = SqliteStore::Open(folder_.path + "/new/settings.db", why);
+        auto store = SqliteStore::Open(folder_.Path().string() + "/new/settings.db", why);
         EXPECT_EQ(why, "");
         return store;
     }
     static std::string Root() { return "Software\\Quorvane test"; }
 
   private:
-    TemporaryFolder folder_;
+    test::TemporaryFolder folder_;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Sqlite, StoreContract, SqliteStoreMaker);
@@ -51,8 +51,8 @@ class SqliteStoreTest : public testing::Test {
   protected:
     std::unique_ptr<SqliteStore> Open() { return SqliteStore::Open(file, why); }
 
-    TemporaryFolder folder;
-    std::string file = folder.path + "/settings.db";
+    test::TemporaryFolder folder;
+    std::string file = folder.Path().string() + "/settings.db";
     std::string why;
 };
 
@@ -97,8 +97,8 @@ TEST_F(SqliteStoreTest, NoticesDamageInTheMiddleOfTheFile) {
 }
 
 TEST_F(SqliteStoreTest, SaysWhyAPlaceCannotBeUsed) {
-    std::ofstream(folder.path + "/file") << "in the way";
-    EXPECT_FALSE(SqliteStore::Open(folder.path + "/file/settings.db", why));
+    std::ofstream(folder.Path().string() + "/file") << "in the way";
+    EXPECT_FALSE(SqliteStore::Open(folder.Path().string() + "/file/settings.db", why));
     EXPECT_NE(why.find("cannot be made"), std::string::npos) << why;
     fs::create_directory(file);
     EXPECT_FALSE(Open());
@@ -172,9 +172,9 @@ TEST_F(SqliteStoreTest, ManyProcessesBeginOneFileAtOnce) {
 }
 
 TEST(CreateStore, WorksFromMemoryWhereNothingCanBeWritten) {
-    TemporaryFolder home;
-    std::ofstream(home.path + "/file") << "in the way";
-    setenv("XDG_CONFIG_HOME", (home.path + "/file").c_str(), 1);
+    test::TemporaryFolder home;
+    std::ofstream(home.Path().string() + "/file") << "in the way";
+    setenv("XDG_CONFIG_HOME", (home.Path().string() + "/file").c_str(), 1);
     std::string why;
     testing::internal::CaptureStderr();
     auto store = CreateStore(why);
@@ -184,11 +184,11 @@ TEST(CreateStore, WorksFromMemoryWhereNothingCanBeWritten) {
     EXPECT_EQ(store->Set(Key, "v", Text("1")), store_error::None);
     EXPECT_EQ(TextOf(*store, "v"), "1");
 
-    setenv("XDG_CONFIG_HOME", home.path.c_str(), 1);
+    setenv("XDG_CONFIG_HOME", home.Path().string().c_str(), 1);
     store = CreateStore(why);
     EXPECT_EQ(why, "");
     EXPECT_TRUE(store->Lasting());
-    EXPECT_TRUE(fs::exists(home.path + "/quorvane/settings.db"));
+    EXPECT_TRUE(fs::exists(home.Path().string() + "/quorvane/settings.db"));
     unsetenv("XDG_CONFIG_HOME");
 }
 
