@@ -4,12 +4,8 @@ namespace quorvane::cli {
 
 std::vector<Command> AllCommands() {
     return {
-        CriteriaCommand(),
-        SkyCommand(),
-        JulianCommand(),
-        WeekCommand(),
-        ScanCommand(),
-        SettingsCommand(),
+        CriteriaCommand(), SkyCommand(),  JulianCommand(), WeekCommand(),
+        ScanCommand(),     DrawCommand(), RenderCommand(), SettingsCommand(),
     };
 }
 

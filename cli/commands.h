@@ -12,6 +12,8 @@ Command SkyCommand();
 Command JulianCommand();
 Command WeekCommand();
 Command ScanCommand();
+Command DrawCommand();
+Command RenderCommand();
 Command SettingsCommand();
 
 } // namespace quorvane::cli

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -23,6 +24,8 @@ class EngineCommands : public testing::Test {
         for (const char* name : {"a.JPG", "b.png", "one/c.jpg", "one/two/d.jpg"}) {
             std::ofstream(folder_ / name) << "no picture";
         }
+        // The defaults, whatever the person who runs the tests has stored.
+        std::ofstream(folder_ / "none.reg") << "Windows Registry Editor Version 5.00\n";
     }
     ~EngineCommands() override { fs::remove_all(folder_); }
 
@@ -59,12 +62,120 @@ TEST_F(EngineCommands, ScanListsTheDeepestFolderFirst) {
     EXPECT_EQ(Run({"scan", folder_.string() + "/"}), Done);
     const auto lines = Lines();
     EXPECT_EQ(std::set<std::string>(lines.begin(), lines.end()),
-              (std::set<std::string>{Path("a.JPG"), Path("b.png")}));
+              (std::set<std::string>{Path("a.JPG"), Path("b.png"), Path("none.reg")}));
     EXPECT_EQ(Run({"scan", "--json", "--pattern=*.png", folder_.string()}), Done);
     EXPECT_EQ(out_.rfind("{\"files\": [\"" + Path("b.png") + "\"], \"seconds\": 0", 0), 0U) << out_;
     EXPECT_EQ(Run({"scan", Path("gone")}), Refused);
     EXPECT_EQ(Run({"scan", Path("b.png")}), Refused);
     EXPECT_EQ(Run({"scan"}), WrongUsage);
+}
+
+TEST_F(EngineCommands, DrawFollowsItsSeedAndNeverRepeats) {
+    const auto words = [&](std::vector<std::string> more) {
+        for (const std::string& setting :
+             std::vector<std::string>{"sources counter=1", "source #1=" + folder_.string(),
+                                      "source #1 pattern=*.jpg", "source #1 scan level=inf"}) {
+            more.insert(more.end(), {"--set", "Wallpaper sources\\Wallpaper " + setting});
+        }
+        more.insert(more.end(), {"--set", "Wallpaper sources\\Is active wallpaper source #1=True"});
+        more.insert(more.begin(), {"draw", "--settings", Path("none.reg")});
+        return more;
+    };
+    ASSERT_EQ(Run(words({"--seed", "7", "--count", "40"})), Done);
+    const auto picks = Lines();
+    ASSERT_EQ(picks.size(), 40U);
+    EXPECT_EQ(std::adjacent_find(picks.begin(), picks.end()), picks.end());
+    EXPECT_EQ(std::set<std::string>(picks.begin(), picks.end()),
+              (std::set<std::string>{Path("a.JPG"), Path("one/c.jpg"), Path("one/two/d.jpg")}));
+    Run(words({"--count", "40", "--seed", "7", "--set", "General\\Rescan wallpaper sources=0"}));
+    EXPECT_EQ(Lines(), picks);
+    Run(words({"--count", "40", "--seed", "8"}));
+    EXPECT_NE(Lines(), picks);
+    Run(words({"--json", "--seed=7"}));
+    EXPECT_EQ(out_, "{\"picks\": [\"" + picks[0] + "\"]}\n");
+    Run({"draw", "--settings", Path("none.reg"), "--count", "2", "--set",
+         "Wallpaper sources\\Wallpaper sources counter=0"});
+    EXPECT_EQ(out_, "\n\n") << "nothing to choose";
+    EXPECT_EQ(Run({"draw", "--count", "-1"}), WrongUsage);
+}
+
+// A bitmap file of one colour, 24 bits a pixel.
+void WriteBitmapFile(const fs::path& path, int width, int height, const char (&blueGreenRed)[4]) {
+    std::string row;
+    for (int x = 0; x < width; ++x) {
+        row.append(blueGreenRed, 3);
+    }
+    row.resize((row.size() + 3) / 4 * 4);
+    const auto number = [](std::uint32_t value) {
+        return std::string(reinterpret_cast<const char*>(&value), 4);
+    };
+    const auto size = static_cast<std::uint32_t>(row.size()) * static_cast<std::uint32_t>(height);
+    std::ofstream file(path, std::ios::binary);
+    file << "BM" << number(54 + size) << number(0) << number(54) << number(40)
+         << number(static_cast<std::uint32_t>(width)) << number(static_cast<std::uint32_t>(height))
+         << number(1 | 24 << 16) << number(0) << number(size) << std::string(16, '\0');
+    for (int y = 0; y < height; ++y) {
+        file << row;
+    }
+}
+
+// Blue, green and red of a pixel of a bitmap file with a width that is a multiple of four.
+std::vector<int> FilePixel(const fs::path& path, int width, int height, int x, int y) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
+    const auto place = static_cast<std::size_t>(54 + ((height - 1 - y) * width + x) * 3);
+    if (bytes.size() != static_cast<std::size_t>(54 + width * height * 3)) return {};
+    return {static_cast<unsigned char>(bytes[place]), static_cast<unsigned char>(bytes[place + 1]),
+            static_cast<unsigned char>(bytes[place + 2])};
+}
+
+TEST_F(EngineCommands, RenderPlacesAPictureOnItsBackground) {
+    WriteBitmapFile(folder_ / "green.bmp", 10, 10, "\x01\xC8\x02");
+    const auto render = [&](const std::string& out, const std::string& size) {
+        return Run({"render", "--json", "--settings", Path("none.reg"), "--out", Path(out), "--picture",
+                    Path("green.bmp"), "--size", size, "--set", "General\\Paint calendar=0", "--set",
+                    "General\\Use gradient background fill=1", "--set", "Colors\\Right Upper color=0xFF"});
+    };
+    ASSERT_EQ(render("out.bmp", "40x20"), Done);
+    EXPECT_EQ(out_.rfind("{\"out\": \"" + Path("out.bmp") +
+                             "\", \"width\": 44, \"height\": 24, \"picture\": \"" + Path("green.bmp") +
+                             "\", \"calendar\": {\"x\": 0",
+                         0),
+              0U)
+        << out_;
+    // 20 of 40 columns, times 24 / 20: from 12 to 36. Beside it red grows from 0 to 255 in 24 rows.
+    const auto pixel = [&](int x, int y) { return FilePixel(folder_ / "out.bmp", 44, 24, x, y); };
+    EXPECT_EQ(pixel(12, 0), (std::vector<int>{1, 200, 2}));
+    EXPECT_EQ(pixel(35, 23), (std::vector<int>{1, 200, 2}));
+    EXPECT_EQ(pixel(11, 0), (std::vector<int>{0, 0, 0}));
+    ASSERT_EQ(pixel(36, 12).size(), 3U);
+    EXPECT_NEAR(pixel(36, 12)[2], 127, 1);
+    EXPECT_NEAR(pixel(0, 23)[2], 244, 1);
+
+    EXPECT_EQ(render("out.png", "40x20"), Done);
+    EXPECT_GT(fs::file_size(folder_ / "out.png"), 50U);
+    EXPECT_EQ(render("out.jpg", "40x20"), WrongUsage);
+    EXPECT_EQ(render("out.bmp", "40x0"), WrongUsage);
+    EXPECT_EQ(render("none/out.bmp", "40x20"), Refused);
+}
+
+TEST_F(EngineCommands, RenderPutsTheCalendarWhereItSays) {
+    const auto render = [&](const char* position) {
+        return Run({"render",     "--json",
+                    "--settings", Path("none.reg"),
+                    "--out",      Path("out.bmp"),
+                    "--size",     "800x600",
+                    "--at",       "2026-11-21 10:00:00",
+                    "--set",      std::string("General\\Calendar position=") + position,
+                    "--set",      "General\\Use calendar background=1",
+                    "--set",      "General\\Show week number=0",
+                    "--set",      "General\\Show all week numbers=0",
+                    "--set",      "Colors\\Calendar background color=0x102030"});
+    };
+    ASSERT_EQ(render("1"), Done);
+    EXPECT_NE(out_.find("\"calendar\": {\"x\": 0, \"y\": 0, \"width\": "), std::string::npos) << out_;
+    EXPECT_EQ(FilePixel(folder_ / "out.bmp", 804, 604, 1, 1), (std::vector<int>{0x10, 0x20, 0x30}));
+    EXPECT_EQ(FilePixel(folder_ / "out.bmp", 804, 604, 803, 603), (std::vector<int>{0, 0, 0}));
 }
 
 } // namespace
