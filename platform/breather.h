@@ -4,7 +4,7 @@
 #include "platform/event_loop.h"
 
 #include <cmath>
-#include <optional>
+#include <limits>
 
 namespace quorvane {
 
@@ -18,7 +18,7 @@ class Breather {
 
     void Breathe() {
         const double now = SecondsOfDay(clock_.Now());
-        if (noted_ && std::abs(now - *noted_) <= 0.5) return;
+        if (std::abs(now - noted_) <= 0.5) return;
         noted_ = now;
         events_.Pump();
     }
@@ -26,7 +26,7 @@ class Breather {
   private:
     Clock& clock_;
     EventLoop& events_;
-    std::optional<double> noted_; // the time of day in seconds
+    double noted_ = -std::numeric_limits<double>::infinity(); // the time of day in seconds
 };
 
 } // namespace quorvane

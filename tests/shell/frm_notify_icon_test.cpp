@@ -1,0 +1,138 @@
+#include "shell/frm_notify_icon.h"
+
+#include "platform/memory/memory_platform.h"
+#include "shell/frm_splash.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+class NotifyIconTest : public ::testing::Test {
+  protected:
+    NotifyIconTest() { icon_.Load(); }
+
+    frmNotifyIcon::Hooks Hooks() {
+        frmNotifyIcon::Hooks hooks;
+        hooks.changeWallpaper = [this](const std::string& file, int mode) {
+            done_ += "change[" + file + "]" + std::to_string(mode) + " ";
+        };
+        hooks.writeSettings = [this] { done_ += "write "; };
+        hooks.saveAndEnd = [this] { done_ += "save "; };
+        hooks.releaseAndEnd = [this] { done_ += "release "; };
+        return hooks;
+    }
+    void Choose(const char* caption) { ASSERT_TRUE(ChooseFromMenu(icon_.mnu_popup, caption)) << caption; }
+
+    MemoryPlatform machine_;
+    const Platform platform_ = machine_.Services();
+    Forms forms_{platform_};
+    GlobalRecord record_;
+    std::string done_;
+    frmNotifyIcon icon_{forms_, record_, platform_, Hooks()};
+};
+
+TEST_F(NotifyIconTest, StandsInTheTrayWithItsMenuUntilItIsUnloaded) {
+    EXPECT_EQ(machine_.calls.lines, (std::vector<std::string>{"tray.Add Quorvane II", "tray.SetVersion 3"}));
+    EXPECT_EQ(machine_.tray.record.flags, 23);
+    EXPECT_EQ(machine_.tray.menu, &icon_.mnu_popup);
+    std::string captions;
+    for (const MenuItem& item : icon_.mnu_popup.Items()) {
+        captions += item.caption + "|";
+    }
+    EXPECT_EQ(captions, "&Change wallpaper|Add current wallpaper to favorites|"
+                        "Remove current wallpaper to favorites|Add current wallpaper to blacklist|-|E&xit|");
+    EXPECT_EQ(icon_.mnu_popup.DefaultItem(), 0);
+    EXPECT_NE(icon_.mnu_popup.Items()[0].bitmap, nullptr);
+    EXPECT_EQ(record_.BMHandlesCount(), 1);
+    icon_.Unload();
+    EXPECT_FALSE(machine_.tray.added);
+    EXPECT_EQ(machine_.tray.menu, nullptr);
+    machine_.tray.Send(tray_message::LeftDoubleClick);
+    EXPECT_EQ(done_, "");
+}
+
+TEST_F(NotifyIconTest, DoubleClickIsTheDefaultEntryAndRightClickTheMenu) {
+    record_.ChangeWallpaperInterval = 300;
+    record_.ChangeWallpaperIntervalCurrent = 7;
+    machine_.tray.Send(tray_message::LeftDoubleClick);
+    EXPECT_EQ(done_, "change[]0 ");
+    EXPECT_EQ(record_.ChangeWallpaperIntervalCurrent, 300) << "a change by hand starts the interval anew";
+    icon_.mnu_popup.SetDefaultItem(-1);
+    machine_.tray.Send(tray_message::LeftDoubleClick);
+    EXPECT_EQ(done_, "change[]0 ");
+    machine_.tray.Send(tray_message::RightButtonUp);
+    EXPECT_EQ(machine_.calls.Count("tray.Popup"), 1);
+}
+
+TEST_F(NotifyIconTest, FavoritesKeepTheirRowsAndEachChangeIsWritten) {
+    record_.LastSelectedWallpaper = "/pics/A.png";
+    Choose("Remove current wallpaper to favorites");
+    EXPECT_EQ(done_, "write ") << "also where nothing was to be removed";
+    EXPECT_EQ(record_.FavoritesSrcCnt(), 0);
+    Choose("Add current wallpaper to favorites");
+    ASSERT_EQ(record_.FavoritesSrcCnt(), 1);
+    EXPECT_EQ(record_.FavoritesSources[1], (ListedFile{"/pics/A.png", true}));
+    record_.LastSelectedWallpaper = " /PICS/a.PNG ";
+    Choose("Remove current wallpaper to favorites");
+    EXPECT_EQ(record_.FavoritesSources[1], (ListedFile{"/pics/A.png", false})) << "the row stays";
+    Choose("Add current wallpaper to favorites");
+    EXPECT_EQ(record_.FavoritesSrcCnt(), 1) << "no second row";
+    EXPECT_TRUE(record_.FavoritesSources[1].Active);
+    EXPECT_EQ(record_.BlacklistedSrcCnt(), 0);
+    Choose("Add current wallpaper to blacklist");
+    EXPECT_EQ(record_.BlacklistedSrcCnt(), 1);
+    EXPECT_EQ(done_, "write write write write write ");
+}
+
+TEST_F(NotifyIconTest, ExitSavesUnlessTheStartIsUnderWay) {
+    record_.Main_Exec = true;
+    Choose("Exit");
+    record_.Main_Exec = false;
+    Choose("Exit");
+    EXPECT_EQ(done_, "release save ");
+}
+
+TEST_F(NotifyIconTest, ShowsThePresentWallpaperInABalloon) {
+    record_.LastSelectedWallpaper = "/pics/a.png";
+    icon_.ShowTrayTip();
+    EXPECT_EQ(machine_.tray.record.balloonText, "Quorvane II\r\nCurrent wallpaper: [/pics/a.png]");
+}
+
+class SplashTest : public ::testing::Test {
+  protected:
+    MemoryPlatform machine_;
+    const Platform platform_ = machine_.Services();
+    Forms forms_{platform_};
+    frmSplash splash_{forms_, platform_};
+
+    std::optional<Color> CutOut(const std::string& buttonFace) {
+        StoredValue value;
+        value.data = buttonFace + std::string(1, '\0');
+        machine_.store.Set({"", Hive::CurrentUser, "Control Panel\\Colors"}, "ButtonFace", value);
+        splash_.SetTransparentColor(std::nullopt);
+        splash_.Load();
+        const auto color = splash_.TransparentColor();
+        splash_.Unload();
+        return color;
+    }
+};
+
+TEST_F(SplashTest, CutsOutTheColourOfAPlainWindow) {
+    EXPECT_EQ(CutOut("212 208 200"), Rgb(212, 208, 200));
+    EXPECT_EQ(CutOut("1 2"), std::nullopt);
+    EXPECT_EQ(CutOut("red"), std::nullopt);
+    EXPECT_EQ(CutOut("1 2 3 4"), Rgb(1, 23, 4)) << "all between the outer blanks is one number";
+}
+
+TEST_F(SplashTest, GoesAtAClick) {
+    splash_.Show();
+    ASSERT_TRUE(splash_.IsVisible());
+    EXPECT_EQ(splash_.FindControl("lblVersion")->Caption(), "Version 2.0.1");
+    EXPECT_EQ(splash_.FindControl("lblPlatform")->Caption(), "OS platform: Win32");
+    MemoryFormView::Do(splash_, splash_.FindControl("Frame1"), act::Click{});
+    EXPECT_FALSE(splash_.IsLoaded());
+}
+
+} // namespace
+} // namespace quorvane
