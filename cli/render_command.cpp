@@ -1,7 +1,7 @@
-#include "calendar/painter.h"
 #include "cli/commands.h"
 #include "cli/engine_rig.h"
 #include "core/text.h"
+#include "engine/calendar_layer.h"
 #include "engine/composition.h"
 #include "platform/bitmap_file.h"
 #include "platform/drawing.h"
@@ -49,14 +49,6 @@ bool Save(const PixelView& pixels, Drawing& drawing, Files& files, const std::st
     return writer && drawing.WritePng(pixels, *writer) && writer->Commit();
 }
 
-Composition::CalendarPainter PainterOf(EngineRig& rig, Drawing& drawing) {
-    return [&rig, &drawing](Surface& canvas) {
-        const DateTime now = rig.clock->Now();
-        return PaintCalendar(rig.record, drawing, canvas,
-                             {now, rig.clock->ZoneAt(now), LocaleStrings(), ReadRegionalValues(*rig.store)});
-    };
-}
-
 JsonObject RectObject(const PixelRect& rect) {
     return JsonObject().Add("x", rect.x).Add("y", rect.y).Add("width", rect.width).Add("height", rect.height);
 }
@@ -72,9 +64,10 @@ int Render(const Arguments& arguments, Streams& streams) {
     EngineRig rig(arguments);
     const auto drawing = CreateDrawing();
     if (picture.empty()) rig.FillList(); // what it would draw is overridden otherwise
+    const LocaleStrings builtInWords;
     Composition composition(
         {rig.record, rig.fileList, rig.selection, rig.complaints, *rig.clock, *drawing, rig.random},
-        PainterOf(rig, *drawing));
+        CalendarLayer(rig.record, *rig.clock, *drawing, *rig.store, builtInWords));
     const ComposedWallpaper composed = composition.Compose(picture, screen);
     if (!composed.canvas) throw RefusedInput("there is no memory for a canvas of that size");
     const std::int64_t start = rig.clock->Ticks();

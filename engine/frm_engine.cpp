@@ -1,6 +1,7 @@
 #include "engine/frm_engine.h"
 
 #include "engine/busy_flag.h"
+#include "engine/calendar_layer.h"
 #include "engine/tray_report.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
@@ -19,7 +20,8 @@ void CountDown(std::int32_t& left) {
 
 } // namespace
 
-frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platform, Hooks hooks)
+frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platform,
+                     const LocaleStrings& locale, Hooks hooks)
     : Form(forms, "frmEngine")
     , record_(record)
     , platform_(platform)
@@ -29,7 +31,7 @@ frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platfor
     , selection_(record, fileList_, platform.clock, platform.random)
     , composition_(
           {record, fileList_, selection_, complaints_, platform.clock, platform.drawing, platform.random},
-          hooks_.paintCalendar) {
+          CalendarLayer(record, platform.clock, platform.drawing, platform.store, locale)) {
     Timer1.onTimer = [this] { CountDownToChange(); };
     Timer2.onTimer = [this] { CountDownToRescan(); };
 }

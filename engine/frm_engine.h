@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/global_record.h"
+#include "core/locale_strings.h"
 #include "engine/apply.h"
 #include "engine/complaints.h"
 #include "engine/composition.h"
@@ -19,12 +20,13 @@ class frmEngine : public Form {
   public:
     // What stands above the engine. An empty function is passed over.
     struct Hooks {
-        Composition::CalendarPainter paintCalendar;
         std::function<void()> repaintSplash;
         std::function<void()> saveAndEnd; // the orderly exit; does not come back
     };
 
-    frmEngine(Forms& forms, GlobalRecord& record, const Platform& platform, Hooks hooks);
+    // Everything but the hooks must outlive the form.
+    frmEngine(Forms& forms, GlobalRecord& record, const Platform& platform, const LocaleStrings& locale,
+              Hooks hooks);
 
     // Composes a wallpaper and hands it to the desktop. The engine chooses the picture where `file` is empty;
     // `mode` is a change_mode. Nothing is done while DISABLE_WALLPAPER_CHANGE is set, nor inside another

@@ -44,10 +44,11 @@ class EngineTest : public testing::Test {
     const Platform platform_ = machine_.Services();
     Forms forms_{platform_};
     GlobalRecord record_;
+    LocaleStrings locale_;
     int listings_ = 0;
     int splashes_ = 0;
     int exits_ = 0;
-    frmEngine engine_{forms_, record_, platform_, {{}, [this] { ++splashes_; }, [this] { ++exits_; }}};
+    frmEngine engine_{forms_, record_, platform_, locale_, {[this] { ++splashes_; }, [this] { ++exits_; }}};
 };
 
 TEST_F(EngineTest, LoadScansOnceAndTwiceWhereItChangesAtOnce) {
