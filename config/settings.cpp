@@ -209,6 +209,17 @@ void PresetRecord(GlobalRecord& record, Files& files) {
     record.Current_System_Profile.Name = "Default";
 }
 
+void ReadSettingOf(GlobalRecord& record, const std::string* field, Store& store) {
+    for (const SettingGroup* group : SettingsSchema().Groups()) {
+        for (const auto& row : group->rows) {
+            const FieldRef rowField = row.field(record);
+            const auto* text = std::get_if<std::string*>(&rowField);
+            if (text && *text == field)
+                ReadValue({store, KeyPath(group->key), row.name, {}}, row.form, rowField);
+        }
+    }
+}
+
 void ReadRecord(GlobalRecord& record, Store& store, Files& files, const SettingsEvents& events) {
     Reader(record, store, files, events).ReadAll();
 }

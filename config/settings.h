@@ -29,6 +29,10 @@ std::string DecimalSign(Store& store);
 // leaves them a sensible one.
 void PresetRecord(GlobalRecord& record, Files& files);
 
+// Reads one setting ahead of the others, the one that goes with `field` of the record; where it is missing
+// the field stays as it is.
+void ReadSettingOf(GlobalRecord& record, const std::string* field, Store& store);
+
 // Fills the record from the tree: a value that is missing becomes its default, and so does one that cannot be
 // understood. Moves the splash bar from 20 to 72.
 void ReadRecord(GlobalRecord& record, Store& store, Files& files, const SettingsEvents& events);

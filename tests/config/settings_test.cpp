@@ -310,6 +310,18 @@ TEST_F(SettingsTest, AnEmptyTextKeepsThePreset) {
     EXPECT_EQ(record.Week_Str_Name, "");
 }
 
+TEST_F(SettingsTest, OneSettingIsReadAheadOfTheOthers) {
+    GlobalRecord record;
+    record.CurrentLanguage = "EN";
+    ReadSettingOf(record, &record.CurrentLanguage, machine.store);
+    EXPECT_EQ(record.CurrentLanguage, "EN");
+    Put("General", "Language", "DE");
+    Put("General", "Week name", "Woche");
+    ReadSettingOf(record, &record.CurrentLanguage, machine.store);
+    EXPECT_EQ(record.CurrentLanguage, "DE");
+    EXPECT_EQ(record.Week_Str_Name, "");
+}
+
 TEST_F(SettingsTest, MissingEntriesOfTheSourceListsAreReported) {
     Put("Wallpaper sources", "Wallpaper sources counter", 1);
     Put("Wallpaper sources", "Wallpaper source #1", "/a");

@@ -307,6 +307,7 @@ int SqliteStore::StartWriting() {
     if (transaction_ == Transaction::Reading) Commit();
     const int error = Run("BEGIN IMMEDIATE");
     if (!error) transaction_ = Transaction::Writing;
+    madeKey_.clear();
     return error;
 }
 
@@ -349,21 +350,25 @@ int SqliteStore::KeyExists(const std::string& path, bool& exists) {
     return StoreError(step);
 }
 
-int SqliteStore::MakeKey(const StoreKey& key) {
+// `path` is the key's folded path. The key that was made last is not looked for again in its transaction.
+int SqliteStore::MakeKey(const StoreKey& key, const std::string& path) {
+    if (path == madeKey_) return store_error::None;
     bool exists = false;
-    std::string path = FoldedPath(key);
-    if (const int error = KeyExists(path, exists); error || exists) return error;
-    path = HivePath(key.hive);
-    std::string shown;
-    for (auto [name, rest] = FirstKeyName(key.path); !name.empty();
-         std::tie(name, rest) = FirstKeyName(rest)) {
-        const std::string parent = path;
-        path.append("\\").append(LowerCase(name));
-        shown.append(shown.empty() ? "" : "\\").append(name);
-        Use use(addKey_, path, parent, name, shown);
-        sqlite3_bind_int64(use.get(), 5, static_cast<std::int64_t>(key.hive));
-        if (const int error = use.Run()) return error;
+    if (const int error = KeyExists(path, exists)) return error;
+    if (!exists) {
+        std::string above = HivePath(key.hive);
+        std::string shown;
+        for (auto [name, rest] = FirstKeyName(key.path); !name.empty();
+             std::tie(name, rest) = FirstKeyName(rest)) {
+            const std::string parent = above;
+            above.append("\\").append(LowerCase(name));
+            shown.append(shown.empty() ? "" : "\\").append(name);
+            Use use(addKey_, above, parent, name, shown);
+            sqlite3_bind_int64(use.get(), 5, static_cast<std::int64_t>(key.hive));
+            if (const int error = use.Run()) return error;
+        }
     }
+    madeKey_ = path;
     return store_error::None;
 }
 
@@ -386,8 +391,8 @@ int SqliteStore::Set(const StoreKey& key, std::string_view name, const StoredVal
     if (!key.machine.empty()) return Fail(store_error::BadNetworkPath);
     if ((key.access & store_right::Set) == 0) return Fail(store_error::AccessDenied);
     if (const int error = StartWriting()) return Fail(error);
-    if (const int error = MakeKey(key)) return EndWrite(error);
     const std::string path = FoldedPath(key);
+    if (const int error = MakeKey(key, path)) return EndWrite(error);
     const std::string folded = LowerCase(name);
     Use use(set_, path, folded, name);
     sqlite3_bind_int(use.get(), 4, static_cast<int>(value.type));
@@ -415,6 +420,7 @@ int SqliteStore::DeleteKey(const StoreKey& key) {
     const std::string path = FoldedPath(key);
     if (IsHive(path)) return EndWrite(store_error::AccessDenied);
     bool exists = false;
+    madeKey_.clear();
     int error = KeyExists(path, exists);
     if (!error && !exists) error = store_error::NotFound;
     if (!error && Use(subKeys_, path).Step() == SQLITE_ROW) error = store_error::AccessDenied;

@@ -54,7 +54,7 @@ class SqliteStore final : public Store {
     int StartWriting();
     int Commit();
     int EndWrite(int error);
-    int MakeKey(const StoreKey& key);
+    int MakeKey(const StoreKey& key, const std::string& path);
     int KeyExists(const std::string& path, bool& exists);
     int ReadNames(const StoreKey& key, sqlite3_stmt* statement, std::vector<std::string>& out);
     int Fail(int error);
@@ -63,6 +63,7 @@ class SqliteStore final : public Store {
     Statement query_, set_, deleteValue_, valueNames_;
     Statement findKey_, addKey_, deleteKey_, deleteKeyValues_, subKeys_;
     Transaction transaction_ = Transaction::None;
+    std::string madeKey_; // by its folded path, within one writing transaction
     int batchDepth_ = 0;
     int lastError_ = store_error::None;
 };
