@@ -132,7 +132,7 @@ CriteriaProgram::CriteriaProgram(std::string_view compiled) {
             builder.Add(CriteriaInstruction{});
         for (auto at = instructions.rbegin(); at != instructions.rend(); ++at)
             builder.Add(*at);
-        values_.resize(builder.Deepest() + 1);
+        values_.resize(builder.Deepest());
     });
     if (!readable) steps_.clear();
 }
@@ -140,39 +140,44 @@ CriteriaProgram::CriteriaProgram(std::string_view compiled) {
 bool CriteriaProgram::Evaluate(const CriteriaMoment& moment, CriteriaMemory& memory) {
     if (steps_.empty()) return false;
     MemoryCursor cursor{memory};
-    double* top = values_.data();
+    double value = 0;                 // the topmost one
+    double* waiting = values_.data(); // behind those below it
     for (const Step& step : steps_) {
         const CriteriaInstruction& instruction = step.instruction;
         switch (step.kind) {
         case StepKind::Constant:
-            *++top = instruction.number;
+            *waiting++ = value;
+            value = instruction.number;
             break;
         case StepKind::Variable:
-            *++top = moment.Value(instruction.variable);
+            *waiting++ = value;
+            value = moment.Value(instruction.variable);
             break;
         case StepKind::RandomNumber:
-            *++top = moment.NextRandom();
+            *waiting++ = value;
+            value = moment.NextRandom();
             break;
         case StepKind::CompareVariable:
-            *++top = Holds(instruction, moment) ? TrueValue : FalseValue;
+            *waiting++ = value;
+            value = Holds(instruction, moment) ? TrueValue : FalseValue;
             break;
         case StepKind::AndCompareVariable:
-            if (!Holds(instruction, moment)) *top = FalseValue;
+            if (!Holds(instruction, moment)) value = FalseValue;
             break;
         case StepKind::OrCompareVariable:
-            if (Holds(instruction, moment)) *top = TrueValue;
+            if (Holds(instruction, moment)) value = TrueValue;
             break;
         case StepKind::Apply: {
-            const double left = *top;
-            top -= instruction.operands - 1;
-            const double right = *top; // of no account where there is one operand only
-            if (ApplyInstruction(instruction, left, right, cursor, *top) != CriteriaFailure::None)
+            const double right = instruction.operands == 2 ? *--waiting : 0;
+            double result = 0;
+            if (ApplyInstruction(instruction, value, right, cursor, result) != CriteriaFailure::None)
                 return false;
+            value = result;
             break;
         }
         }
     }
-    return *top < 0 || *top > 0; // what is no number is not true
+    return value < 0 || value > 0; // what is no number is not true
 }
 
 bool TestCriteria(std::string_view compiled, const CriteriaMoment& moment, CriteriaMemory& memory) {

@@ -43,7 +43,7 @@ class CriteriaProgram {
     class Builder;
 
     std::vector<Step> steps_;    // in the order of evaluation: the text's last instruction first
-    std::vector<double> values_; // as many as are ever waiting at once, and one below them
+    std::vector<double> values_; // room for those that wait below the topmost one
     std::uint64_t readBits_ = 0;
     bool pure_ = true;
 };
