@@ -1,0 +1,342 @@
+#include "platform/forms/form.h"
+#include "platform/forms/utf8.h"
+#include "platform/windows/drawing.h"
+#include "platform/windows/event_loop.h"
+#include "platform/windows/form_host.h"
+#include "platform/windows/form_view.h"
+#include "platform/windows/wide.h"
+#include "tests/platform/conformance/conformance.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+// A person at native widgets: keys and mouse as messages, choices as the widgets' own commands.
+class WindowsHands final : public Hands {
+  public:
+    WindowsHands(Form& form, EventLoop& events)
+        : form_(form)
+        , events_(events) {}
+
+    void Click(Control& control) override {
+        if (control.Kind() == ControlKind::Button) {
+            SendMessageW(Window(control), BM_CLICK, 0, 0);
+            return;
+        }
+        HWND window = Window(control);
+        RECT area{};
+        GetClientRect(window, &area);
+        POINT at{area.right / 2, area.bottom / 2};
+        if (control.Kind() == ControlKind::Frame) { // the window behind the caption gets it
+            at = {area.right / 2, 3};
+            MapWindowPoints(window, GetParent(window), &at, 1);
+            window = GetParent(window);
+        }
+        SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+        SendMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    }
+    void DoubleClick(Control& control) override {
+        RECT row{};
+        ListView_GetItemRect(Window(control), static_cast<ListView&>(control).SelectedRow(), &row,
+                             LVIR_LABEL);
+        SendMessageW(Window(control), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(row.left + 5, row.top + 3));
+    }
+    void Toggle(Control& control) override { SendMessageW(Window(control), BM_CLICK, 0, 0); }
+    void Type(Control& control, const std::string& letters) override {
+        const HWND window = EditOf(control);
+        SetFocus(window);
+        SendMessageW(window, EM_SETSEL, 1 << 20, 1 << 20);
+        for (const wchar_t letter : Wide(letters))
+            SendMessageW(window, WM_CHAR, letter == L'\n' ? WPARAM{VK_RETURN} : letter, 0);
+    }
+    void PressKey(Control& control, int code, int shift) override {
+        const HWND window = EditOf(control);
+        SetFocus(window);
+        BYTE keys[256]{};
+        if (shift & shift_state::Ctrl) keys[VK_CONTROL] = 0x80;
+        if (shift & shift_state::Shift) keys[VK_SHIFT] = 0x80;
+        events_.Pump();
+        SetKeyboardState(keys);
+        PostMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(code), 1);
+        PostMessageW(window, WM_KEYUP, static_cast<WPARAM>(code), static_cast<LPARAM>(0xC0000001));
+        events_.Pump();
+        const BYTE none[256]{};
+        SetKeyboardState(const_cast<BYTE*>(none));
+    }
+    void Choose(Control& control, int index) override {
+        const HWND window = Window(control);
+        if (control.Kind() == ControlKind::ComboBox) {
+            SendMessageW(window, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+            SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE),
+                         reinterpret_cast<LPARAM>(window));
+        } else if (control.Kind() == ControlKind::TabStrip) {
+            TabCtrl_SetCurFocus(window, index);
+        } else {
+            ListView_SetItemState(window, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        }
+    }
+    void CheckRow(ListView& list, int row) override {
+        ListView_SetCheckState(Window(list), row, !ListView_GetCheckState(Window(list), row));
+    }
+    void Step(RangeControl& control, int by) override {
+        const WPARAM key = by > 0 ? VK_RIGHT : VK_LEFT;
+        SendMessageW(Window(control), WM_KEYDOWN, key, 1);
+        SendMessageW(Window(control), WM_KEYUP, key, 1);
+    }
+    void PickDate(Control& control, const DateTime& value) override {
+        // A sheet's places are the system's secret: what it tells after a click stands for one.
+        const HWND window = Window(control);
+        SYSTEMTIME time{static_cast<WORD>(value.year),
+                        static_cast<WORD>(value.month),
+                        0,
+                        static_cast<WORD>(value.day),
+                        static_cast<WORD>(value.hour),
+                        static_cast<WORD>(value.minute),
+                        static_cast<WORD>(value.second),
+                        0};
+        if (control.Kind() == ControlKind::MonthView) {
+            SendMessageW(window, MCM_SETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
+            NMSELCHANGE told{{window, 0, static_cast<UINT>(MCN_SELECT)}, time, {}};
+            SendMessageW(GetParent(window), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&told));
+        } else {
+            SendMessageW(window, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+            NMDATETIMECHANGE told{{window, 0, static_cast<UINT>(DTN_DATETIMECHANGE)}, GDT_VALID, time};
+            SendMessageW(GetParent(window), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&told));
+        }
+    }
+    void ChooseFromMenuBar(Form& form, int menu, int entry) override {
+        const HWND window = static_cast<WindowsFormView*>(form.View())->Window();
+        const HMENU submenu = GetSubMenu(GetMenu(window), menu);
+        SendMessageW(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(submenu), menu);
+        SendMessageW(window, WM_COMMAND, GetMenuItemID(submenu, entry), 0);
+    }
+    void CloseByFrame(Form& form) override {
+        SendMessageW(static_cast<WindowsFormView*>(form.View())->Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    }
+    std::string Shown(Control& control) override {
+        const HWND window = Window(control);
+        const auto ask = [window](UINT message) {
+            return static_cast<int>(SendMessageW(window, message, 0, 0));
+        };
+        switch (control.Kind()) {
+        case ControlKind::TextBox:
+        case ControlKind::RichTextBox:
+            return Quoted(TextOf(window));
+        case ControlKind::CheckBox:
+            return ask(BM_GETCHECK) == BST_CHECKED ? "checked" : "clear";
+        case ControlKind::OptionButton:
+            return ask(BM_GETCHECK) == BST_CHECKED ? "chosen" : "clear";
+        case ControlKind::ComboBox:
+            return std::to_string(ask(CB_GETCURSEL)) + ' ' + Quoted(TextOf(window)) + " of " +
+                   std::to_string(ask(CB_GETCOUNT));
+        case ControlKind::ListView:
+            return ShownRows(window);
+        case ControlKind::TabStrip:
+            return ShownTabs(window);
+        case ControlKind::Slider:
+            return Range(ask(TBM_GETPOS), ask(TBM_GETRANGEMIN), ask(TBM_GETRANGEMAX));
+        case ControlKind::ProgressBar: {
+            PBRANGE range{};
+            SendMessageW(window, PBM_GETRANGE, 0, reinterpret_cast<LPARAM>(&range));
+            return Range(ask(PBM_GETPOS), range.iLow, range.iHigh);
+        }
+        case ControlKind::ScrollBar: {
+            SCROLLINFO info{sizeof info, SIF_POS | SIF_RANGE, 0, 0, 0, 0, 0};
+            GetScrollInfo(window, SB_CTL, &info);
+            return Range(info.nPos, info.nMin, info.nMax);
+        }
+        case ControlKind::DatePicker:
+            return ShownDate(window, DTM_GETSYSTEMTIME, true);
+        case ControlKind::MonthView:
+            return ShownDate(window, MCM_GETCURSEL, false);
+        case ControlKind::Label:
+        case ControlKind::Frame:
+        case ControlKind::Button:
+            EXPECT_EQ(TextOf(window), control.Caption());
+            return {};
+        case ControlKind::PictureBox:
+            return {};
+        }
+        return "unknown kind";
+    }
+    void Settle() override { events_.Pump(); }
+
+  private:
+    HWND Window(Control& control) const {
+        return reinterpret_cast<HWND>(form_.View()->NativeHandle(control));
+    }
+    HWND EditOf(Control& control) const {
+        const HWND inner = FindWindowExW(Window(control), nullptr, L"Edit", nullptr);
+        return inner ? inner : Window(control);
+    }
+    static std::string TextOf(HWND window) {
+        wchar_t text[1000]{};
+        GetWindowTextW(window, text, 1000);
+        return Utf8(text);
+    }
+    static std::string Range(int value, int minimum, int maximum) {
+        return std::to_string(value) + " in " + std::to_string(minimum) + ".." + std::to_string(maximum);
+    }
+    static std::string ShownRows(HWND window) {
+        std::string rows = std::to_string(ListView_GetNextItem(window, -1, LVNI_SELECTED));
+        const int columns = Header_GetItemCount(ListView_GetHeader(window));
+        for (int row = 0; row < ListView_GetItemCount(window); ++row) {
+            rows += ListView_GetCheckState(window, row) ? " [x] " : " [ ] ";
+            for (int column = 0; column < columns; ++column) {
+                wchar_t text[100]{};
+                LVITEMW item{};
+                item.iSubItem = column;
+                item.pszText = text;
+                item.cchTextMax = 100;
+                SendMessageW(window, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                             reinterpret_cast<LPARAM>(&item));
+                rows += (column > 0 ? "|" : "") + Quoted(Utf8(text));
+            }
+        }
+        return rows;
+    }
+    static std::string ShownTabs(HWND window) {
+        std::string tabs = std::to_string(TabCtrl_GetCurSel(window));
+        for (int tab = 0; tab < TabCtrl_GetItemCount(window); ++tab) {
+            wchar_t text[100]{};
+            TCITEMW item{};
+            item.mask = TCIF_TEXT;
+            item.pszText = text;
+            item.cchTextMax = 100;
+            SendMessageW(window, TCM_GETITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
+            tabs += ' ' + Quoted(Utf8(text));
+        }
+        return tabs;
+    }
+    static std::string ShownDate(HWND window, UINT message, bool withTime) {
+        SYSTEMTIME time{};
+        SendMessageW(window, message, 0, reinterpret_cast<LPARAM>(&time));
+        char text[40]{};
+        std::snprintf(text, sizeof text, "%04d-%02d-%02d", time.wYear, time.wMonth, time.wDay);
+        std::string date = text;
+        std::snprintf(text, sizeof text, " %02d:%02d:%02d", time.wHour, time.wMinute, time.wSecond);
+        return withTime ? date + text : date;
+    }
+
+    Form& form_;
+    EventLoop& events_;
+};
+
+class WindowsFormHostTest : public testing::Test {
+  protected:
+    WindowsEventLoop events_;
+    WindowsDrawing drawing_;
+    WindowsFormHost host_{events_};
+    Forms forms_{host_, events_, drawing_};
+};
+
+TEST_F(WindowsFormHostTest, BehavesAsEverywhere) {
+    ConformanceForm form(forms_);
+    WindowsHands hands(form, events_);
+    CheckConformance(form, hands);
+}
+
+// What is read of a form's place and keyboard, of its own and of others.
+class SmallForm : public Form {
+  public:
+    explicit SmallForm(Forms& forms)
+        : Form(forms, "frmSmall") {
+        SetCaption("Small");
+        SetLayout(Column({lblName, txtName, chkOn, Row({optA, optB}), cmdOk}));
+        optA.SetValue(true);
+        cmdOk.onClick = [this] { Hide(); };
+    }
+
+    Label lblName{*this, "lblName", "&Name"};
+    TextBox txtName{*this, "txtName"};
+    CheckBox chkOn{*this, "chkOn", "&On"};
+    OptionButton optA{*this, "opt", "A", 0};
+    OptionButton optB{*this, "opt", "B", 1};
+    Button cmdOk{*this, "cmdOk", "O&k"};
+};
+
+class KeyboardTest : public WindowsFormHostTest {
+  protected:
+    void Press(int key, UINT message = WM_KEYDOWN) {
+        PostMessageW(GetFocus(), message, static_cast<WPARAM>(key), 1);
+        events_.Pump();
+    }
+    HWND Window(Form& form) { return static_cast<WindowsFormView*>(form.View())->Window(); }
+};
+
+TEST_F(KeyboardTest, TabGoesRoundAndMnemonicsLead) {
+    SmallForm form(forms_);
+    form.Show();
+    events_.Pump();
+    std::string visited;
+    for (int i = 0; i < 5; ++i) {
+        visited += form.ActiveControl() ? form.ActiveControl()->FullName() + " " : "none ";
+        Press(VK_TAB);
+    }
+    EXPECT_EQ(visited, "txtName chkOn opt(0) cmdOk txtName ") << "one option of a group";
+    Press('n', WM_SYSCHAR);
+    EXPECT_EQ(form.ActiveControl(), &form.txtName) << "the label's mnemonic leads to what follows it";
+    Press('o', WM_SYSCHAR);
+    EXPECT_TRUE(form.chkOn.Value());
+    form.optA.SetFocus();
+    Press(VK_DOWN);
+    EXPECT_TRUE(form.optB.Value());
+    EXPECT_EQ(form.ActiveControl(), &form.optB);
+    Press('k', WM_SYSCHAR);
+    EXPECT_FALSE(form.IsVisible());
+}
+
+TEST_F(KeyboardTest, AModalFormHoldsTheOthersUntilItIsHidden) {
+    SmallForm below(forms_), above(forms_);
+    below.Show();
+    bool held = false;
+    events_.Post([&] {
+        held = !IsWindowEnabled(Window(below)) && IsWindowEnabled(Window(above));
+        SendMessageW(reinterpret_cast<HWND>(above.View()->NativeHandle(above.cmdOk)), BM_CLICK, 0, 0);
+    });
+    above.ShowModal();
+    EXPECT_TRUE(held);
+    EXPECT_TRUE(IsWindowEnabled(Window(below)));
+    EXPECT_FALSE(above.IsVisible());
+}
+
+TEST_F(KeyboardTest, PlaceAndLookFollowTheModelAndThePerson) {
+    SmallForm form(forms_);
+    form.SetBorder(BorderStyle::Sizable);
+    form.MoveTo(host_.Scale().TwipsX(120), host_.Scale().TwipsY(80));
+    form.Show();
+    RECT frame{};
+    GetWindowRect(Window(form), &frame);
+    EXPECT_EQ(frame.left, 120);
+    EXPECT_EQ(frame.top, 80);
+    SetWindowPos(Window(form), nullptr, 200, 150, 500, 400, SWP_NOZORDER);
+    events_.Pump();
+    EXPECT_EQ(host_.Scale().PixelsX(form.Left()), 200);
+    RECT inner{};
+    GetClientRect(Window(form), &inner);
+    EXPECT_EQ(host_.Scale().PixelsX(form.ClientSize().width), inner.right);
+
+    form.SetOpacity(128);
+    BYTE alpha = 0;
+    DWORD flags = 0;
+    EXPECT_TRUE(GetLayeredWindowAttributes(Window(form), nullptr, &alpha, &flags));
+    EXPECT_EQ(alpha, 128);
+    EXPECT_TRUE(flags & LWA_ALPHA);
+    form.SetAlwaysOnTop(true);
+    EXPECT_TRUE(GetWindowLongW(Window(form), GWL_EXSTYLE) & WS_EX_TOPMOST);
+}
+
+TEST_F(KeyboardTest, AFormMayGoInTheMiddleOfItsOwnReport) {
+    auto form = std::make_unique<SmallForm>(forms_);
+    form->chkOn.onClick = [&] { form->Unload(); };
+    form->Show();
+    const HWND window = Window(*form);
+    SendMessageW(reinterpret_cast<HWND>(form->View()->NativeHandle(form->chkOn)), BM_CLICK, 0, 0);
+    EXPECT_EQ(form->View(), nullptr);
+    events_.Pump();
+    EXPECT_FALSE(IsWindow(window));
+}
+
+} // namespace
+} // namespace quorvane
