@@ -51,19 +51,18 @@ class Files {
     // The separator of this platform, '\\' or '/'.
     virtual char Separator() const = 0;
 
-    // The direct subfolders of `folder` and the files in it that fit `pattern`: one or more patterns of "*"
-    // and
-    // "?" with ";" between them, without regard to case; "*.*" takes every name. Files of every attribute
-    // count, a name that fits two patterns stands once. A link that leads back to a folder above is left out.
-    // False where the folder cannot be read; `out` then holds what could be.
+    // The direct subfolders of `folder` and the files in it that fit `pattern`, a text for NamePattern
+    // (platform/name_pattern.h). Files of every attribute count, a name that fits two patterns stands once. A
+    // link that leads back to a folder above is left out. False where the folder cannot be read; `out` then
+    // holds what could be.
     virtual bool List(const std::string& folder, std::string_view pattern, FolderListing& out) = 0;
 
-    virtual bool Exists(const std::string& path) = 0;
+    virtual bool Exists(const std::string& path) = 0; // a file or a folder
     virtual std::optional<std::string> Read(const std::string& path) = 0;
     // Null where the folder cannot be written.
     virtual std::unique_ptr<FileWriter> Replace(const std::string& path) = 0;
     virtual bool MakeFolder(const std::string& path) = 0; // with its parents; true where it stands already
-    virtual bool Delete(const std::string& path) = 0;
+    virtual bool Delete(const std::string& path) = 0;     // a file
 
     // Where the program lies, and where the files go that it writes by default: the same folder on Windows,
     // the user's data folder on Linux. Without a separator at the end.

@@ -48,7 +48,7 @@ class EngineCommands : public testing::Test {
         return lines;
     }
 
-    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+    std::string Path(const std::string& name) const { return (folder_ / name).make_preferred().string(); }
 
     fs::path folder_;
     std::string out_;
@@ -59,12 +59,12 @@ using Paths = std::vector<std::string>;
 TEST_F(EngineCommands, ScanListsTheDeepestFolderFirst) {
     EXPECT_EQ(Run({"scan", "--pattern", "*.jpg", "--level", "inf", folder_.string()}), Done);
     EXPECT_EQ(Lines(), (Paths{Path("one/two/d.jpg"), Path("one/c.jpg"), Path("a.JPG")}));
-    EXPECT_EQ(Run({"scan", folder_.string() + "/"}), Done);
+    EXPECT_EQ(Run({"scan", Path("")}), Done);
     const auto lines = Lines();
     EXPECT_EQ(std::set<std::string>(lines.begin(), lines.end()),
               (std::set<std::string>{Path("a.JPG"), Path("b.png"), Path("none.reg")}));
     EXPECT_EQ(Run({"scan", "--json", "--pattern=*.png", folder_.string()}), Done);
-    EXPECT_EQ(out_.rfind("{\"files\": [\"" + Path("b.png") + "\"], \"seconds\": 0", 0), 0U) << out_;
+    EXPECT_EQ(out_.rfind("{\"files\": [" + JsonText(Path("b.png")) + "], \"seconds\": 0", 0), 0U) << out_;
     EXPECT_EQ(Run({"scan", Path("gone")}), Refused);
     EXPECT_EQ(Run({"scan", Path("b.png")}), Refused);
     EXPECT_EQ(Run({"scan"}), WrongUsage);
@@ -92,7 +92,7 @@ TEST_F(EngineCommands, DrawFollowsItsSeedAndNeverRepeats) {
     Run(words({"--count", "40", "--seed", "8"}));
     EXPECT_NE(Lines(), picks);
     Run(words({"--json", "--seed=7"}));
-    EXPECT_EQ(out_, "{\"picks\": [\"" + picks[0] + "\"]}\n");
+    EXPECT_EQ(out_, "{\"picks\": [" + JsonText(picks[0]) + "]}\n");
     Run({"draw", "--settings", Path("none.reg"), "--count", "2", "--set",
          "Wallpaper sources\\Wallpaper sources counter=0"});
     EXPECT_EQ(out_, "\n\n") << "nothing to choose";
@@ -137,9 +137,9 @@ TEST_F(EngineCommands, RenderPlacesAPictureOnItsBackground) {
                     "General\\Use gradient background fill=1", "--set", "Colors\\Right Upper color=0xFF"});
     };
     ASSERT_EQ(render("out.bmp", "40x20"), Done);
-    EXPECT_EQ(out_.rfind("{\"out\": \"" + Path("out.bmp") +
-                             "\", \"width\": 44, \"height\": 24, \"picture\": \"" + Path("green.bmp") +
-                             "\", \"calendar\": {\"x\": 0",
+    EXPECT_EQ(out_.rfind("{\"out\": " + JsonText(Path("out.bmp")) +
+                             ", \"width\": 44, \"height\": 24, \"picture\": " + JsonText(Path("green.bmp")) +
+                             ", \"calendar\": {\"x\": 0",
                          0),
               0U)
         << out_;
