@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <random>
 #include <string>
 #include <utility>
@@ -112,8 +111,9 @@ TEST(CriteriaRewriting, AgreesWithTheRewritingInPlace) {
     EXPECT_GT(compared, 5000);
 }
 
-// A walk that goes back would take eight times longer for each of these brackets.
-TEST(CriteriaAnalyser, DeepNestingBeforeAnErrorTakesNoTime) {
+// A walk that goes back would take eight times longer for each of these brackets and never come to an end
+// here; how long the analyser takes is measured by bench/criteria.
+TEST(CriteriaAnalyser, DeepNestingBeforeAnErrorIsWalkedOnce) {
     using Pair = std::pair<const char*, const char*>;
     for (const auto& [opening, closing] :
          {Pair{"(", ")"}, {"[", "]"}, {"{", "}"}, {"|", "|"}, {"-(", ")"}, {"f(", ")"}}) {
@@ -124,12 +124,9 @@ TEST(CriteriaAnalyser, DeepNestingBeforeAnErrorTakesNoTime) {
         for (int level = 0; level < 499; ++level)
             leksems += closing;
         leksems += 'a';
-        const auto begin = std::chrono::steady_clock::now();
         const Derivation derivation = AnalyseLeksems(leksems);
-        const auto taken = std::chrono::steady_clock::now() - begin;
         EXPECT_EQ(derivation.outcome, Outcome::SyntaxError);
-        EXPECT_EQ(derivation.furthest, leksems.size());
-        EXPECT_LT(taken, std::chrono::milliseconds(50)) << opening;
+        EXPECT_EQ(derivation.furthest, leksems.size()) << opening;
     }
 }
 

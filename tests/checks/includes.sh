@@ -29,7 +29,7 @@ BEGIN {
     file = $0; line = 0; own = folder_of(file)
     if (!(own in rank)) { complain("no rank for folder " own); next }
     native = own == "platform/linux" || own == "platform/windows" || file ~ /^core\/entry\/main_[a-z]+\.cpp$/ ||
-             file ~ /^(tests\/platform|tests\/entry|tests\/support|bench|samples)\//
+             file ~ /^(tests\/platform|tests\/entry|tests\/support|bench|fuzz|samples)\//
     while ((getline text < file) > 0) {
         ++line
         if (!native && own != "tests" && text ~ /^[ \t]*#[ \t]*(if|ifdef|ifndef|elif).*(_WIN32|__linux__|__unix__|WIN32)/)
