@@ -208,6 +208,7 @@ class ListView : public Control {
     struct Column {
         std::string caption;
         int width = 1440; // twips
+        bool operator==(const Column&) const = default;
     };
     struct RowData {
         std::vector<std::string> cells; // missing ones are empty

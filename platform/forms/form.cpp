@@ -172,9 +172,7 @@ void Form::RefreshMenuBar() {
 }
 
 void Form::PopupMenu(Menu& menu) {
-    if (!view_) return;
-    Control::Raise(menu.onOpen);
-    view_->Popup(menu);
+    if (view_) view_->Popup(menu);
 }
 
 namespace {

@@ -63,7 +63,7 @@ class Menu {
     int DefaultItem() const { return defaultItem_; }
     void SetDefaultItem(int position) { defaultItem_ = position; }
 
-    // Raised before the menu is shown, to bring its entries up to date.
+    // Called by whoever shows the menu, before it is shown, to bring its entries up to date.
     std::function<void()> onOpen;
 
     // A person chose `item`: the host's only word to a menu, said under EventLoop::Deliver. Entries that are

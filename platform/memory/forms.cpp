@@ -51,6 +51,7 @@ void MemoryFormView::Focus(Control& control) {
 
 void MemoryFormView::Popup(Menu& menu) {
     host_.calls_.Add(form_.Name() + ".Popup");
+    if (menu.onOpen) menu.onOpen();
     if (host_.menuChoices.empty()) return;
     const std::string path = std::move(host_.menuChoices.front());
     host_.menuChoices.pop_front();

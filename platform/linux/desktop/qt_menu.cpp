@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QImage>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPixmap>
 #include <map>
 
@@ -90,6 +91,29 @@ Entries Fill(QMenu& shown, Menu& menu, EventLoop* events) {
 
 void FillMenu(QMenu& shown, Menu& menu, EventLoop* events) {
     Fill(shown, menu, events);
+}
+
+void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events) {
+    bar.clear();
+    for (std::size_t i = 0; i < menu.Items().size(); ++i) {
+        const MenuItem& title = menu.Items()[i];
+        if (!title.visible) {
+            continue;
+        }
+        QMenu* below = bar.addMenu(QString::fromStdString(title.caption));
+        below->setEnabled(title.enabled);
+        const auto fill = [below, i, &menu, &events] {
+            if (menu.onOpen) {
+                events.Deliver(menu.onOpen);
+            }
+            below->clear();
+            Entries entries;
+            if (i < menu.Items().size()) {
+                AddEntries(*below, menu.Items()[i].items, &events, entries);
+            }
+        };
+        QObject::connect(below, &QMenu::aboutToShow, below, fill);
+    }
 }
 
 void ShowMenuAtPointer(Menu& menu) {

@@ -1,9 +1,9 @@
 #include "platform/linux/drawing/surface.h"
 
+#include "platform/linux/drawing/font.h"
 #include "platform/linux/drawing/gui_session.h"
 #include "platform/linux/drawing/picture.h"
 
-#include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -18,13 +18,7 @@ constexpr double kFarthest = 1e6;
 constexpr double kInchesPerMetre = 1 / 0.0254;
 
 QFont FontOf(const FontSpec& spec, QPaintDevice* device) {
-    QFont font(QString::fromStdString(spec.name));
-    if (spec.size > 0) font.setPointSizeF(static_cast<double>(spec.size));
-    font.setBold(spec.bold);
-    font.setItalic(spec.italic);
-    font.setUnderline(spec.underline);
-    font.setStrikeOut(spec.strikethrough);
-    return QFont(font, device);
+    return QFont(FontOf(spec), device);
 }
 
 QString TextOf(std::string_view text) {

@@ -1,0 +1,434 @@
+#include "platform/linux/forms/form_view.h"
+
+#include "platform/event_loop.h"
+#include "platform/linux/desktop/icon.h"
+#include "platform/linux/desktop/qt_menu.h"
+#include "platform/linux/drawing/font.h"
+#include "platform/linux/forms/keys.h"
+#include "platform/linux/forms/qt_text.h"
+
+#include <QApplication>
+#include <QBitmap>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+
+namespace quorvane {
+
+// While one lives, what the widgets say is our own echo.
+struct QtFormView::Applying {
+    explicit Applying(QtFormView& owner)
+        : view(owner) {
+        ++view.applying_;
+    }
+    ~Applying() { --view.applying_; }
+    QtFormView& view;
+};
+
+QtFormView::QtFormView(Form& form)
+    : form_(form)
+    , window_(new QWidget)
+    , client_(new QWidget(window_)) {
+    const Applying applying(*this);
+    window_->setObjectName(QString::fromStdString(form.Name()));
+    window_->setWindowIcon(ProgramIcon());
+    window_->setWindowTitle(ToWidgetText(form.Caption()));
+    window_->installEventFilter(this);
+    ShowWindowKind();
+    ShowMenuBar();
+    MakeParts(form, client_);
+    LeadMnemonics();
+    JoinTabOrder();
+    for (Control* control : form.Controls())
+        ShowAll(*control);
+    ShowLookOfWindow();
+    ShowPlace();
+}
+
+// Possibly inside one of the window's own events: the widgets go when that is over.
+QtFormView::~QtFormView() {
+    if (!window_) return;
+    window_->removeEventFilter(this);
+    window_->hide();
+    window_->deleteLater();
+}
+
+void QtFormView::MakeParts(Container& container, QWidget* parent) {
+    for (Control* control : container.Children()) {
+        PartMaker maker(parent, this, [this](Control& from, const Act& done) {
+            if (applying_ == 0) form_.Report(&from, done);
+        });
+        control->Accept(maker);
+        Part& part = *(parts_[control] = std::move(maker.part));
+        part.Widget()->setObjectName(QString::fromStdString(control->FullName()));
+        Watch(part.Widget(), control);
+        const auto inner = part.Widget()->findChildren<QWidget*>();
+        for (QWidget* widget : inner)
+            Watch(widget, control);
+        if (auto* holder = dynamic_cast<Container*>(control)) MakeParts(*holder, part.Inside());
+    }
+}
+
+void QtFormView::Watch(QWidget* widget, Control* control) {
+    widget->installEventFilter(this);
+    watched_[widget] = control;
+}
+
+void QtFormView::JoinTabOrder() {
+    QWidget* before = nullptr;
+    for (Control* control : form_.Controls()) {
+        if (!control->TakesFocus()) continue;
+        QWidget* widget = WidgetOf(*control);
+        if (before) QWidget::setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
+// The mnemonic of a label leads to the next control that can have the keyboard.
+void QtFormView::LeadMnemonics() {
+    const std::vector<Control*> all = form_.Controls();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        auto* label = qobject_cast<QLabel*>(WidgetOf(*all[i]));
+        if (!label || all[i]->Kind() != ControlKind::Label) continue;
+        const std::string& caption = all[i]->Caption();
+        if (caption.size() == PlainCaption(caption).size()) continue;
+        if (i + 1 < all.size() && all[i + 1]->TakesFocus()) label->setBuddy(WidgetOf(*all[i + 1]));
+    }
+}
+
+void QtFormView::Show(bool modal) {
+    const Qt::WindowModality wanted = modal ? Qt::ApplicationModal : Qt::NonModal;
+    if (window_->windowModality() != wanted) {
+        window_->hide();
+        window_->setWindowModality(wanted);
+    }
+    {
+        const Applying applying(*this);
+        ShowPlace();
+        CutOut();
+        form_.Minimized() ? window_->showMinimized() : window_->show();
+    }
+    window_->raise();
+    if (form_.ShownInTaskBar()) window_->activateWindow();
+}
+
+void QtFormView::Hide() {
+    const Applying applying(*this);
+    window_->hide();
+}
+
+void QtFormView::BringToFront() {
+    window_->raise();
+    window_->activateWindow();
+}
+
+void QtFormView::Update(Control& control, Aspect aspect) {
+    const auto found = parts_.find(&control);
+    if (found == parts_.end()) return;
+    const Applying applying(*this);
+    Part& part = *found->second;
+    switch (aspect) {
+    case Aspect::Value:
+        part.ShowValue();
+        break;
+    case Aspect::Caption:
+        part.ShowCaption();
+        break;
+    case Aspect::Items:
+        part.ShowItems();
+        part.ShowValue();
+        break;
+    case Aspect::State:
+        ShowState(control);
+        break;
+    case Aspect::Look:
+        ShowLook(control);
+        break;
+    case Aspect::Bounds:
+        ShowBounds(control);
+        break;
+    }
+    CutOutSoon();
+}
+
+void QtFormView::UpdateForm(FormAspect aspect) {
+    const Applying applying(*this);
+    switch (aspect) {
+    case FormAspect::Caption:
+        window_->setWindowTitle(ToWidgetText(form_.Caption()));
+        break;
+    case FormAspect::Place:
+        ShowPlace();
+        break;
+    case FormAspect::Look:
+        ShowLookOfWindow();
+        break;
+    case FormAspect::Order:
+        ShowWindowKind();
+        break;
+    case FormAspect::Window:
+        ShowWindowKind();
+        ShowMenuBar();
+        ShowPlace();
+        if (form_.IsVisible() && form_.Minimized() != window_->isMinimized()) {
+            form_.Minimized() ? window_->showMinimized() : window_->showNormal();
+        }
+        break;
+    }
+}
+
+void QtFormView::Focus(Control& control) {
+    WidgetOf(control)->setFocus(Qt::OtherFocusReason);
+}
+
+void QtFormView::Popup(Menu& menu) {
+    ShowMenuAtPointer(menu);
+}
+
+std::uintptr_t QtFormView::NativeHandle(Control& control) {
+    return static_cast<std::uintptr_t>(WidgetOf(control)->winId());
+}
+
+void QtFormView::ShowAll(Control& control) {
+    Part& part = *parts_.at(&control);
+    part.ShowCaption();
+    part.ShowItems();
+    part.ShowValue();
+    ShowState(control);
+    ShowLook(control);
+    ShowBounds(control);
+}
+
+void QtFormView::ShowState(Control& control) {
+    Part& part = *parts_.at(&control);
+    part.Widget()->setVisible(control.Visible());
+    part.Widget()->setEnabled(control.Enabled());
+    part.ShowState();
+}
+
+void QtFormView::ShowLook(Control& control) {
+    Part& part = *parts_.at(&control);
+    QWidget* widget = part.Widget();
+    widget->setToolTip(ToWidgetText(control.ToolTip()).toHtmlEscaped());
+    widget->setFont(control.Font() ? FontOf(*control.Font()) : QApplication::font(widget));
+    QPalette palette = QApplication::palette(widget);
+    if (control.ForeColor()) {
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+            palette.setColor(role, ToQColor(*control.ForeColor()));
+        }
+    }
+    if (control.BackColor()) {
+        for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+            palette.setColor(role, ToQColor(*control.BackColor()));
+        }
+    }
+    widget->setPalette(palette);
+    widget->setAutoFillBackground(control.BackColor().has_value());
+    part.ShowLook();
+}
+
+void QtFormView::ShowBounds(Control& control) {
+    FormHost& host = form_.Host();
+    const PixelRect area = ToPixels(control.Bounds(), host.Scale());
+    QPoint corner(area.x, area.y);
+    if (const Control* around = control.Parent().AsControl()) {
+        const Insets chrome = host.Chrome(around->Kind());
+        // The pane of a tab strip begins below the tabs.
+        const int top = around->Kind() == ControlKind::TabStrip ? chrome.bottom : chrome.top;
+        corner += QPoint(host.Scale().PixelsX(chrome.left), host.Scale().PixelsY(top));
+    }
+    WidgetOf(control)->setGeometry(QRect(corner, QSize(area.width, area.height)));
+}
+
+void QtFormView::ShowWindowKind() {
+    Qt::WindowFlags flags = Qt::Window;
+    const Qt::WindowFlags dialogue =
+        Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    switch (form_.Border()) {
+    case BorderStyle::None:
+        flags = (form_.ShownInTaskBar() ? Qt::Window : Qt::Tool) | Qt::FramelessWindowHint;
+        break;
+    case BorderStyle::Fixed:
+        flags = Qt::Window | dialogue | Qt::WindowMinimizeButtonHint;
+        break;
+    case BorderStyle::Tool:
+        flags = Qt::Tool | dialogue;
+        break;
+    case BorderStyle::Sizable:
+        flags = Qt::Window;
+        break;
+    }
+    if (form_.AlwaysOnTop()) flags |= Qt::WindowStaysOnTopHint;
+    if (window_->windowFlags() == flags) return;
+    const bool shown = window_->isVisible();
+    window_->setWindowFlags(flags); // hides the window
+    if (shown) window_->show();
+}
+
+void QtFormView::ShowPlace() {
+    const TwipScale scale = form_.Host().Scale();
+    const TwipSize client = form_.ClientSize();
+    const QSize size(scale.PixelsX(client.width), scale.PixelsY(client.height));
+    const int bar = menuBar_ ? menuBar_->sizeHint().height() : 0;
+    const QSize whole = size + QSize(0, bar);
+    if (menuBar_) menuBar_->setGeometry(0, 0, size.width(), bar);
+    client_->setGeometry(0, bar, size.width(), size.height());
+    if (form_.Border() == BorderStyle::Sizable) {
+        const TwipSize least = form_.LeastSize();
+        window_->setMinimumSize(scale.PixelsX(least.width), scale.PixelsY(least.height) + bar);
+        window_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        window_->resize(whole);
+    } else {
+        window_->setFixedSize(whole);
+    }
+    const QPoint corner(scale.PixelsX(form_.Left()), scale.PixelsY(form_.Top()));
+    if (window_->pos() != corner) window_->move(corner);
+}
+
+void QtFormView::ShowMenuBar() {
+    if (!form_.MenuBar()) {
+        delete menuBar_;
+        menuBar_ = nullptr;
+        return;
+    }
+    if (!menuBar_) {
+        menuBar_ = new QMenuBar(window_);
+        menuBar_->setNativeMenuBar(false);
+        menuBar_->setVisible(true);
+    }
+    FillMenuBar(*menuBar_, *form_.MenuBar(), form_.Events());
+}
+
+// With a transparent colour the bare window has that colour, unless it was given another.
+void QtFormView::ShowLookOfWindow() {
+    window_->setWindowOpacity(form_.Opacity() / 255.0);
+    const std::optional<Color>& back = form_.BackColor() ? form_.BackColor() : form_.TransparentColor();
+    QPalette palette = QApplication::palette(window_);
+    if (back) palette.setColor(QPalette::Window, ToQColor(*back));
+    window_->setPalette(palette);
+    if (!form_.TransparentColor()) window_->clearMask();
+    CutOutSoon();
+}
+
+void QtFormView::CutOutSoon() {
+    if (cutPending_ || !form_.TransparentColor()) return;
+    cutPending_ = true;
+    QTimer::singleShot(0, this, [this] {
+        cutPending_ = false;
+        CutOut();
+    });
+}
+
+// Takes what is painted in the transparent colour out of the window's shape.
+void QtFormView::CutOut() {
+    if (!form_.TransparentColor()) return;
+    const QImage picture = window_->grab().toImage();
+    const QRgb color = ToQColor(*form_.TransparentColor()).rgb();
+    const QBitmap shape = QBitmap::fromImage(picture.createMaskFromColor(color, Qt::MaskOutColor));
+    window_->setMask(shape);
+}
+
+bool QtFormView::eventFilter(QObject* watched, QEvent* event) {
+    const auto found = watched_.find(watched);
+    Control* control = found == watched_.end() ? nullptr : found->second;
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        return FilterKey(watched, control, *static_cast<QKeyEvent*>(event));
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        if (control) form_.Report(control, act::Focus{event->type() == QEvent::FocusIn});
+        return false;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return control &&
+               FilterMouse(*control, *static_cast<QWidget*>(watched), *static_cast<QMouseEvent*>(event));
+    default:
+        return watched == window_ && FilterWindow(event);
+    }
+}
+
+bool QtFormView::FilterWindow(QEvent* event) {
+    const TwipScale scale = form_.Host().Scale();
+    switch (event->type()) {
+    case QEvent::Close:
+        event->ignore();
+        form_.Report(nullptr, act::CloseByFrame{});
+        return true;
+    case QEvent::Move: {
+        if (applying_ > 0 || !window_->isVisible()) return false;
+        const QPoint corner = window_->pos();
+        const QPoint known(scale.PixelsX(form_.Left()), scale.PixelsY(form_.Top()));
+        if (corner == known) return false;
+        form_.Report(nullptr, act::Move{{scale.TwipsX(corner.x()), scale.TwipsY(corner.y())}});
+        return false;
+    }
+    case QEvent::Resize: {
+        const int bar = menuBar_ ? menuBar_->sizeHint().height() : 0;
+        const QSize inner = window_->size() - QSize(0, bar);
+        client_->setGeometry(0, bar, inner.width(), inner.height());
+        if (menuBar_) menuBar_->setGeometry(0, 0, inner.width(), bar);
+        if (applying_ > 0 || form_.Border() != BorderStyle::Sizable) return false;
+        form_.Report(nullptr, act::Resize{{scale.TwipsX(inner.width()), scale.TwipsY(inner.height())}});
+        return false;
+    }
+    case QEvent::WindowStateChange:
+        if (applying_ == 0) form_.Report(nullptr, act::Minimize{window_->isMinimized()});
+        return false;
+    default:
+        return false;
+    }
+}
+
+// A key that nobody takes wanders up through the parents; it is told once, where it begins.
+bool QtFormView::FilterKey(QObject* watched, Control* control, const QKeyEvent& event) {
+    const QObject* first = window_->focusWidget() ? window_->focusWidget() : window_.data();
+    const int code = VirtualKeyOf(event.key());
+    if (watched != first || code == 0 || code == key_code::Tab) return false;
+    return form_.Report(control, act::Key{code, ShiftStateOf(event.modifiers())});
+}
+
+bool QtFormView::FilterMouse(Control& control, const QWidget& widget, const QMouseEvent& event) {
+    const ControlKind kind = control.Kind();
+    // The other kinds have events of their own, and their widgets need the mouse.
+    const bool plain =
+        kind == ControlKind::Label || kind == ControlKind::PictureBox || kind == ControlKind::Frame;
+    if (!plain && !control.onMouse) return false;
+
+    const TwipScale scale = form_.Host().Scale();
+    const QPoint at = event.position().toPoint();
+    const QPoint screen = event.globalPosition().toPoint();
+    const auto number = [](Qt::MouseButtons buttons) {
+        return (buttons & Qt::LeftButton ? 1 : 0) + (buttons & Qt::RightButton ? 2 : 0) +
+               (buttons & Qt::MiddleButton ? 4 : 0);
+    };
+    act::Mouse mouse;
+    mouse.shift = ShiftStateOf(event.modifiers());
+    mouse.at = {scale.TwipsX(at.x()), scale.TwipsY(at.y())};
+    mouse.screen = {scale.TwipsX(screen.x()), scale.TwipsY(screen.y())};
+    mouse.button = event.type() == QEvent::MouseMove ? number(event.buttons()) : number(event.button());
+    mouse.phase = event.type() == QEvent::MouseMove            ? act::MousePhase::Move
+                  : event.type() == QEvent::MouseButtonRelease ? act::MousePhase::Up
+                                                               : act::MousePhase::Down;
+    const bool left = event.button() == Qt::LeftButton;
+    const bool doubled = event.type() == QEvent::MouseButtonDblClick && left && plain;
+    const bool clicked = event.type() == QEvent::MouseButtonRelease && left && plain &&
+                         pressed_ == &control && widget.rect().contains(at);
+    if (event.type() != QEvent::MouseMove)
+        pressed_ = event.type() == QEvent::MouseButtonPress ? &control : nullptr;
+
+    const QPointer<QtFormView> alive(this);
+    Form& form = form_;
+    form.Report(&control, mouse);
+    if (alive && clicked) form.Report(&control, act::Click{});
+    if (alive && doubled) form.Report(&control, act::DoubleClick{});
+    return plain;
+}
+
+} // namespace quorvane

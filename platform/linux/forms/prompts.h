@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/prompts.h"
+
+namespace quorvane {
+
+// Questions in dialogues of the toolkit. Needs a QApplication.
+class QtPrompts final : public Prompts {
+  public:
+    Answer Message(const std::string& text, const std::string& title, int style) override;
+    std::optional<std::string> Line(const std::string& text, const std::string& title,
+                                    const std::string& preset) override;
+    std::optional<std::string> File(FileQuestion& question) override;
+    std::optional<std::string> Folder(const std::string& title, const std::string& start) override;
+    std::optional<FontSpec> Font(const FontSpec& preset) override;
+    std::optional<Color> PickColor(Color preset) override;
+};
+
+} // namespace quorvane
