@@ -75,7 +75,7 @@ SettingGroup Fonts() {
     return group;
 }
 
-// `short_` is the short form of the name that the other values begin with.
+// `start` is what the names of the other values begin with.
 void AddHotKey(Rows& rows, HotKeyRecord GlobalRecord::*key, const char* enabled, const std::string& start) {
     rows.push_back({enabled, FlagOne, Field(key, &HotKeyRecord::Enabled), No});
     rows.push_back({start + "_Alt", Integer, Field(key, &HotKeyRecord::Alt), Is(0)});
