@@ -2,62 +2,86 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace quorvane {
 namespace {
 
-constexpr int upright = 1;
-constexpr std::uint32_t orientationTag = 274;
+enum class Order { LittleEndian, BigEndian };
 
-// Numbers out of bytes; what lies behind the end reads as 0.
-struct Reader {
-    std::string_view bytes;
-    bool lowFirst = false;
-
-    std::uint32_t Byte(std::size_t at) const {
-        return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
-    }
-    std::uint32_t Short(std::size_t at) const {
-        return lowFirst ? Byte(at) | Byte(at + 1) << 8 : Byte(at) << 8 | Byte(at + 1);
-    }
-    std::uint32_t Long(std::size_t at) const {
-        return lowFirst ? Short(at) | Short(at + 2) << 16 : Short(at) << 16 | Short(at + 2);
-    }
-};
-
-// `notes` begins with the byte order, "II" or "MM", and the place of the first directory.
-int OrientationIn(std::string_view notes) {
-    const Reader reader{notes, notes.starts_with("II")};
-    const std::size_t directory = reader.Long(4);
-    if (directory >= notes.size()) return upright;
-    const std::size_t count = reader.Short(directory);
+// Nothing where the number does not lie wholly within `bytes`.
+std::optional<std::uint32_t> Number(std::string_view bytes, std::size_t at, std::size_t count, Order order) {
+    if (at > bytes.size() || count > bytes.size() - at) return std::nullopt;
+    std::uint32_t value = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t entry = directory + 2 + 12 * i;
-        if (entry >= notes.size()) break;
-        if (reader.Short(entry) != orientationTag) continue;
-        const int value = static_cast<int>(reader.Short(entry + 8));
-        return value >= 1 && value <= 8 ? value : upright;
+        const std::size_t place = order == Order::BigEndian ? at + i : at + count - 1 - i;
+        value = value << 8 | static_cast<std::uint8_t>(bytes[place]);
     }
-    return upright;
+    return value;
+}
+
+// Walks blocks that name their kind and tell their length, and gives the content of the one wanted.
+std::string_view FindWebpChunk(std::string_view file, std::string_view kind) {
+    for (std::size_t at = 12;;) {
+        const auto length = Number(file, at + 4, 4, Order::LittleEndian);
+        if (!length) return {};
+        if (file.substr(at, 4) == kind) return file.substr(at + 8, *length);
+        const std::size_t step = std::size_t{8} + *length + *length % 2;
+        if (step > file.size() - at) return {};
+        at += step;
+    }
+}
+
+std::string_view FindPngChunk(std::string_view file, std::string_view kind) {
+    for (std::size_t at = 8;;) {
+        const auto length = Number(file, at, 4, Order::BigEndian);
+        if (!length || at + 8 > file.size()) return {};
+        if (file.substr(at + 4, 4) == kind) return file.substr(at + 8, *length);
+        const std::size_t step = std::size_t{12} + *length;
+        if (step > file.size() - at) return {};
+        at += step;
+    }
+}
+
+// The first segment of application data that begins as wanted; segments stand in front of the scan.
+std::string_view FindJpegSegment(std::string_view file, std::string_view start) {
+    constexpr std::uint32_t applicationData = 0xFFE1, scan = 0xFFDA;
+    for (std::size_t at = 2;;) {
+        const auto mark = Number(file, at, 2, Order::BigEndian);
+        const auto length = Number(file, at + 2, 2, Order::BigEndian);
+        if (!mark || !length || *mark <= 0xFF00 || *mark == scan || *length < 2) return {};
+        const std::string_view content = file.substr(at + 4, *length - 2);
+        if (*mark == applicationData && content.starts_with(start)) return content;
+        at += 2 + *length;
+    }
 }
 
 } // namespace
 
-int ExifOrientation(std::string_view beginning) {
-    const Reader reader{beginning};
-    if (reader.Short(0) != 0xFFD8) return upright;
-    constexpr std::string_view mark("Exif\0\0", 6);
-    std::size_t at = 2;
-    // Segments follow each other up to the scan (0xFFDA).
-    while (reader.Byte(at) == 0xFF && reader.Byte(at + 1) != 0xDA) {
-        const std::size_t length = reader.Short(at + 2);
-        if (length < 2 || at + 4 > beginning.size()) break;
-        const std::string_view content = beginning.substr(at + 4, length - 2);
-        if (reader.Byte(at + 1) == 0xE1 && content.starts_with(mark))
-            return OrientationIn(content.substr(mark.size()));
-        at += 2 + length;
+int ExifOrientation(std::string_view block) {
+    if (!block.starts_with("II") && !block.starts_with("MM")) return 1;
+    const Order order = block.starts_with("II") ? Order::LittleEndian : Order::BigEndian;
+    const auto directory = Number(block, 4, 4, order);
+    if (!directory) return 1;
+    const auto count = Number(block, *directory, 2, order);
+    for (std::size_t i = 0; count && i < *count; ++i) {
+        const std::size_t entry = std::size_t{*directory} + 2 + 12 * i;
+        const auto tag = Number(block, entry, 2, order);
+        if (!tag) break;
+        if (*tag != 0x0112) continue;
+        const auto value = Number(block, entry + 8, 2, order);
+        return value && *value >= 1 && *value <= 8 ? static_cast<int>(*value) : 1;
     }
-    return upright;
+    return 1;
+}
+
+std::string_view FindExif(std::string_view head) {
+    constexpr std::string_view kOldStart("Exif\0\0", 6); // some programs keep the photograph's own
+    std::string_view block;
+    if (head.starts_with("\xFF\xD8")) block = FindJpegSegment(head, kOldStart);
+    if (head.starts_with("RIFF")) block = FindWebpChunk(head, "EXIF");
+    if (head.starts_with("\x89PNG")) block = FindPngChunk(head, "eXIf");
+    return block.starts_with(kOldStart) ? block.substr(kOldStart.size()) : block;
 }
 
 } // namespace quorvane

@@ -4,12 +4,12 @@
 
 namespace quorvane {
 
-// How much of a JPEG file the orientation lies in.
-inline constexpr std::size_t ExifReach = 128 * 1024;
+// The orientation in a block of EXIF metadata, which begins with its byte order ("II" or "MM"): 1 to 8, or 1
+// where the block names none or is damaged.
+int ExifOrientation(std::string_view block);
 
-// The orientation that a photograph carries, from the beginning of its JPEG file: 1 for upright, 2 to 4
-// mirrored or upside down, 5 to 8 lying on its side. 1 for every file that does not say, or that is no JPEG.
-// Source: CIPA DC-008 (Exif), tag 274 of the first image directory.
-int ExifOrientation(std::string_view beginning);
+// The EXIF block of a JPEG, WebP or PNG file, of which `head` is the beginning; empty where there is none in
+// it.
+std::string_view FindExif(std::string_view head);
 
 } // namespace quorvane

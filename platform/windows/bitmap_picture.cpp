@@ -1,6 +1,8 @@
 #include "platform/windows/picture.h"
 
 #include "platform/exif.h"
+#include "platform/resample.h"
+#include "platform/row_painter.h"
 #include "platform/windows/wide.h"
 
 #include <algorithm>
@@ -26,70 +28,30 @@ struct ReducedDecode : IUnknown {
     ~ReducedDecode() = default;
 };
 
-constexpr int upright = 1; // of the eight orientations that a photograph may carry
+constexpr int bandRows = 16; // decoded at a time
+// A decoded picture of at most that size is kept for the next drawing, which a tiled wallpaper makes at once.
+constexpr std::size_t mostKept = 4 << 20;
+constexpr UINT largestSide = 1U << 20;
 
-// Decoded pixels, blue first, three bytes a pixel or four with their share of opacity; rows as GDI wants
-// them.
+// Rows of decoded pixels, blue first.
 struct Pixels {
     PixelSize size;
-    int bytesPerPixel = 3;
+    std::size_t bytesPerPixel = 4;
     std::vector<std::uint8_t> bytes;
 
-    Pixels(PixelSize wanted, int pixelBytes)
+    Pixels() = default;
+    Pixels(PixelSize wanted, std::size_t pixelBytes)
         : size(wanted)
         , bytesPerPixel(pixelBytes)
         , bytes(Stride() * static_cast<std::size_t>(wanted.height)) {}
-
-    std::size_t Stride() const {
-        return (static_cast<std::size_t>(size.width) * static_cast<std::size_t>(bytesPerPixel) + 3) / 4 * 4;
-    }
-    std::uint8_t* At(int x, int y) {
-        return bytes.data() + static_cast<std::size_t>(y) * Stride() +
-               static_cast<std::size_t>(x) * static_cast<std::size_t>(bytesPerPixel);
-    }
-    BITMAPINFO Header() const {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = size.width;
-        info.bmiHeader.biHeight = -size.height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = static_cast<WORD>(bytesPerPixel * 8);
-        info.bmiHeader.biCompression = BI_RGB;
-        return info;
-    }
+    std::size_t Stride() const { return static_cast<std::size_t>(size.width) * bytesPerPixel; }
+    const std::uint8_t* Row(int y) const { return bytes.data() + static_cast<std::size_t>(y) * Stride(); }
 };
 
-bool IsTurned(int orientation) {
-    return orientation >= 5;
-}
-
-PixelSize Turned(PixelSize size) {
-    return {size.height, size.width};
-}
-
-// The stored pixels put upright. Orientations 2 to 4 are mirrored or upside down, 5 to 8 lie on their side.
-Pixels Upright(Pixels stored, int orientation) {
-    if (orientation == upright) return stored;
-    Pixels result(IsTurned(orientation) ? Turned(stored.size) : stored.size, stored.bytesPerPixel);
-    const int lastX = stored.size.width - 1;
-    const int lastY = stored.size.height - 1;
-    const bool fromRight = orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
-    const bool fromBelow = orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
-    const auto count = static_cast<std::size_t>(stored.bytesPerPixel);
-    for (int y = 0; y < result.size.height; ++y) {
-        for (int x = 0; x < result.size.width; ++x) {
-            const int alongX = IsTurned(orientation) ? y : x;
-            const int alongY = IsTurned(orientation) ? x : y;
-            std::memcpy(result.At(x, y),
-                        stored.At(fromRight ? lastX - alongX : alongX, fromBelow ? lastY - alongY : alongY),
-                        count);
-        }
-    }
-    return result;
-}
-
-bool CopyAll(IWICBitmapSource* source, Pixels& into) {
-    return SUCCEEDED(source->CopyPixels(nullptr, static_cast<UINT>(into.Stride()),
+// Fills `into` with the rows from `top` on.
+bool CopyRows(IWICBitmapSource* source, int top, Pixels& into) {
+    const WICRect part{0, top, into.size.width, into.size.height};
+    return SUCCEEDED(source->CopyPixels(&part, static_cast<UINT>(into.Stride()),
                                         static_cast<UINT>(into.bytes.size()), into.bytes.data()));
 }
 
@@ -99,175 +61,180 @@ bool HasAlpha(IWICImagingFactory& imaging, IWICBitmapSource* source) {
     ComPointer<IWICComponentInfo> info;
     ComPointer<IWICPixelFormatInfo2> formatInfo;
     BOOL transparent = FALSE;
-    return SUCCEEDED(source->GetPixelFormat(&format)) &&
-           SUCCEEDED(imaging.CreateComponentInfo(format, info.Out())) &&
+    if (FAILED(source->GetPixelFormat(&format))) return false;
+    // A palette may hold a transparent colour.
+    if (IsEqualGUID(format, GUID_WICPixelFormat8bppIndexed) ||
+        IsEqualGUID(format, GUID_WICPixelFormat4bppIndexed)) {
+        return true;
+    }
+    return SUCCEEDED(imaging.CreateComponentInfo(format, info.Out())) &&
            SUCCEEDED(
                info->QueryInterface(IID_IWICPixelFormatInfo2, reinterpret_cast<void**>(formatInfo.Out()))) &&
            SUCCEEDED(formatInfo->SupportsTransparency(&transparent)) && transparent;
 }
 
+// Puts a row into the four bytes a pixel that the resampler works on.
+void PutRow(const std::uint8_t* row, const Pixels& pixels, std::uint8_t* into) {
+    if (pixels.bytesPerPixel == 4) {
+        std::memcpy(into, row, pixels.Stride());
+        return;
+    }
+    for (int x = 0; x < pixels.size.width; ++x, row += 3, into += 4) {
+        std::memcpy(into, row, 3);
+        into[3] = 255;
+    }
+}
+
 class BitmapPicture final : public WindowsPicture {
   public:
-    BitmapPicture(IWICImagingFactory& imaging, std::string path, PixelSize stored, int orientation)
+    BitmapPicture(IWICImagingFactory& imaging, std::string path, PixelSize stored, Orientation orientation)
         : imaging_(imaging)
         , path_(std::move(path))
         , stored_(stored)
         , orientation_(orientation) {}
 
-    PixelSize Size() const override { return IsTurned(orientation_) ? Turned(stored_) : stored_; }
+    PixelSize Size() const override { return orientation_.Upright(stored_); }
 
-    bool Paint(HDC dc, const PixelRect& target, std::string& why) const override {
-        ComPointer<IWICBitmapDecoder> decoder;
-        ComPointer<IWICBitmapFrameDecode> frame;
-        if (FAILED(imaging_.CreateDecoderFromFilename(WidePath(path_).c_str(), nullptr, GENERIC_READ,
-                                                      WICDecodeMetadataCacheOnDemand, decoder.Out())) ||
-            FAILED(decoder->GetFrame(0, frame.Out()))) {
-            why = "Can't open the picture [" + path_ + "]";
-            return false;
+    bool Paint(const Canvas& canvas, HDC, const PixelRect& target, std::string& why) const override {
+        bool painted = true;
+        if (kept_.bytes.empty()) {
+            painted = Decode(canvas, target);
+        } else {
+            PaintWhole(kept_, canvas, target);
         }
-        const PixelSize wanted = IsTurned(orientation_) ? PixelSize{target.height, target.width}
-                                                        : PixelSize{target.width, target.height};
-        const bool painted = HasAlpha(imaging_, frame.Get()) ? PaintOver(dc, target, wanted, frame.Get())
-                                                             : PaintOpaque(dc, target, wanted, frame.Get());
-        if (!painted) why = "Can't decode the picture [" + path_ + "]";
+        if (!painted) why = "the picture is damaged";
         return painted;
     }
 
   private:
-    bool PaintOpaque(HDC dc, const PixelRect& target, PixelSize wanted, IWICBitmapFrameDecode* frame) const {
-        Pixels pixels({1, 1}, 3);
-        if (!DecodeReduced(frame, wanted, pixels)) {
-            ComPointer<IWICBitmapSource> converted;
-            if (FAILED(WICConvertBitmapSource(GUID_WICPixelFormat24bppBGR, frame, converted.Out())))
-                return false;
-            pixels = Pixels(stored_, 3);
-            if (!CopyAll(converted.Get(), pixels)) return false;
+    bool Decode(const Canvas& canvas, const PixelRect& target) const {
+        ComPointer<IWICBitmapDecoder> decoder;
+        ComPointer<IWICBitmapFrameDecode> frame;
+        ComPointer<IWICBitmapSource> converted;
+        if (FAILED(imaging_.CreateDecoderFromFilename(WidePath(path_).c_str(), nullptr, GENERIC_READ,
+                                                      WICDecodeMetadataCacheOnDemand, decoder.Out())) ||
+            FAILED(decoder->GetFrame(0, frame.Out()))) {
+            return false;
         }
-        pixels = Upright(std::move(pixels), orientation_);
-        const BITMAPINFO info = pixels.Header();
-        const int before = SetStretchBltMode(dc, HALFTONE);
-        SetBrushOrgEx(dc, 0, 0, nullptr);
-        const int lines =
-            StretchDIBits(dc, target.x, target.y, target.width, target.height, 0, 0, pixels.size.width,
-                          pixels.size.height, pixels.bytes.data(), &info, DIB_RGB_COLORS, SRCCOPY);
-        SetStretchBltMode(dc, before);
-        return lines > 0;
+        mode_ = HasAlpha(imaging_, frame.Get()) ? RowPainter::Mode::Blend : RowPainter::Mode::Copy;
+        Pixels reduced;
+        if (mode_ == RowPainter::Mode::Copy && DecodeReduced(frame.Get(), target, reduced)) {
+            PaintWhole(reduced, canvas, target);
+            return true;
+        }
+        if (FAILED(WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame.Get(), converted.Out())))
+            return false;
+        const std::size_t area =
+            static_cast<std::size_t>(stored_.width) * static_cast<std::size_t>(stored_.height);
+        if (area * 4 > mostKept) return PaintBands(converted.Get(), canvas, target);
+        Pixels whole(stored_, 4);
+        if (!CopyRows(converted.Get(), 0, whole)) return false;
+        kept_ = std::move(whole);
+        PaintWhole(kept_, canvas, target);
+        return true;
     }
 
     // Has the decoder itself leave out what a smaller target does not need: an eighth of the work for a large
     // photograph. False where it cannot.
-    bool DecodeReduced(IWICBitmapFrameDecode* frame, PixelSize wanted, Pixels& out) const {
-        if (wanted.width * 2 > stored_.width || wanted.height * 2 > stored_.height) return false;
-        ComPointer<ReducedDecode> transform;
-        if (FAILED(frame->QueryInterface(reducedDecodeId, reinterpret_cast<void**>(transform.Out()))))
+    bool DecodeReduced(IWICBitmapFrameDecode* frame, const PixelRect& target, Pixels& out) const {
+        const PixelSize wanted = orientation_.Upright({target.width, target.height});
+        ComPointer<ReducedDecode> reducer;
+        if (wanted.width * 2 > stored_.width || wanted.height * 2 > stored_.height ||
+            FAILED(frame->QueryInterface(reducedDecodeId, reinterpret_cast<void**>(reducer.Out())))) {
             return false;
+        }
         auto width = static_cast<UINT>(wanted.width);
         auto height = static_cast<UINT>(wanted.height);
         WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
-        if (FAILED(transform->GetClosestSize(&width, &height)) || width < static_cast<UINT>(wanted.width) ||
-            width >= static_cast<UINT>(stored_.width) || FAILED(transform->GetClosestPixelFormat(&format)) ||
+        if (FAILED(reducer->GetClosestSize(&width, &height)) || width < static_cast<UINT>(wanted.width) ||
+            height < static_cast<UINT>(wanted.height) || width >= static_cast<UINT>(stored_.width) ||
+            FAILED(reducer->GetClosestPixelFormat(&format)) ||
             !IsEqualGUID(format, GUID_WICPixelFormat24bppBGR)) {
             return false;
         }
         out = Pixels({static_cast<int>(width), static_cast<int>(height)}, 3);
-        return SUCCEEDED(transform->CopyPixels(nullptr, width, height, &format, WICBitmapTransformRotate0,
-                                               static_cast<UINT>(out.Stride()),
-                                               static_cast<UINT>(out.bytes.size()), out.bytes.data()));
+        return SUCCEEDED(reducer->CopyPixels(nullptr, width, height, &format, WICBitmapTransformRotate0,
+                                             static_cast<UINT>(out.Stride()),
+                                             static_cast<UINT>(out.bytes.size()), out.bytes.data()));
     }
 
-    bool PaintOver(HDC dc, const PixelRect& target, PixelSize wanted, IWICBitmapFrameDecode* frame) const {
-        ComPointer<IWICBitmapSource> converted;
-        ComPointer<IWICBitmapScaler> scaler;
-        if (FAILED(WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame, converted.Out())))
-            return false;
-        IWICBitmapSource* source = converted.Get();
-        PixelSize size = stored_;
-        // Reduced in good quality here; enlarged, if need be, by the blending, which knows no smooth mode.
-        if (wanted.width < stored_.width && wanted.height < stored_.height &&
-            SUCCEEDED(imaging_.CreateBitmapScaler(scaler.Out())) &&
-            SUCCEEDED(scaler->Initialize(source, static_cast<UINT>(wanted.width),
-                                         static_cast<UINT>(wanted.height), WICBitmapInterpolationModeFant))) {
-            source = scaler.Get();
-            size = wanted;
+    void PaintWhole(const Pixels& pixels, const Canvas& canvas, const PixelRect& target) const {
+        RowPainter painter(canvas, target, orientation_, mode_);
+        Resampler resampler = MakeResampler(pixels.size, painter);
+        for (int y = resampler.FirstRow(); y < resampler.EndRow(); ++y) {
+            PutRow(pixels.Row(y), pixels, resampler.InputRow());
+            resampler.Push();
         }
-        Pixels pixels(size, 4);
-        if (!CopyAll(source, pixels)) return false;
-        return Blend(dc, target, Upright(std::move(pixels), orientation_));
+        painter.Finish();
     }
 
-    static bool Blend(HDC dc, const PixelRect& target, Pixels pixels) {
-        const HDC memory = CreateCompatibleDC(dc);
-        const BITMAPINFO info = pixels.Header();
-        void* bits = nullptr;
-        const HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        bool blended = false;
-        if (bitmap) {
-            std::copy(pixels.bytes.begin(), pixels.bytes.end(), static_cast<std::uint8_t*>(bits));
-            const HGDIOBJ before = SelectObject(memory, bitmap);
-            blended = AlphaBlend(dc, target.x, target.y, target.width, target.height, memory, 0, 0,
-                                 pixels.size.width, pixels.size.height, {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA});
-            SelectObject(memory, before);
-            DeleteObject(bitmap);
+    // Never holds more of a large picture than a few rows.
+    bool PaintBands(IWICBitmapSource* source, const Canvas& canvas, const PixelRect& target) const {
+        RowPainter painter(canvas, target, orientation_, mode_);
+        Resampler resampler = MakeResampler(stored_, painter);
+        bool decoded = true;
+        for (int y = resampler.FirstRow(); decoded && y < resampler.EndRow(); y += bandRows) {
+            Pixels band({stored_.width, std::min(bandRows, resampler.EndRow() - y)}, 4);
+            decoded = CopyRows(source, y, band);
+            for (int row = 0; decoded && row < band.size.height; ++row) {
+                PutRow(band.Row(row), band, resampler.InputRow());
+                resampler.Push();
+            }
         }
-        DeleteDC(memory);
-        return blended;
+        painter.Finish();
+        return decoded;
+    }
+
+    static Resampler MakeResampler(PixelSize input, RowPainter& painter) {
+        return Resampler(input, painter.StoredSize(), painter.StoredPart(),
+                         [&painter](int row, const std::uint8_t* pixels) { painter.Put(row, pixels); });
     }
 
     IWICImagingFactory& imaging_;
     std::string path_;
     PixelSize stored_;
-    int orientation_;
+    Orientation orientation_;
+    mutable RowPainter::Mode mode_ = RowPainter::Mode::Copy;
+    mutable Pixels kept_;
 };
 
-// Photographs tell it in notes of their own, which not every build of the component reads; other formats in
-// the component's metadata.
-int OrientationOf(const std::wstring& path, IWICBitmapFrameDecode* frame) {
-    std::string beginning(ExifReach, '\0');
-    DWORD count = 0;
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    if (file != INVALID_HANDLE_VALUE) {
-        ReadFile(file, beginning.data(), static_cast<DWORD>(beginning.size()), &count, nullptr);
-        CloseHandle(file);
-    }
-    if (const int orientation = ExifOrientation({beginning.data(), count}); orientation != upright)
-        return orientation;
-
+// Photographs tell it in notes that not every build of the component reads; other formats in its metadata.
+Orientation StoredOrientation(std::string_view head, IWICBitmapFrameDecode* frame) {
+    if (const std::string_view notes = FindExif(head); !notes.empty())
+        return OrientationOf(ExifOrientation(notes));
     ComPointer<IWICMetadataQueryReader> metadata;
     PROPVARIANT value{};
     if (FAILED(frame->GetMetadataQueryReader(metadata.Out())) ||
         FAILED(metadata->GetMetadataByName(L"/ifd/{ushort=274}", &value))) {
-        return upright;
+        return {};
     }
-    const int orientation = value.vt == VT_UI2 ? value.uiVal : upright;
+    const int orientation = value.vt == VT_UI2 ? value.uiVal : 1;
     PropVariantClear(&value);
-    return orientation >= 1 && orientation <= 8 ? orientation : upright;
+    return OrientationOf(orientation);
 }
 
 } // namespace
 
 std::unique_ptr<Picture> LoadBitmapPicture(IWICImagingFactory& imaging, const std::string& path,
-                                           std::string& why) {
-    const std::wstring wide = WidePath(path);
-    if (GetFileAttributesW(wide.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        why = "File not found: [" + path + "]";
-        return nullptr;
-    }
+                                           std::string_view head, std::string& why) {
     ComPointer<IWICBitmapDecoder> decoder;
     ComPointer<IWICBitmapFrameDecode> frame;
     UINT width = 0;
     UINT height = 0;
-    constexpr UINT largestSide = 1U << 20;
-    if (FAILED(imaging.CreateDecoderFromFilename(wide.c_str(), nullptr, GENERIC_READ,
+    if (FAILED(imaging.CreateDecoderFromFilename(WidePath(path).c_str(), nullptr, GENERIC_READ,
                                                  WICDecodeMetadataCacheOnDemand, decoder.Out())) ||
-        FAILED(decoder->GetFrame(0, frame.Out())) || FAILED(frame->GetSize(&width, &height)) || width == 0 ||
-        height == 0 || width > largestSide || height > largestSide) {
-        why = "No picture of a known format: [" + path + "]";
+        FAILED(decoder->GetFrame(0, frame.Out())) || FAILED(frame->GetSize(&width, &height))) {
+        why = "no picture of a known format";
+        return nullptr;
+    }
+    if (width == 0 || height == 0 || width > largestSide || height > largestSide) {
+        why = "the picture has an absurd size, " + std::to_string(width) + " by " + std::to_string(height) +
+              " pixels";
         return nullptr;
     }
     return std::make_unique<BitmapPicture>(imaging, path,
                                            PixelSize{static_cast<int>(width), static_cast<int>(height)},
-                                           OrientationOf(wide, frame.Get()));
+                                           StoredOrientation(head, frame.Get()));
 }
 
 } // namespace quorvane

@@ -87,10 +87,12 @@ class DibSurface final : public Surface {
     bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) override {
         const auto* painter = dynamic_cast<const WindowsPicture*>(&picture);
         if (!painter) {
-            why = "The picture belongs to another drawing service";
+            why = "the picture belongs to another drawing service";
             return false;
         }
-        return target.width <= 0 || target.height <= 0 || painter->Paint(dc_, target, why);
+        if (Clip(target, size_).width == 0) return true;
+        GdiFlush();
+        return painter->Paint({bits_, StrideOf(size_.width), size_}, dc_, target, why);
     }
 
     double TextWidth(const FontSpec& font, std::string_view text) override {
@@ -148,6 +150,24 @@ class DibSurface final : public Surface {
     HFONT font_ = nullptr;
     FontSpec used_;
 };
+
+// The beginning of a file: enough for its format and for the orientation that a photograph carries.
+bool ReadHead(const std::string& path, std::string& head, std::string& why) {
+    constexpr std::size_t bytes = 128 * 1024;
+    const HANDLE file = CreateFileW(WidePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        why = GetLastError() == ERROR_ACCESS_DENIED ? "the file may not be read" : "the file is not there";
+        return false;
+    }
+    head.resize(bytes);
+    DWORD count = 0;
+    const bool read = ReadFile(file, head.data(), static_cast<DWORD>(bytes), &count, nullptr);
+    CloseHandle(file);
+    head.resize(read ? count : 0);
+    if (head.empty()) why = read ? "the file is empty" : "the file cannot be read";
+    return !head.empty();
+}
 
 // Encodes into `stream`.
 bool EncodePng(IWICImagingFactory& imaging, const PixelView& pixels, IStream* stream) {
@@ -241,12 +261,14 @@ std::unique_ptr<Surface> WindowsDrawing::CreateSurface(PixelSize size) {
 }
 
 std::unique_ptr<Picture> WindowsDrawing::LoadPicture(const std::string& path, std::string& why) {
-    if (auto metafile = LoadMetafile(path, ScreenDotsPerInch(LOGPIXELSX), why)) return metafile;
+    std::string head;
+    if (!ReadHead(path, head, why)) return nullptr;
+    if (LooksLikeMetafile(head)) return LoadMetafile(path, ScreenDotsPerInch(LOGPIXELSX), why);
     if (!Imaging()) {
-        why = "The system's imaging component is missing";
+        why = "the system's imaging component is missing";
         return nullptr;
     }
-    return LoadBitmapPicture(*Imaging(), path, why);
+    return LoadBitmapPicture(*Imaging(), path, head, why);
 }
 
 bool WindowsDrawing::WritePng(const PixelView& pixels, FileWriter& out) {

@@ -3,8 +3,6 @@
 #include "platform/windows/picture.h"
 #include "platform/windows/wide.h"
 
-#include "core/text.h"
-
 #include <cmath>
 #include <cstring>
 
@@ -20,7 +18,7 @@ class Metafile final : public WindowsPicture {
 
     PixelSize Size() const override { return size_; }
 
-    bool Paint(HDC dc, const PixelRect& target, std::string& why) const override {
+    bool Paint(const Canvas&, HDC dc, const PixelRect& target, std::string& why) const override {
         const RECT area{target.x, target.y, target.x + target.width, target.y + target.height};
         const int saved = SaveDC(dc);
         const bool played = PlayEnhMetaFile(dc, file_, &area);
@@ -65,47 +63,70 @@ struct Placement {
     double InchesHigh() const { return std::abs(static_cast<double>(bottom) - top) / unitsPerInch; }
 };
 
-std::unique_ptr<Picture> LoadPlaceable(const std::string& content, int dotsPerInch) {
-    Placement placement;
-    if (!Placement::Read(content, placement)) return nullptr;
-    METAFILEPICT extents{MM_ANISOTROPIC,
-                         static_cast<LONG>(placement.InchesWide() * hundredthMillimetresPerInch),
-                         static_cast<LONG>(placement.InchesHigh() * hundredthMillimetresPerInch), nullptr};
-    const HDC screen = GetDC(nullptr);
-    const HENHMETAFILE file = SetWinMetaFileBits(
-        static_cast<UINT>(content.size() - Placement::bytes),
-        reinterpret_cast<const BYTE*>(content.data()) + Placement::bytes, screen, &extents);
-    ReleaseDC(nullptr, screen);
-    if (!file) return nullptr;
-    return std::make_unique<Metafile>(file, PixelSize{PixelsOf(placement.InchesWide(), dotsPerInch),
-                                                      PixelsOf(placement.InchesHigh(), dotsPerInch)});
-}
-
-std::unique_ptr<Picture> LoadEnhanced(const std::string& content, int dotsPerInch) {
-    const HENHMETAFILE file =
-        SetEnhMetaFileBits(static_cast<UINT>(content.size()), reinterpret_cast<const BYTE*>(content.data()));
-    ENHMETAHEADER header{};
-    if (!file || GetEnhMetaFileHeader(file, sizeof header, &header) == 0) return nullptr;
-    const PixelSize size{
+PixelSize SizeOf(const ENHMETAHEADER& header, int dotsPerInch) {
+    return {
         PixelsOf((header.rclFrame.right - header.rclFrame.left) / hundredthMillimetresPerInch, dotsPerInch),
         PixelsOf((header.rclFrame.bottom - header.rclFrame.top) / hundredthMillimetresPerInch, dotsPerInch)};
+}
+
+// Owns `file`, which may be null.
+std::unique_ptr<Picture> MakePicture(HENHMETAFILE file, PixelSize size) {
+    if (!file) return nullptr;
     auto picture = std::make_unique<Metafile>(file, size);
     return size.width > 0 && size.height > 0 ? std::move(picture) : nullptr;
 }
 
+std::unique_ptr<Picture> LoadEnhanced(HENHMETAFILE file, int dotsPerInch) {
+    ENHMETAHEADER header{};
+    if (!file || GetEnhMetaFileHeader(file, sizeof header, &header) == 0) return nullptr;
+    return MakePicture(file, SizeOf(header, dotsPerInch));
+}
+
+HENHMETAFILE Converted(std::string_view records, const METAFILEPICT* extents) {
+    const HDC screen = GetDC(nullptr);
+    const HENHMETAFILE file = SetWinMetaFileBits(
+        static_cast<UINT>(records.size()), reinterpret_cast<const BYTE*>(records.data()), screen, extents);
+    ReleaseDC(nullptr, screen);
+    return file;
+}
+
+// A metafile of the old kind, with the header that places it or without one.
+std::unique_ptr<Picture> LoadOld(const std::string& content, int dotsPerInch) {
+    Placement placement;
+    if (!Placement::Read(content, placement)) return LoadEnhanced(Converted(content, nullptr), dotsPerInch);
+    const METAFILEPICT extents{
+        MM_ANISOTROPIC, static_cast<LONG>(placement.InchesWide() * hundredthMillimetresPerInch),
+        static_cast<LONG>(placement.InchesHigh() * hundredthMillimetresPerInch), nullptr};
+    return MakePicture(
+        Converted(std::string_view(content).substr(Placement::bytes), &extents),
+        {PixelsOf(placement.InchesWide(), dotsPerInch), PixelsOf(placement.InchesHigh(), dotsPerInch)});
+}
+
+bool LooksEnhanced(std::string_view head) {
+    using namespace std::string_view_literals;
+    return head.starts_with("\1\0\0\0"sv) && head.size() > 44 && head.substr(40, 4) == " EMF";
+}
+
+bool LooksOld(std::string_view head) {
+    using namespace std::string_view_literals;
+    return head.starts_with("\xD7\xCD\xC6\x9A") || head.starts_with("\1\0\x9\0\0"sv) ||
+           head.starts_with("\2\0\x9\0\0"sv);
+}
+
 } // namespace
 
+bool LooksLikeMetafile(std::string_view head) {
+    return LooksEnhanced(head) || LooksOld(head);
+}
+
 std::unique_ptr<Picture> LoadMetafile(const std::string& path, int dotsPerInch, std::string& why) {
-    const std::string lower = LowerCase(path);
-    const bool enhanced = lower.ends_with(".emf");
-    if (!enhanced && !lower.ends_with(".wmf")) return nullptr;
-    const auto content = WindowsFiles().Read(path);
-    if (!content) {
-        why = "File not found: [" + path + "]";
-        return nullptr;
-    }
-    auto picture = enhanced ? LoadEnhanced(*content, dotsPerInch) : LoadPlaceable(*content, dotsPerInch);
-    if (!picture) why = "No metafile that the system can play: [" + path + "]";
+    const std::string content = WindowsFiles().Read(path).value_or(std::string());
+    auto picture = LooksEnhanced(content)
+                       ? LoadEnhanced(SetEnhMetaFileBits(static_cast<UINT>(content.size()),
+                                                         reinterpret_cast<const BYTE*>(content.data())),
+                                      dotsPerInch)
+                       : LoadOld(content, dotsPerInch);
+    if (!picture) why = "the metafile is damaged";
     return picture;
 }
 

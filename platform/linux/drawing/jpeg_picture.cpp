@@ -1,6 +1,6 @@
-#include "platform/linux/drawing/exif.h"
+#include "platform/exif.h"
 #include "platform/linux/drawing/picture.h"
-#include "platform/linux/drawing/resample.h"
+#include "platform/resample.h"
 
 #include <algorithm>
 #include <csetjmp>

@@ -1,7 +1,7 @@
-#include "platform/linux/drawing/exif.h"
+#include "platform/exif.h"
 #include "platform/linux/drawing/gui_session.h"
 #include "platform/linux/drawing/picture.h"
-#include "platform/linux/drawing/resample.h"
+#include "platform/resample.h"
 #include "platform/linux/drawing/svg.h"
 
 #include <QBuffer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/drawing/row_painter.h"
+#include "platform/row_painter.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/drawing/resample.h"
+#include "platform/resample.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +19,7 @@ constexpr std::size_t kGroup = 4 * kPixels;
 using Words = std::uint16_t __attribute__((vector_size(16)));
 
 // The two loops that the time goes into, once for every processor and once for those with wide vectors.
-#if defined(__x86_64__)
+#if defined(__x86_64__) && defined(__ELF__) // the loader chooses, and only this one can
 #define QUORVANE_VECTOR_LOOP __attribute__((target_clones("avx2", "default")))
 #else
 #define QUORVANE_VECTOR_LOOP

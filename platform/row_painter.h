@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/drawing/orientation.h"
+#include "platform/orientation.h"
 #include "platform/raster.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "platform/linux/drawing/row_painter.h"
+#include "platform/row_painter.h"
 
 #include <cstring>
 
@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kGather = 16;
 
-#if defined(__x86_64__)
+#if defined(__x86_64__) && defined(__ELF__) // the loader chooses, and only this one can
 #define QUORVANE_SHUFFLE_LOOP __attribute__((target_clones("avx2", "ssse3", "default")))
 #else
 #define QUORVANE_SHUFFLE_LOOP
