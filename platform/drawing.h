@@ -81,8 +81,9 @@ class Surface {
                                    GradientDirection direction) = 0;
     virtual void GradientTriangle(const GradientVertex& a, const GradientVertex& b,
                                   const GradientVertex& c) = 0;
-    // The whole picture onto `target`, in halftone quality; what lies outside the surface is cut. False, with
-    // the reason in `why`, where the picture cannot be decoded; the surface may then hold a part of it.
+    // The whole picture onto `target`, in halftone quality; what lies outside the surface is cut, and what
+    // was painted before shows where the picture is transparent. False, with the reason in `why`, where the
+    // picture cannot be decoded; the surface may then hold a part of it.
     virtual bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) = 0;
 
     // Advance width and line height of one line of text.

@@ -1,3 +1,5 @@
+#include "platform/bitmap_file.h"
+#include "platform/files.h"
 #include "platform/linux/drawing/drawing.h"
 #include "tests/platform/linux_drawing/samples.h"
 
@@ -226,6 +228,42 @@ TEST_F(PictureTest, KeepsEachPixelAtItsOwnSize) {
         EXPECT_EQ(At(surface->Pixels(), 4, 2), Rgb(0, 0, 0));
         EXPECT_EQ(At(surface->Pixels(), 66, 2), Rgb(0, 0, 0));
     }
+}
+
+class StringWriter final : public FileWriter {
+  public:
+    bool Write(const void* data, std::size_t count) override {
+        if (bytes.size() + count > room) return false;
+        bytes.append(static_cast<const char*>(data), count);
+        return true;
+    }
+    bool Commit() override { return true; }
+
+    std::string bytes;
+    std::size_t room = std::string::npos;
+};
+
+TEST_F(PictureTest, ReadsBackWhatWasSaved) {
+    const PixelSize size{61, 37};
+    const auto surface = drawing.CreateSurface(size);
+    ASSERT_TRUE(surface->StretchPicture(*Load(samples::ByQt(size, Speckles, "png")), {0, 0, 61, 37}, why));
+    StringWriter png, bitmap;
+    ASSERT_TRUE(drawing.WritePng(surface->Pixels(), png));
+    ASSERT_TRUE(WriteBitmap(surface->Pixels(), bitmap));
+    for (const std::string& content : {png.bytes, bitmap.bytes}) {
+        const auto again = drawing.CreateSurface(size);
+        const auto picture = Load(content);
+        ASSERT_NE(picture, nullptr) << why;
+        ASSERT_TRUE(again->StretchPicture(*picture, {0, 0, 61, 37}, why)) << why;
+        int different = 0;
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                different += At(again->Pixels(), x, y) != At(surface->Pixels(), x, y);
+        EXPECT_EQ(different, 0);
+    }
+    StringWriter full;
+    full.room = 100;
+    EXPECT_FALSE(drawing.WritePng(surface->Pixels(), full));
 }
 
 TEST_F(PictureTest, ShinesThroughWhereThePictureIsClear) {
