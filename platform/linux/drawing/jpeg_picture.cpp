@@ -52,6 +52,8 @@ class Decoder {
     static void OnProgress(j_common_ptr info);
 
     std::FILE* file_ = nullptr;
+    // The library asks for 4 KiB at a time, which would be a call of the system each.
+    std::vector<char> readAhead_ = std::vector<char>(std::size_t{64} << 10);
     jpeg_error_mgr errors_{};
     jpeg_progress_mgr progress_{};
     std::jmp_buf back_{};
@@ -60,6 +62,7 @@ class Decoder {
 
 Decoder::Decoder(const std::string& path)
     : file_(std::fopen(path.c_str(), "rb")) {
+    if (file_) std::setvbuf(file_, readAhead_.data(), _IOFBF, readAhead_.size());
     info.err = jpeg_std_error(&errors_);
     info.client_data = this;
     errors_.error_exit = OnError;
