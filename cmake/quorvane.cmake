@@ -34,6 +34,10 @@ function(quorvane_test name)
   target_link_libraries(test_${target} PRIVATE ${arg_DEPENDS} GTest::gtest GTest::gtest_main)
   add_test(NAME ${target} COMMAND test_${target} --gtest_brief=1)
   set_tests_properties(${target} PROPERTIES TIMEOUT 300)
+  if(QUORVANE_SANITIZE)
+    set_property(TEST ${target} APPEND PROPERTY ENVIRONMENT
+      "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+  endif()
 endfunction()
 
 # quorvane_bench(NAME [DEPENDS target...]): bench/NAME.cpp as a Google Benchmark program.
