@@ -81,7 +81,7 @@ class Process {
     void Signal(int number) const { kill(id_, number); }
 
     // The exit status, 128 and more for a signal; nothing while it runs.
-    std::optional<int> Status() {
+    std::optional<int> ExitStatus() {
         int raw = 0;
         if (!status_ && waitpid(id_, &raw, WNOHANG) == id_) {
             status_ = WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
@@ -89,8 +89,8 @@ class Process {
         return status_;
     }
     std::optional<int> WaitForEnd(std::chrono::milliseconds limit = std::chrono::seconds(20)) {
-        WaitFor([this] { return Status().has_value(); }, limit);
-        return Status();
+        WaitFor([this] { return ExitStatus().has_value(); }, limit);
+        return ExitStatus();
     }
 
   private:

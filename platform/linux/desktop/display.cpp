@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/display.h"
 
+#include "platform/linux/desktop/session.h"
+
 #include <QString>
 #include <QtGlobal>
 #include <cstdio>
@@ -40,8 +42,16 @@ bool AnswersWayland(const std::string& name) {
     return answers;
 }
 
+// Warnings are for the toolkit's own developers. One of them is the last word before the toolkit ends the
+// process: that the connection to the display broke.
 void TakeMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    std::fprintf(stderr, "quorvane: %s\n", message.toUtf8().constData());
+    const bool broke = message.contains(QLatin1String("connection broke"));
+    if (broke || type == QtCriticalMsg || type == QtFatalMsg) {
+        std::fprintf(stderr, "quorvane: %s\n", message.toUtf8().constData());
+    }
+    if (broke) {
+        LinuxSession::DisplayIsGone();
+    }
     if (type == QtFatalMsg) {
         _exit(1);
     }
@@ -62,7 +72,7 @@ std::string DisplayProblem() {
     return "the display \"" + (x.empty() ? wayland : x) + "\" cannot be opened";
 }
 
-void EndPlainlyWhereTheToolkitFails() {
+void ListenToTheToolkit() {
     qInstallMessageHandler(TakeMessage);
 }
 

@@ -8,7 +8,7 @@ namespace quorvane {
 std::string DisplayProblem();
 
 // From now on a toolkit that cannot go on says so in a line and ends the process with status 1, in place of a
-// core dump.
-void EndPlainlyWhereTheToolkitFails();
+// core dump, and a display that goes away is the session's end.
+void ListenToTheToolkit();
 
 } // namespace quorvane

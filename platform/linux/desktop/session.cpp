@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 constexpr std::array endSignals{SIGTERM, SIGINT, SIGHUP};
 
-// A signal handler and an exit handler get no argument; these two are what they reach the session by.
+// A signal handler and a message handler get no argument; these two are what they reach the session by.
 std::array<int, 2> signalPipe{-1, -1};
 LinuxSession* theSession = nullptr;
 
@@ -84,7 +84,6 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
     QObject::connect(qApp, &QGuiApplication::saveStateRequest,
                      [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });
     theSession = this;
-    std::atexit(AtExit);
 }
 
 LinuxSession::~LinuxSession() {
@@ -104,7 +103,7 @@ void LinuxSession::RequestEnd() {
     }
 }
 
-void LinuxSession::AtExit() {
+void LinuxSession::DisplayIsGone() {
     if (theSession && theSession->endRequest_) {
         theSession->events_.DisplayLost();
         theSession->RequestEnd();

@@ -23,13 +23,14 @@ class LinuxSession final : public Session {
     bool SetAutostart(bool enabled, const std::string& switches) override;
     void OnEndRequest(std::function<void()> handler) override { endRequest_ = std::move(handler); }
 
+    // The display is gone, and the toolkit is about to end the process in the middle of its own work: what is
+    // left is done here, and the process ends. Does nothing where there is no session.
+    static void DisplayIsGone();
+
   private:
     class QuitFilter;
 
     void RequestEnd();
-    // The toolkit ends the process in the middle of its own work when the connection to the display breaks:
-    // what is left is done on the way out.
-    static void AtExit();
 
     QtEventLoop& events_;
     std::string commandLine_;

@@ -140,15 +140,22 @@ bool LinuxTray::Modify(const TrayRecord& record) {
     return true;
 }
 
+// Icon and menu may go inside one of their own signals, by the entry that ends the program: they are left to
+// the event loop to delete.
 void LinuxTray::Remove() {
     added_ = false;
     search_.stop();
-    icon_.reset();
+    if (icon_) {
+        icon_->hide();
+        icon_.release()->deleteLater();
+    }
 }
 
 void LinuxTray::SetMenu(Menu* menu) {
     menu_ = menu;
-    shownMenu_.reset();
+    if (shownMenu_) {
+        shownMenu_.release()->deleteLater();
+    }
     if (menu) {
         shownMenu_ = std::make_unique<QMenu>();
         FillMenu(*shownMenu_, *menu, &events_);

@@ -147,7 +147,7 @@ TEST_F(WallpaperTableTest, SwayEndsItsOwnPainterAndNoOther) {
     EXPECT_EQ(Called(), "swaybg \nswaybg -i @/Wallpaper.bmp -m stretch\nswaybg -i @/Wallpaper.bmp -m tile\n");
     EXPECT_TRUE(test::WaitFor([&] { return kill(pids()[1], 0) != 0; })) << "ours of the first change";
     EXPECT_EQ(kill(pids()[2], 0), 0);
-    EXPECT_FALSE(foreign.Status());
+    EXPECT_FALSE(foreign.ExitStatus());
     kill(pids()[2], SIGTERM);
 }
 

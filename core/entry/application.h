@@ -1,0 +1,66 @@
+#pragma once
+
+#include "config/global_record.h"
+#include "config/settings.h"
+#include "core/locale_strings.h"
+#include "engine/frm_engine.h"
+#include "platform/forms/form.h"
+#include "platform/platform.h"
+#include "shell/frm_notify_icon.h"
+#include "shell/frm_splash.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace quorvane {
+
+struct CommandLineRequests;
+
+// The program: owner of the global record and of the forms, and what joins the subsystems to each other.
+class Application {
+  public:
+    // The platform outlives the application. `storeNote` is what the person should know about the stored
+    // tree, empty for nothing; it is shown in a box once the start is over.
+    explicit Application(const Platform& platform, std::string storeNote = {});
+
+    // The start, to its end, and the events until the process ends. The exit status.
+    int Run();
+
+    // The start in its order. Afterwards the process lives on by its forms.
+    void Main();
+
+    // The orderly exit, and the exit without saving. Neither comes back.
+    void SaveAndEnd();
+    void ReleaseAndEnd();
+
+    // Shows the error dialogue and ends the process when it is closed.
+    void ShowErrorDialog(std::int32_t number, const std::string& description);
+
+    GlobalRecord& Record() { return record_; }
+    Forms& LoadedForms() { return forms_; }
+    frmEngine& Engine() { return engine_; }
+    frmNotifyIcon& NotifyIcon() { return notifyIcon_; }
+
+  private:
+    void RunStages();
+    void ShowBoxAndEnd(const std::string& text);
+    void Bar(int value);
+    void FindSystemDirectory();
+    void ReadLanguage();
+    void AskToEnd();
+    SettingsEvents Events();
+    frmEngine::Hooks EngineHooks();
+    frmNotifyIcon::Hooks TrayHooks();
+
+    const Platform platform_;
+    std::string storeNote_;
+    GlobalRecord record_;
+    LocaleStrings locale_;
+    Forms forms_;
+    frmSplash splash_;
+    frmNotifyIcon notifyIcon_;
+    frmEngine engine_;
+};
+
+} // namespace quorvane

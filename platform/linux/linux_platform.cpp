@@ -1,0 +1,69 @@
+#include "platform/linux/linux_platform.h"
+
+#include "platform/files.h"
+#include "platform/headless.h"
+#include "platform/linux/base/clock.h"
+#include "platform/linux/desktop/desktop.h"
+#include "platform/linux/desktop/event_loop.h"
+#include "platform/linux/desktop/font_system.h"
+#include "platform/linux/desktop/icon.h"
+#include "platform/linux/desktop/session.h"
+#include "platform/linux/desktop/tray.h"
+#include "platform/linux/forms/form_host.h"
+#include "platform/linux/forms/prompts.h"
+#include "platform/seeded_random.h"
+#include "platform/store.h"
+
+#include <QApplication>
+
+namespace quorvane {
+
+namespace {
+
+// The toolkit reads no option of the command line: all of it is the logic's.
+struct Toolkit {
+    explicit Toolkit(char** arguments)
+        : application(argumentCount, arguments) {
+        QApplication::setQuitOnLastWindowClosed(false);
+        QApplication::setDesktopFileName(QStringLiteral("quorvane"));
+        QApplication::setWindowIcon(ProgramIcon());
+    }
+    int argumentCount = 1;
+    QApplication application;
+};
+
+} // namespace
+
+struct LinuxPlatform::Parts {
+    Parts(int argumentCount, char** arguments, std::string& storeNote)
+        : toolkit(arguments)
+        , store(CreateStore(storeNote))
+        , session(events, argumentCount, arguments) {}
+
+    Toolkit toolkit;
+    LinuxClock clock;
+    std::unique_ptr<Files> files = CreateFiles();
+    std::unique_ptr<Drawing> drawing = CreateDrawing();
+    std::unique_ptr<Store> store;
+    GuiFontSystem system;
+    SeededRandom random;
+    QtEventLoop events;
+    LinuxSession session;
+    LinuxDesktop desktop{*store, system, events};
+    LinuxTray tray{events, system};
+    QtFormHost forms{*drawing};
+    QtPrompts prompts;
+};
+
+LinuxPlatform::LinuxPlatform(int argumentCount, char** arguments)
+    : parts_(std::make_unique<Parts>(argumentCount, arguments, storeNote_)) {}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+Platform LinuxPlatform::Services() {
+    Parts& own = *parts_;
+    return {own.clock,   own.desktop, *own.drawing, own.events, *own.files, own.forms,
+            own.prompts, own.random,  own.session,  *own.store, own.system, own.tray};
+}
+
+} // namespace quorvane

@@ -1,0 +1,261 @@
+#include "core/entry/application.h"
+
+#include "config/registry.h"
+#include "core/entry/check_fonts.h"
+#include "core/entry/command_line.h"
+#include "core/run_time_error.h"
+#include "platform/memory/memory_platform.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+TEST(CommandLineTest, SearchesLettersAnywhereInAnyCase) {
+    EXPECT_TRUE(ReadCommandLine("HELP").help);
+    EXPECT_TRUE(ReadCommandLine("/settings /v").version);
+    EXPECT_TRUE(ReadCommandLine("give").version) << "any text with this letter asks for the box";
+    EXPECT_TRUE(ReadCommandLine("the").help);
+    const CommandLineRequests settings = ReadCommandLine("/settings");
+    EXPECT_TRUE(settings.settings);
+    EXPECT_FALSE(settings.version || settings.help || settings.test || settings.RunOnWin9x);
+    EXPECT_TRUE(ReadCommandLine("/WIN95").RunOnWin9x);
+    EXPECT_FALSE(ReadCommandLine("win95").RunOnWin9x);
+    EXPECT_TRUE(ReadCommandLine("/win98 /test").test);
+    const CommandLineRequests none = ReadCommandLine("");
+    EXPECT_FALSE(none.settings || none.version || none.help || none.test || none.RunOnWin9x);
+}
+
+TEST(CommandLineTest, BoxesHoldTheirLines) {
+    EXPECT_TRUE(VersionText().starts_with("                  Quorvane II\r\n------"));
+    EXPECT_NE(VersionText().find("\r\nVersion: 2.0.1\r\n"), std::string::npos);
+    EXPECT_TRUE(HelpText().starts_with("Quorvane II command line switches\r\n---"));
+    EXPECT_NE(HelpText().find("\r\n/v; /ver; /version - Show software version\r\n---"), std::string::npos);
+}
+
+class ApplicationTest : public ::testing::Test {
+  protected:
+    ApplicationTest() {
+        machine_.files.PutFolder("/pics");
+        for (const char* name : {"/pics/a.png", "/pics/b.png"}) {
+            machine_.files.Put(name);
+            machine_.drawing.AddPicture(name, {10, 10}, Rgb(1, 2, 3));
+        }
+        machine_.desktop.screenSize = {40, 20};
+        Set("Wallpaper sources", "Wallpaper sources counter", 1);
+        Set("Wallpaper sources", "Wallpaper source #1", "/pics");
+        Set("Wallpaper sources", "Wallpaper source #1 pattern", "*.png");
+        Set("Wallpaper sources", "Is active wallpaper source #1", "True");
+        Set("Wallpaper sources", "Wallpaper source #1 scan level", "0");
+    }
+
+    template<typename Value>
+    void Set(const std::string& key, const std::string& name, const Value& value) {
+        RegWriteValue(machine_.store, "", Hive::CurrentUser, "Software\\Quorvane\\" + key, key_access::All,
+                      name, value);
+    }
+    std::string Get(const std::string& key, const std::string& name) {
+        std::string value = "(missing)";
+        RegReadValue(machine_.store, "", Hive::CurrentUser, "Software\\Quorvane\\" + key, key_access::All,
+                     name, value);
+        return value;
+    }
+    bool WasSaved() { return Get("General", "First RUN") == "False"; }
+
+    void Start(std::string storeNote = {}) {
+        application_ = std::make_unique<Application>(machine_.Services(), std::move(storeNote));
+    }
+    // The start, and then `after` inside the loop; the exit status.
+    int Run(std::function<void()> after) {
+        Start();
+        machine_.events.WhenWaiting(std::move(after));
+        return application_->Run();
+    }
+    std::ptrdiff_t LineOf(const std::string& start) const {
+        const auto& lines = machine_.calls.lines;
+        const auto found = std::find_if(lines.begin(), lines.end(),
+                                        [&](const std::string& line) { return line.starts_with(start); });
+        EXPECT_NE(found, lines.end()) << start;
+        return found - lines.begin();
+    }
+
+    MemoryPlatform machine_;
+    std::unique_ptr<Application> application_;
+};
+
+TEST_F(ApplicationTest, StartsInItsOrder) {
+    Set("General", "Change wallpaper at startup", -1);
+    Start();
+    application_->Main();
+    EXPECT_LT(LineOf("frmSplash.Show"), LineOf("tray.Add Quorvane II"));
+    EXPECT_LT(LineOf("tray.Add"), LineOf("system.EnablePrivilege SeBackupPrivilege"));
+    EXPECT_LT(LineOf("system.EnablePrivilege SeCreatePagefilePrivilege"), LineOf("desktop.SetWallpaper"));
+    EXPECT_EQ(application_->LoadedForms().Find("frmSplash"), nullptr) << "gone at the end";
+    EXPECT_NE(application_->LoadedForms().Find("frmNotifyIcon"), nullptr);
+    EXPECT_NE(application_->LoadedForms().Find("frmEngine"), nullptr);
+    EXPECT_FALSE(application_->Record().Main_Exec);
+    EXPECT_EQ(application_->Record().System_Directory, "/system");
+    EXPECT_EQ(application_->Record().Wallpapers_Cnt(), 2);
+    EXPECT_FALSE(WasSaved()) << "a start writes no settings";
+}
+
+TEST_F(ApplicationTest, NamesADirectoryOfTheSystemByItsAge) {
+    machine_.system.version.dwMajorVersion = 4;
+    Start();
+    application_->Main();
+    EXPECT_EQ(application_->Record().System_Directory, "/windows");
+    machine_.system.windowsDirectory.clear();
+    Start();
+    application_->Main();
+    EXPECT_EQ(application_->Record().System_Directory, "./");
+}
+
+TEST_F(ApplicationTest, VersionAndHelpEndBeforeAnythingElse) {
+    machine_.session.commandLine = "/settings /v";
+    machine_.prompts.WillAnswer(Answer::Ok);
+    Start();
+    EXPECT_EQ(application_->Run(), 0);
+    machine_.session.commandLine = "HELP";
+    machine_.prompts.WillAnswer(Answer::Ok);
+    Start();
+    EXPECT_EQ(application_->Run(), 0);
+    ASSERT_EQ(machine_.prompts.asked.size(), 2U);
+    EXPECT_EQ(machine_.prompts.asked[0].text, VersionText());
+    EXPECT_EQ(machine_.prompts.asked[0].title, "Quorvane II");
+    EXPECT_EQ(machine_.prompts.asked[0].style, message_style::Information);
+    EXPECT_EQ(machine_.prompts.asked[1].text, HelpText());
+    EXPECT_FALSE(machine_.calls.Has("tray."));
+    EXPECT_FALSE(WasSaved());
+}
+
+TEST_F(ApplicationTest, ExitByTheMenuSavesAndTakesTheIconAway) {
+    const int status = Run([this] {
+        application_->Record().LastSelectedWallpaper = "/pics/b.png";
+        ChooseFromMenu(application_->NotifyIcon().mnu_popup, "Exit");
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(WasSaved());
+    EXPECT_EQ(Get("General", "Last selected wallpaper"), "/pics/b.png");
+    EXPECT_FALSE(machine_.tray.added);
+    EXPECT_TRUE(application_->LoadedForms().Loaded().empty());
+    EXPECT_TRUE(machine_.events.TimerNames().empty());
+}
+
+TEST_F(ApplicationTest, AnEndRequestSavesOnceTheStartIsOver) {
+    EXPECT_EQ(Run([this] { machine_.session.RequestEnd(); }), 0);
+    EXPECT_TRUE(WasSaved());
+}
+
+TEST_F(ApplicationTest, AnEndRequestInsideTheStartSavesNothingThatWasNotRead) {
+    Set("General", "Week name", "Wk");
+    Start();
+    machine_.events.AtPump(2, [this] { machine_.session.RequestEnd(); });
+    EXPECT_EQ(application_->Run(), 0);
+    EXPECT_FALSE(WasSaved());
+    EXPECT_EQ(Get("General", "Week name"), "Wk");
+    EXPECT_FALSE(machine_.tray.added);
+}
+
+TEST_F(ApplicationTest, AutoExitComesAfterTheTrayReportAndSettingsSwitchesItOff) {
+    Set("General", "Change wallpaper at startup", -1);
+    Set("General", "Autoexit after wallpaper was changed", -1);
+    Start();
+    EXPECT_EQ(application_->Run(), 0);
+    EXPECT_TRUE(machine_.calls.Has("desktop.SetWallpaper"));
+    EXPECT_NE(machine_.tray.record.tip.find("/pics/"), std::string::npos);
+    EXPECT_TRUE(WasSaved());
+
+    machine_.session.commandLine = "/settings";
+    Start();
+    application_->Main();
+    EXPECT_FALSE(application_->Record().Main_Exec) << "it runs on";
+}
+
+TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsClosedByItsFrame) {
+    std::string shown;
+    machine_.events.WhenWaiting([&] { // the program's own loop
+        machine_.events.Post([] { throw RunTimeError::SubscriptOutOfRange(); });
+    });
+    machine_.events.WhenWaiting([&] { // the dialogue's
+        Form* dialogue = application_->LoadedForms().Find("frmError");
+        ASSERT_NE(dialogue, nullptr);
+        shown =
+            dialogue->FindControl("Label2")->Caption() + "; " + dialogue->FindControl("Label3")->Caption();
+        EXPECT_EQ(dialogue->Caption(), "Kerner error!");
+        MemoryFormView::Do(*dialogue, nullptr, act::CloseByFrame{});
+    });
+    Start();
+    EXPECT_EQ(application_->Run(), 0);
+    EXPECT_EQ(shown, "Error code: 9; Subscript out of range");
+    EXPECT_TRUE(WasSaved());
+}
+
+TEST_F(ApplicationTest, ClosingTheApplicationFromTheErrorDialogueSavesNothing) {
+    machine_.events.WhenWaiting(
+        [&] { machine_.events.Post([] { throw RunTimeError::SubscriptOutOfRange(); }); });
+    machine_.events.WhenWaiting([&] {
+        Form* dialogue = application_->LoadedForms().Find("frmError");
+        ASSERT_NE(dialogue, nullptr);
+        MemoryFormView::Do(*dialogue, dialogue->FindControl("Command1"), act::Click{});
+    });
+    Start();
+    EXPECT_EQ(application_->Run(), 1);
+    EXPECT_FALSE(WasSaved());
+    EXPECT_TRUE(application_->LoadedForms().Loaded().empty());
+}
+
+TEST_F(ApplicationTest, TellsWhatHappenedToTheTreeOnceItRuns) {
+    machine_.prompts.WillAnswer(Answer::Ok);
+    Start("The settings were damaged.");
+    application_->Main();
+    EXPECT_TRUE(machine_.prompts.asked.empty());
+    machine_.events.Pump();
+    ASSERT_EQ(machine_.prompts.asked.size(), 1U);
+    EXPECT_EQ(machine_.prompts.asked[0].text, "The settings were damaged.");
+}
+
+class CheckFontsTest : public ::testing::Test {
+  protected:
+    std::vector<int> Check() {
+        std::vector<int> bars;
+        EXPECT_TRUE(CheckFonts(machine_.Services(), [&](int bar) { bars.push_back(bar); }));
+        return bars;
+    }
+    MemoryPlatform machine_;
+};
+
+TEST_F(CheckFontsTest, MissesNothingWhereAllFamiliesAreThere) {
+    const std::vector<int> bars = Check();
+    EXPECT_EQ(bars.front(), 3);
+    EXPECT_EQ(bars.back(), 11);
+    EXPECT_TRUE(std::is_sorted(bars.begin(), bars.end()));
+    EXPECT_FALSE(machine_.calls.Has("system.AddFontFile"));
+    EXPECT_TRUE(machine_.prompts.asked.empty());
+}
+
+TEST_F(CheckFontsTest, SeeksAFamilyBesideTheProgramAndWarnsWhereOneFileIsMissing) {
+    machine_.system.fontNames = {"Courier", "Monotype Corsiva", "MS Sans Serif", "Microsoft Sans Serif"};
+    const std::string folder = machine_.files.programDirectory;
+    for (const char* name : {"/Fonts/arial.ttf", "/arialbd.ttf", "/Fonts/arialbi.ttf", "/Fonts/ariali.ttf",
+                             "/sanss___.ttf", "/sanssb__.ttf", "/sanssbo_.ttf"}) {
+        machine_.system.fontFiles[folder + name] = 1;
+    }
+    machine_.prompts.WillAnswer(Answer::Ok);
+    Check();
+    ASSERT_EQ(machine_.prompts.asked.size(), 1U) << "three of four files are not enough";
+    EXPECT_EQ(machine_.prompts.asked[0].text,
+              "Font :[SansSerif] - isn't installed on to Yours system.\r\nPlease, install this font!");
+    EXPECT_EQ(machine_.prompts.asked[0].title, "Warning!");
+    EXPECT_EQ(machine_.prompts.asked[0].style, message_style::Warning);
+}
+
+TEST_F(CheckFontsTest, LeavesAPersonAloneWhoseSystemPutsAnotherFontInItsPlace) {
+    machine_.system.fontNames = {"DejaVu Sans"};
+    machine_.system.substitutesFonts = true;
+    Check();
+    EXPECT_TRUE(machine_.prompts.asked.empty());
+}
+
+} // namespace
+} // namespace quorvane
