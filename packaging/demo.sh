@@ -63,6 +63,7 @@ ctl 'Wallpaper sources\Wallpaper sources counter' 1
 ctl 'Wallpaper sources\Wallpaper source #1' "$PWD/samples/"
 ctl 'Wallpaper sources\Is active wallpaper source #1' True
 ctl 'Wallpaper sources\Wallpaper source #1 pattern' '*.jpg;*.png;*.bmp;*.gif;*.svg;*.webp'
+ctl 'Wallpaper sources\Wallpaper source #1 scan level' 0
 ctl 'General\First RUN' False
 ctl 'General\Change wallpaper at startup' 1
 ctl 'General\Change wallpaper periodically' 1
@@ -103,7 +104,23 @@ for number in 1 2 3; do
     import -window root "$out/wallpaper-$number.png"
 done
 
-packaging/demo/tray_menu.sh "$out/menu.png" || true
+# The icon is the one window of the program that stands in the panel; a right click opens its menu.
+show_menu() {
+    local id
+    for id in $(xdotool search --onlyvisible --class quorvane); do
+        eval "$(xdotool getwindowgeometry --shell "$id")"
+        if [ "$Y" -gt $((${size#*x} - 40)) ] && [ "$HEIGHT" -le 34 ]; then
+            xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
+            return 0
+        fi
+    done
+    return 1
+}
+if show_menu; then
+    sleep 0.8
+    import -window root "$out/menu.png"
+    xdotool key Escape
+fi
 kill "$program"
 status=0
 wait "$program" || status=$?

@@ -87,7 +87,7 @@ LinuxTray::LinuxTray(EventLoop& events, System& system)
     , system_(system) {
     search_.setInterval(searchMilliseconds);
     search_.setTimerType(Qt::VeryCoarseTimer);
-    QObject::connect(&search_, &QTimer::timeout, [this] { AppearWhereThereIsAnArea(); });
+    QObject::connect(&search_, &QTimer::timeout, [this] { Search(); });
 }
 
 LinuxTray::~LinuxTray() = default;
@@ -99,11 +99,15 @@ bool LinuxTray::Add(const TrayRecord& record) {
         return true;
     }
     search_.start();
-    if (!complained_) {
+    return false;
+}
+
+// At log-on the area may come up a little after the program: the first round passes before anything is said.
+void LinuxTray::Search() {
+    if (!AppearWhereThereIsAnArea() && !complained_) {
         complained_ = true;
         system_.Complain("there is no notification area; the icon appears when there is one");
     }
-    return false;
 }
 
 bool LinuxTray::AppearWhereThereIsAnArea() {

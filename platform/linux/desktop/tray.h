@@ -30,6 +30,7 @@ class LinuxTray final : public Tray {
     void OnMessage(std::function<void(int message)> handler) override { handler_ = std::move(handler); }
 
   private:
+    void Search();
     bool AppearWhereThereIsAnArea();
     void Apply();
     void Activated(int reason);

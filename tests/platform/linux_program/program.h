@@ -132,8 +132,9 @@ class ProgramTest : public ::testing::Test {
                         &place.y, &place.width, &place.height) != 5) {
             return std::nullopt;
         }
-        const std::string type = Ask({"xprop", "-id", id, "_NET_WM_WINDOW_TYPE"});
-        place.isMenu = type.find("_POPUP_MENU") != std::string::npos;
+        const bool balloon =
+            Ask({"xprop", "-id", id, "_NET_WM_WINDOW_TYPE"}).find("TYPE_TOOLTIP") != std::string::npos;
+        place.isMenu = !balloon && place.height > 80 && place.y > Height / 2;
         return place;
     }
     // The first visible window of the program that fits.

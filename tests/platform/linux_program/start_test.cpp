@@ -67,7 +67,7 @@ TEST_F(ProgramTest, WithoutATrayItRunsSaysSoOnceAndTheIconComesLater) {
     Start();
     ASSERT_TRUE(WaitForAnotherWallpaper(""));
     const std::string line = "there is no notification area";
-    EXPECT_EQ(Count(Said(), line), 1);
+    EXPECT_TRUE(WaitFor([&] { return Count(Said(), line) == 1; }));
     for (int round = 0; round < 2; ++round) {
         StartPanel();
         EXPECT_TRUE(WaitForIcon()) << "round " << round;
