@@ -5,6 +5,7 @@
 #include "platform/linux/drawing/picture.h"
 #include "platform/linux/drawing/surface.h"
 
+#include <QBuffer>
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QImageWriter>
@@ -27,25 +28,6 @@ ScreenDots Dots() {
     if (!screen || QGuiApplication::platformName() == "offscreen") return {};
     return {screen->logicalDotsPerInchX(), screen->logicalDotsPerInchY()};
 }
-
-// What Qt writes, straight into the platform's writer.
-class WriterDevice final : public QIODevice {
-  public:
-    explicit WriterDevice(FileWriter& out)
-        : out_(out) {
-        open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-    }
-    bool isSequential() const override { return true; }
-
-  protected:
-    qint64 readData(char*, qint64) override { return -1; }
-    qint64 writeData(const char* bytes, qint64 count) override {
-        return out_.Write(bytes, static_cast<std::size_t>(count)) ? count : -1;
-    }
-
-  private:
-    FileWriter& out_;
-};
 
 } // namespace
 
@@ -72,8 +54,11 @@ bool LinuxDrawing::WritePng(const PixelView& pixels, FileWriter& out) {
     if (pixels.size.width <= 0 || pixels.size.height <= 0 || pixels.stride < 0) return false;
     const QImage image(pixels.top, pixels.size.width, pixels.size.height, pixels.stride,
                        QImage::Format_BGR888);
-    WriterDevice device(out);
-    return QImageWriter(&device, "png").write(image);
+    // Whole before it goes out: where a write fails in its midst, Qt loses memory.
+    QByteArray png;
+    QBuffer buffer(&png);
+    return QImageWriter(&buffer, "png").write(image) &&
+           out.Write(png.constData(), static_cast<std::size_t>(png.size()));
 }
 
 double LinuxDrawing::TwipsPerPixelX() const {
