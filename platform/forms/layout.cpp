@@ -95,7 +95,9 @@ class Sizer final : public ControlVisitor {
         return {letter.width * columns, letter.height * lines};
     }
     void VisitText(const TextControl& control) {
-        size = Letters(control, control.columns, control.lines) + Around(control);
+        // Several lines have a page's margins whatever the kind.
+        const ControlKind kind = control.MultiLine() ? ControlKind::RichTextBox : ControlKind::TextBox;
+        size = Letters(control, control.columns, control.lines) + host_.Chrome(kind);
     }
 
     FormHost& host_;

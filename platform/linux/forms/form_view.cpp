@@ -327,9 +327,8 @@ void QtFormView::CutOutSoon() {
 // Takes what is painted in the transparent colour out of the window's shape.
 void QtFormView::CutOut() {
     if (!form_.TransparentColor()) return;
-    const QImage picture = window_->grab().toImage();
-    const QRgb color = ToQColor(*form_.TransparentColor()).rgb();
-    const QBitmap shape = QBitmap::fromImage(picture.createMaskFromColor(color, Qt::MaskOutColor));
+    const QBitmap shape =
+        window_->grab().createMaskFromColor(ToQColor(*form_.TransparentColor()), Qt::MaskInColor);
     window_->setMask(shape);
 }
 

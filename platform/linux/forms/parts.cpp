@@ -271,6 +271,7 @@ void PartMaker::Visit(ScrollBar& control) {
     auto made = std::make_unique<RangePart<ScrollBar, QScrollBar>>(control, parent_);
     made->Shown()->setOrientation(control.Vertical() ? Qt::Vertical : Qt::Horizontal);
     made->Shown()->setFocusPolicy(Qt::StrongFocus);
+    made->Shown()->setInvertedControls(control.Vertical()); // the left arrow goes to the left
     ReportSliding(made->Shown(), context_, report_, control);
     part = std::move(made);
 }

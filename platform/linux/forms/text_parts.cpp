@@ -105,12 +105,13 @@ class ComboPart final : public PartOf<ComboBox, QComboBox> {
     void ShowValue() override {
         QLineEdit* line = widget_->lineEdit();
         const int caret = line ? line->cursorPosition() : 0;
+        const bool atEnd = line && caret == line->text().size();
         if (widget_->currentIndex() != control_.ListIndex()) widget_->setCurrentIndex(control_.ListIndex());
         if (!line) return;
         const QString text = ToWidgetText(control_.Text());
         if (line->text() == text) return;
         line->setText(text);
-        line->setCursorPosition(std::min(caret, static_cast<int>(text.size())));
+        if (!atEnd) line->setCursorPosition(std::min(caret, static_cast<int>(text.size())));
     }
 };
 
