@@ -17,8 +17,8 @@ frmError::frmError(Forms& forms, const Platform& platform)
     SetCaption("Kerner error!");
     Label1.SetFont(FontSpec{Host().DefaultFont().name, Host().DefaultFont().size, true, false, false, false});
     Label3.SetWrapWidth(textWidth);
-    // The state dump comes with the rest of the report.
-    Command2.SetEnabled(false);
+    // A button that does nothing helps nobody: it is seen once there is a dump.
+    Command2.SetVisible(false);
     Command1.onClick = [this] { CloseApplication(); };
     SetLayout(
         Column({Label1, Gap(60), Label2, Label3, Gap(120), Row({Stretch(), Command2, Command1}).Equal()}));
@@ -26,7 +26,7 @@ frmError::frmError(Forms& forms, const Platform& platform)
 
 void frmError::Ask(std::int32_t number, const std::string& description) {
     Label2.SetCaption("Error code: " + std::to_string(number));
-    Label3.SetCaption(description);
+    Label3.SetCaption(LiteralCaption(description));
     ShowModal();
 }
 

@@ -1,13 +1,10 @@
 #include "shell/frm_splash.h"
 
-#include "config/registry.h"
-#include "core/numbers.h"
-#include "core/text.h"
+#include "config/button_face.h"
 #include "core/version.h"
 #include "platform/system.h"
 #include "shell/artwork.h"
 
-#include <optional>
 #include <string>
 
 namespace quorvane {
@@ -18,20 +15,6 @@ constexpr Color ground = Rgb(24, 34, 50);
 constexpr Color light = Rgb(240, 244, 250);
 constexpr Color dim = Rgb(168, 182, 204);
 constexpr int opacity = 244;
-
-// Three numbers with blanks between them: the first one up to the first blank, the last one behind the last,
-// and what lies between.
-std::optional<Color> ReadColor(const std::string& text) {
-    const std::size_t first = text.find(' ');
-    const std::size_t last = text.rfind(' ');
-    if (first == std::string::npos || first == last) {
-        return std::nullopt;
-    }
-    const auto channel = [&text](std::size_t from, std::size_t count) {
-        return static_cast<int>(LeadingNumber(text.substr(from, count)));
-    };
-    return Rgb(channel(0, first), channel(first + 1, last - first - 1), channel(last + 1, std::string::npos));
-}
 
 } // namespace
 
@@ -73,10 +56,7 @@ void frmSplash::OnLoad() {
 
 // What stays in the colour of a plain window is cut out, so that the form shows as the shape of its picture.
 void frmSplash::CutOutButtonFace() {
-    std::string text;
-    RegReadValue(platform_.store, "", Hive::CurrentUser, "Control Panel\\Colors", key_access::Read,
-                 "ButtonFace", text);
-    if (const auto face = ReadColor(text)) {
+    if (const auto face = ReadButtonFace(platform_.store)) {
         SetBackColor(face);
         SetTransparentColor(face);
     }

@@ -53,6 +53,13 @@ std::string PlainCaption(std::string_view caption) {
     return plain;
 }
 
+std::string LiteralCaption(std::string_view text) {
+    std::string caption;
+    for (const char letter : text)
+        caption.append(letter == '&' ? 2 : 1, letter);
+    return caption;
+}
+
 Control::Control(Container& parent, std::string name, int index)
     : parent_(parent)
     , name_(std::move(name))
@@ -129,7 +136,7 @@ void Control::SetBackColor(std::optional<Color> color) {
 }
 
 void Control::SetFocus() {
-    if (FormView* view = OwnerForm().View()) view->Focus(*this);
+    OwnerForm().FocusOn(*this);
 }
 
 void Control::SetBounds(const TwipRect& bounds) {

@@ -154,6 +154,7 @@ class Control {
 
     // From the upper left corner of the container's inner area; worked out by the layout.
     const TwipRect& Bounds() const { return bounds_; }
+    // Before the form's first showing: at that showing.
     void SetFocus();
 
     std::function<void()> onDoubleClick;
@@ -201,5 +202,7 @@ class Control {
 
 // The caption as it is read: mnemonic marks taken out.
 std::string PlainCaption(std::string_view caption);
+// The caption that reads as `text`, which has no mnemonics: a message, a name.
+std::string LiteralCaption(std::string_view text);
 
 } // namespace quorvane

@@ -4,6 +4,7 @@
 #include "platform/platform.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvane {
 
@@ -51,18 +52,20 @@ void Form::MakeView() {
     view_ = Host().Create(*this);
 }
 
-void Form::Show() {
+void Form::BringUp(bool modal) {
     Load();
     MakeView();
     visible_ = true;
-    view_->Show(false);
+    view_->Show(modal);
+    if (Control* first = std::exchange(wantsFocus_, nullptr)) view_->Focus(*first);
+}
+
+void Form::Show() {
+    BringUp(false);
 }
 
 void Form::ShowModal() {
-    Load();
-    MakeView();
-    visible_ = true;
-    view_->Show(true);
+    BringUp(true);
     Events().RunWhile([self = self_] { return *self && (*self)->visible_; });
 }
 
@@ -317,6 +320,15 @@ void Form::ArrangeSoon() {
 void Form::Forget(Control& control) {
     view_.reset();
     if (focus_ == &control) focus_ = nullptr;
+    if (wantsFocus_ == &control) wantsFocus_ = nullptr;
+}
+
+void Form::FocusOn(Control& control) {
+    if (view_ && visible_) {
+        view_->Focus(control);
+    } else {
+        wantsFocus_ = &control;
+    }
 }
 
 Forms::Forms(FormHost& host, EventLoop& events, Drawing& drawing)

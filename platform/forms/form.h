@@ -146,6 +146,8 @@ class Form : public Container {
     void FitToLayout();
     void ArrangeSoon();
     void Forget(Control& control);
+    void FocusOn(Control& control);
+    void BringUp(bool modal);
     void Tell(FormAspect aspect);
 
     Forms& forms_;
@@ -167,6 +169,7 @@ class Form : public Container {
     Button* cancelButton_ = nullptr;
     Menu* menuBar_ = nullptr;
     Control* focus_ = nullptr;
+    Control* wantsFocus_ = nullptr; // at the next showing
     std::vector<Timer*> timers_;
     bool loaded_ = false;
     bool visible_ = false;

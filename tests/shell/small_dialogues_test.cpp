@@ -1,0 +1,91 @@
+#include "config/button_face.h"
+#include "platform/memory/memory_platform.h"
+#include "shell/frm_transparency.h"
+#include "shell/input_box.h"
+#include "shell/mess_box.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+class SmallDialogues : public testing::Test {
+  protected:
+    // What a person does while the next modal form waits.
+    void WhenAsked(std::function<void()> act) { machine_.events.WhenWaiting(std::move(act)); }
+
+    MemoryPlatform machine_;
+    const Platform platform_ = machine_.Services();
+    Forms forms_{platform_};
+};
+
+TEST_F(SmallDialogues, AnInputBoxAnswersItsLineOrNothing) {
+    InputBox box(forms_);
+    WhenAsked([&] {
+        EXPECT_EQ(box.Caption(), "Set timer");
+        EXPECT_EQ(box.Label1.Caption(), "Hours && minutes:");
+        EXPECT_EQ(box.Text1.Text(), "00:10:00");
+        EXPECT_EQ(box.Text1.SelectionLength(), 8) << "typing replaces the preset";
+        MemoryFormView::Do(box, &box.Text1, act::Type{"90", 2});
+        MemoryFormView::Do(box, &box.Text1, act::Key{key_code::Enter, 0});
+    });
+    EXPECT_EQ(box.Ask("Hours & minutes:", "Set timer", "00:10:00"), "90");
+    WhenAsked([&] { MemoryFormView::Do(box, &box.Text1, act::Key{key_code::Escape, 0}); });
+    EXPECT_EQ(box.Ask("Again:", "Set timer", "1"), "");
+    WhenAsked([&] { MemoryFormView::Do(box, nullptr, act::CloseByFrame{}); });
+    EXPECT_EQ(box.Ask("Again:", "Set timer", "1"), "");
+    WhenAsked([&] { box.Command1.Press(); });
+    EXPECT_EQ(box.Ask("Again:", "Set timer", ""), "") << "no telling from a cancel";
+}
+
+TEST_F(SmallDialogues, AMessageDoesNotWaitAndASecondOneTakesTheFirstOnesPlace) {
+    MessBox box(forms_);
+    box.Tell("Time interval - Ok.", "Timer");
+    box.Tell("Another message", "Clock");
+    EXPECT_TRUE(box.IsVisible());
+    EXPECT_EQ(machine_.calls.Count("MessBox.Create"), 1);
+    EXPECT_EQ(box.Label1.Caption(), "Another message");
+    EXPECT_EQ(box.Caption(), "Clock");
+    MemoryFormView::Do(box, &box.Command1, act::Click{});
+    EXPECT_FALSE(box.IsVisible());
+    box.Tell("Third", "Clock");
+    MemoryFormView::Do(box, nullptr, act::CloseByFrame{});
+    EXPECT_FALSE(box.IsVisible());
+    EXPECT_TRUE(box.IsLoaded());
+}
+
+TEST_F(SmallDialogues, TransparencyShowsEachStepAndKeepsOnlyWhatIsApplied) {
+    Form window(forms_, "FrmClock");
+    std::int32_t Transparency_Value = 200;
+    frmTransparency dialogue(forms_);
+    WhenAsked([&] {
+        EXPECT_EQ(window.Opacity(), 200);
+        MemoryFormView::Do(dialogue, &dialogue.Slider1, act::Slide{120, true});
+        EXPECT_EQ(window.Opacity(), 120) << "while the thumb is held";
+        MemoryFormView::Do(dialogue, &dialogue.Slider1, act::Slide{90, false});
+        EXPECT_EQ(window.Opacity(), 90);
+        EXPECT_EQ(Transparency_Value, 200);
+        dialogue.Command2.Press();
+    });
+    dialogue.Adjust(window, Transparency_Value);
+    EXPECT_EQ(window.Opacity(), 200) << "cancelled";
+    WhenAsked([&] {
+        MemoryFormView::Do(dialogue, &dialogue.Slider1, act::Slide{64, false});
+        dialogue.Command1.Press();
+    });
+    dialogue.Adjust(window, Transparency_Value);
+    EXPECT_EQ(window.Opacity(), 64);
+    EXPECT_EQ(Transparency_Value, 64);
+    EXPECT_FALSE(dialogue.IsLoaded());
+}
+
+TEST(ButtonFace, IsPartedAtItsFirstAndLastBlank) {
+    EXPECT_EQ(ParseButtonFace("212 208 200"), Rgb(212, 208, 200));
+    EXPECT_EQ(ParseButtonFace("212   208   200"), Rgb(212, 208, 200)) << "further blanks lie between";
+    EXPECT_EQ(ParseButtonFace("300 -5 7"), Rgb(255, 0, 7));
+    EXPECT_EQ(ParseButtonFace("212 208"), std::nullopt);
+    EXPECT_EQ(ParseButtonFace(""), std::nullopt);
+}
+
+} // namespace
+} // namespace quorvane
