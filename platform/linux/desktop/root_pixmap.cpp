@@ -1,10 +1,12 @@
 #include "platform/linux/desktop/root_pixmap.h"
 
-#include <QFile>
+#include "platform/linux/desktop/bitmap_rows.h"
+
 #include <QPainter>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <xcb/xcb.h>
@@ -22,6 +24,9 @@ template<typename T>
 Reply<T> Own(T* reply) {
     return {reply, &std::free};
 }
+
+// Fills a row of what the root window is to show, as 0xFFRRGGBB; false where it cannot be had.
+using RowSource = std::function<bool(int y, QRgb* row)>;
 
 // The server's own form of a pixel.
 struct PixelForm {
@@ -59,12 +64,13 @@ class RootWindow {
 
     bool IsConnected() const { return screen_ != nullptr; }
     PixelSize Size() const { return {screen_->width_in_pixels, screen_->height_in_pixels}; }
-    // Shows the picture, of the root window's size, and keeps it when the connection closes.
-    bool Show(const QImage& picture);
+    // Shows a picture of the root window's size, and keeps it when the connection closes. Where the picture
+    // breaks off, what was shown before stays.
+    bool Show(const RowSource& picture);
 
   private:
     PixelForm Form() const;
-    void Send(xcb_pixmap_t pixmap, const QImage& picture) const;
+    bool Send(xcb_pixmap_t pixmap, const RowSource& picture) const;
     xcb_atom_t Atom(const char* name) const;
     std::optional<xcb_pixmap_t> PixmapOf(xcb_atom_t property) const;
 
@@ -116,33 +122,48 @@ void ConvertRow(const QRgb* from, int count, const PixelForm& form, std::uint8_t
     }
 }
 
+// The upper left corner of a monitor's part in a picture that is at most a composed wallpaper's border
+// larger; nothing for any other picture.
+std::optional<QPoint> BorderAround(PixelSize monitor, PixelSize picture) {
+    const int widthOver = picture.width - monitor.width;
+    const int heightOver = picture.height - monitor.height;
+    if (widthOver < 0 || widthOver > borderPixels || heightOver < 0 || heightOver > borderPixels) {
+        return std::nullopt;
+    }
+    return QPoint(widthOver / 2, heightOver / 2);
+}
+
 // In stripes that fit a request.
-void RootWindow::Send(xcb_pixmap_t pixmap, const QImage& picture) const {
+bool RootWindow::Send(xcb_pixmap_t pixmap, const RowSource& picture) const {
     const PixelForm form = Form();
+    const PixelSize size = Size();
     const xcb_gcontext_t context = xcb_generate_id(connection_);
     xcb_create_gc(connection_, context, pixmap, 0, nullptr);
-    const int rowBytes = (picture.width() * form.bitsPerPixel + 31) / 32 * 4;
+    const int rowBytes = (size.width * form.bitsPerPixel + 31) / 32 * 4;
     const int largest =
         static_cast<int>(std::min(xcb_get_maximum_request_length(connection_), 65536U)) * 4 - 64;
     const int stripe = std::max(largest / rowBytes, 1);
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(rowBytes) * static_cast<std::size_t>(stripe));
-    for (int y = 0; y < picture.height(); y += stripe) {
-        const int rows = std::min(stripe, picture.height() - y);
+    std::vector<QRgb> pixels(static_cast<std::size_t>(size.width));
+    bool whole = true;
+    for (int y = 0; y < size.height && whole; y += stripe) {
+        const int rows = std::min(stripe, size.height - y);
         for (int row = 0; row < rows; ++row) {
             std::uint8_t* to = bytes.data() + static_cast<std::ptrdiff_t>(row) * rowBytes;
-            const auto* from = reinterpret_cast<const QRgb*>(picture.constScanLine(y + row));
+            whole = whole && picture(y + row, pixels.data());
             if (form.IsNative()) {
-                std::memcpy(to, from, static_cast<std::size_t>(picture.width()) * 4);
+                std::memcpy(to, pixels.data(), pixels.size() * sizeof(QRgb));
             } else {
-                ConvertRow(from, picture.width(), form, to);
+                ConvertRow(pixels.data(), size.width, form, to);
             }
         }
         xcb_put_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context,
-                      static_cast<std::uint16_t>(picture.width()), static_cast<std::uint16_t>(rows), 0,
+                      static_cast<std::uint16_t>(size.width), static_cast<std::uint16_t>(rows), 0,
                       static_cast<std::int16_t>(y), 0, screen_->root_depth,
                       static_cast<std::uint32_t>(rowBytes * rows), bytes.data());
     }
     xcb_free_gc(connection_, context);
+    return whole;
 }
 
 xcb_atom_t RootWindow::Atom(const char* name) const {
@@ -162,7 +183,7 @@ std::optional<xcb_pixmap_t> RootWindow::PixmapOf(xcb_atom_t property) const {
 
 // Both properties naming one pixmap means that it was left behind by a client that is gone, for its successor
 // to free; ending that client's resources is the only way to do it.
-bool RootWindow::Show(const QImage& picture) {
+bool RootWindow::Show(const RowSource& picture) {
     const xcb_atom_t shown = Atom("_XROOTPMAP_ID");
     const xcb_atom_t left = Atom("ESETROOT_PMAP_ID");
     const auto before = PixmapOf(left);
@@ -171,7 +192,9 @@ bool RootWindow::Show(const QImage& picture) {
     const xcb_pixmap_t pixmap = xcb_generate_id(connection_);
     xcb_create_pixmap(connection_, screen_->root_depth, pixmap, screen_->root, screen_->width_in_pixels,
                       screen_->height_in_pixels);
-    Send(pixmap, picture);
+    if (!Send(pixmap, picture)) {
+        return false;
+    }
     xcb_grab_server(connection_);
     for (const xcb_atom_t property : {shown, left}) {
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, screen_->root, property, XCB_ATOM_PIXMAP, 32,
@@ -194,12 +217,9 @@ bool RootWindow::Show(const QImage& picture) {
 QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize size) {
     const QSize target(size.width, size.height);
     if (style == WallpaperStyle::Stretched) {
-        const int widthOver = picture.width() - size.width;
-        const int heightOver = picture.height() - size.height;
-        const bool bordered =
-            widthOver >= 0 && widthOver <= borderPixels && heightOver >= 0 && heightOver <= borderPixels;
-        return bordered ? picture.copy(widthOver / 2, heightOver / 2, size.width, size.height)
-                        : picture.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        const auto border = BorderAround(size, {picture.width(), picture.height()});
+        return border ? picture.copy(border->x(), border->y(), size.width, size.height)
+                      : picture.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }
     QImage shown(target, QImage::Format_RGB32);
     shown.fill(Qt::black);
@@ -213,23 +233,37 @@ QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize siz
 }
 
 bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors) {
-    const QImage read = QImage(QString::fromStdString(file)).convertToFormat(QImage::Format_RGB32);
     RootWindow root;
-    if (read.isNull() || !root.IsConnected()) {
+    if (!root.IsConnected()) {
         return false;
     }
     const PixelSize size = root.Size();
-    if (monitors.size() == 1 && monitors.front() == PixelRect{0, 0, size.width, size.height}) {
-        return root.Show(MonitorPicture(read, style, size));
+    const bool oneMonitor =
+        monitors.size() == 1 && monitors.front() == PixelRect{0, 0, size.width, size.height};
+    if (oneMonitor && style == WallpaperStyle::Stretched) {
+        const auto rows = BitmapRows::Open(file);
+        const auto border = rows ? BorderAround(size, rows->Size()) : std::nullopt;
+        if (border) {
+            return root.Show(
+                [&](int y, QRgb* row) { return rows->Read(border->x(), border->y() + y, size.width, row); });
+        }
+    }
+    const QImage picture = QImage(QString::fromStdString(file)).convertToFormat(QImage::Format_RGB32);
+    if (picture.isNull()) {
+        return false;
     }
     QImage whole(size.width, size.height, QImage::Format_RGB32);
     whole.fill(Qt::black);
     QPainter painter(&whole);
     for (const PixelRect& monitor : monitors) {
-        painter.drawImage(monitor.x, monitor.y, MonitorPicture(read, style, {monitor.width, monitor.height}));
+        painter.drawImage(monitor.x, monitor.y,
+                          MonitorPicture(picture, style, {monitor.width, monitor.height}));
     }
     painter.end();
-    return root.Show(whole);
+    return root.Show([&whole](int y, QRgb* row) {
+        std::memcpy(row, whole.constScanLine(y), static_cast<std::size_t>(whole.width()) * sizeof(QRgb));
+        return true;
+    });
 }
 
 } // namespace quorvane

@@ -1,4 +1,6 @@
 #include "platform/linux/desktop/root_pixmap.h"
+
+#include "platform/linux/desktop/bitmap_rows.h"
 #include "tests/support/virtual_screen.h"
 
 #include <cstdint>
@@ -119,6 +121,24 @@ TEST_F(RootPixmapTest, RefusesWhatIsNoPictureAndAScreenThatIsNotThere) {
     const std::string file = WritePattern(folder_, 10, 10);
     setenv("DISPLAY", ":65000", 1);
     EXPECT_FALSE(PaintRootWindow(file, WallpaperStyle::Stretched, oneMonitor_));
+}
+
+TEST_F(RootPixmapTest, ABitmapOfAnotherKindOrOneThatBreaksOffIsNoTrap) {
+    QImage indexed(320, 240, QImage::Format_Indexed8);
+    indexed.setColorTable({qRgb(9, 8, 7)});
+    indexed.fill(0);
+    const std::string small = (folder_.Path() / "small.bmp").string();
+    ASSERT_TRUE(indexed.save(QString::fromStdString(small)));
+    ASSERT_TRUE(PaintRootWindow(small, WallpaperStyle::Stretched, oneMonitor_));
+    const Looker looker;
+    EXPECT_EQ(looker.Pixel(looker.Root(), 100, 100), qRgb(9, 8, 7));
+    const std::string file = WritePattern(folder_, 324, 244);
+    for (const std::size_t length : {0, 2, 53, 54, 60, 5000}) {
+        std::filesystem::copy_file(file, file + ".cut", std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::resize_file(file + ".cut", length);
+        EXPECT_EQ(BitmapRows::Open(file + ".cut"), nullptr) << length;
+        PaintRootWindow(file + ".cut", WallpaperStyle::Stretched, oneMonitor_);
+    }
 }
 
 TEST_F(RootPixmapTest, ScreensOfSixteenBitsGetTheirOwnPixels) {

@@ -1,0 +1,72 @@
+#include "platform/linux/desktop/bitmap_rows.h"
+
+#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quorvane {
+
+namespace {
+
+constexpr std::size_t headerBytes = 54; // of the file and of the information about the picture
+constexpr int largestSide = 32767;
+
+std::int32_t Number(const std::array<std::uint8_t, headerBytes>& header, std::size_t at) {
+    return static_cast<std::int32_t>(header[at] | header[at + 1] << 8 | header[at + 2] << 16 |
+                                     static_cast<std::uint32_t>(header[at + 3]) << 24);
+}
+
+} // namespace
+
+std::unique_ptr<BitmapRows> BitmapRows::Open(const std::string& path) {
+    std::unique_ptr<BitmapRows> rows(new BitmapRows);
+    rows->file_ = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    std::array<std::uint8_t, headerBytes> header{};
+    if (rows->file_ < 0 || pread(rows->file_, header.data(), headerBytes, 0) != headerBytes) {
+        return nullptr;
+    }
+    const int bitsAndPlanes = Number(header, 26);
+    constexpr int onePlaneOf24Bits = 24 << 16 | 1;
+    const int width = Number(header, 18);
+    const int height = Number(header, 22);
+    const bool known = header[0] == 'B' && header[1] == 'M' && Number(header, 14) >= 40 &&
+                       bitsAndPlanes == onePlaneOf24Bits && Number(header, 30) == 0;
+    if (!known || width < 1 || width > largestSide || height == 0 || height > largestSide ||
+        height < -largestSide) {
+        return nullptr;
+    }
+    rows->bottomUp_ = height > 0;
+    rows->size_ = {width, height > 0 ? height : -height};
+    rows->start_ = static_cast<std::uint32_t>(Number(header, 10));
+    rows->rowBytes_ = (std::int64_t{width} * 3 + 3) / 4 * 4;
+    struct stat status {};
+    if (fstat(rows->file_, &status) != 0 ||
+        status.st_size < rows->start_ + rows->rowBytes_ * rows->size_.height) {
+        return nullptr;
+    }
+    return rows;
+}
+
+BitmapRows::~BitmapRows() {
+    if (file_ >= 0) {
+        close(file_);
+    }
+}
+
+bool BitmapRows::Read(int x, int y, int count, std::uint32_t* to) {
+    const std::int64_t row = bottomUp_ ? size_.height - 1 - y : y;
+    const std::size_t bytes = static_cast<std::size_t>(count) * 3;
+    buffer_.resize(bytes);
+    if (pread(file_, buffer_.data(), bytes, start_ + row * rowBytes_ + std::int64_t{x} * 3) !=
+        static_cast<ssize_t>(bytes)) {
+        return false;
+    }
+    const std::uint8_t* from = buffer_.data();
+    for (int i = 0; i < count; ++i, from += 3) {
+        to[i] = 0xFF000000U | static_cast<std::uint32_t>(from[2] << 16 | from[1] << 8 | from[0]);
+    }
+    return true;
+}
+
+} // namespace quorvane
