@@ -63,6 +63,7 @@ void Application::RunStages() {
         ShowBoxAndEnd(HelpText());
     }
     ReadLanguage();
+    // The locale file of that language is read here, before the first window.
 
     splash_.Show();
     splash_.BringToFront();
@@ -84,10 +85,13 @@ void Application::RunStages() {
     Bar(16);
     platform_.events.Pump();
     ReadSettings(record_, platform_.store, platform_.files, platform_.prompts, events);
+    // The person chooses a profile here.
     Bar(80);
     FindSystemDirectory();
     Bar(90);
 
+    // The notes come up here; then the settings dialogue, on a first run or where the command line asks for
+    // it.
     if (requests.settings) {
         record_.AutoExitAfterChange = false;
     }

@@ -2,6 +2,7 @@
 
 #include "core/run_time_error.h"
 #include "platform/linux/desktop/session.h"
+#include "tests/support/process.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -145,6 +146,27 @@ TEST_F(QtEventLoopTest, WithoutADisplayNothingWaits) {
 TEST(AutostartEntryTest, QuotesTheProgramAndPassesNoOption) {
     EXPECT_NE(AutostartEntry("/opt/my quorvane").find("\nExec=\"/opt/my quorvane\"\n"), std::string::npos);
     EXPECT_NE(AutostartEntry("/a$b\"c\\d%e").find(R"(Exec="/a\\$b\\"c\\\\d%%e")"), std::string::npos);
+}
+
+TEST(AutostartEntryTest, ComesAndGoesInThePersonsFolder) {
+    const test::TemporaryFolder folder;
+    int argumentCount = 0;
+    QCoreApplication application(argumentCount, nullptr);
+    QtEventLoop loop;
+    LinuxSession session(loop, 0, nullptr);
+    const auto config = folder.Path() / "config";
+    setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+    EXPECT_TRUE(session.SetAutostart(false, "")) << "nothing there to take away";
+    EXPECT_TRUE(session.SetAutostart(true, " /win9x"));
+    const std::string entry = test::ReadWhole(config / "autostart/quorvane.desktop");
+    EXPECT_NE(entry.find("Exec=\"" + std::filesystem::read_symlink("/proc/self/exe").string() + "\"\n"),
+              std::string::npos)
+        << entry;
+    EXPECT_TRUE(session.SetAutostart(false, ""));
+    EXPECT_FALSE(std::filesystem::exists(config / "autostart/quorvane.desktop"));
+    setenv("XDG_CONFIG_HOME", "/proc/nowhere", 1);
+    EXPECT_FALSE(session.SetAutostart(true, ""));
+    unsetenv("XDG_CONFIG_HOME");
 }
 
 TEST(CommandLineTest, IsTheTextBehindTheProgramsName) {
