@@ -12,6 +12,12 @@ bool Contains(const std::vector<std::string>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+bool IsOption(std::string_view word) {
+    if (word.size() < 3 || !word.starts_with("--")) return false;
+    const char first = word[2];
+    return (first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z');
+}
+
 template<typename Number>
 std::optional<Number> WholeText(std::string_view text) {
     Number value{};
@@ -122,7 +128,7 @@ Arguments::Arguments(const std::vector<std::string>& words, const std::vector<st
             onlyInputs = true;
             continue;
         }
-        if (onlyInputs || word.compare(0, 2, "--") != 0) {
+        if (onlyInputs || !IsOption(word)) {
             inputs_.push_back(word);
             continue;
         }
@@ -253,8 +259,8 @@ int RunCommand(const std::vector<Command>& commands, const std::vector<std::stri
     }
 }
 
-int ForEachInput(const std::string& input, Streams& streams,
-                 const std::function<int(const std::string&)>& one) {
+int ForEachInput(const Arguments& arguments, const std::string& input, std::string_view name,
+                 Streams& streams, const std::function<int(const std::string&)>& one) {
     if (input != "-") return one(input);
     for (std::string line; std::getline(streams.in, line);) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -262,6 +268,9 @@ int ForEachInput(const std::string& input, Streams& streams,
             one(line);
         } catch (const RefusedInput& error) {
             streams.err << "quorvanectl: " << error.what() << '\n';
+            if (arguments.Json()) {
+                streams.out << JsonObject().Add(name, line).Add("message", error.what()).Text();
+            }
             streams.out << '\n';
         }
         // Whoever waits for an answer before asking on gets it.

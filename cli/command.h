@@ -32,7 +32,8 @@ class RefusedInput : public std::runtime_error {
 };
 
 // What stands behind the command's name on the command line. "--name value" and "--name=value" are options,
-// a lone "-" and everything else are inputs; behind "--" all words are inputs.
+// a lone "-" and everything else are inputs, also "--(1)", as no option begins with anything but a letter;
+// behind "--" all words are inputs.
 class Arguments {
   public:
     // `valued` and `flags` name the options known here, without their hyphens; "json" is always known.
@@ -85,9 +86,10 @@ int RunCommand(const std::vector<Command>& commands, const std::vector<std::stri
 
 // Calls `one` for the input itself, or for each line of standard input where it is "-". Returns what `one`
 // answered for a single input, and Done after a batch. A line that is refused in a batch is told of on
-// standard error and gives an empty line, so that results and inputs stay side by side.
-int ForEachInput(const std::string& input, Streams& streams,
-                 const std::function<int(const std::string&)>& one);
+// standard error and gives a line all the same, so that results and inputs stay side by side: an empty one,
+// or with --json the input under the key `name` and what is wrong under "message".
+int ForEachInput(const Arguments& arguments, const std::string& input, std::string_view name,
+                 Streams& streams, const std::function<int(const std::string&)>& one);
 
 // One JSON object on one line, keys in the order they were added.
 class JsonObject {

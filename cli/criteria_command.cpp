@@ -84,17 +84,20 @@ int RunCriteria(const Arguments& arguments, Streams& streams) {
     const std::string& verb = inputs[0];
     const std::string& input = inputs[1];
     CriteriaRun run(arguments, input, streams);
+    const auto forEach = [&](const std::function<int(const std::string&)>& one) {
+        return ForEachInput(arguments, input, verb == "test" ? "compiled" : "text", streams, one);
+    };
     if (verb == "compile") {
-        return ForEachInput(input, streams, [&](const std::string& text) { return run.Compile(text); });
+        return forEach([&](const std::string& text) { return run.Compile(text); });
     }
     SeededRandom random;
     if (verb == "test") {
         const CriteriaMoment moment(MomentOf(arguments), random);
-        return ForEachInput(input, streams, [&](const std::string& text) { return run.Test(text, moment); });
+        return forEach([&](const std::string& text) { return run.Test(text, moment); });
     }
     if (verb == "try") {
         const CriteriaMoment moment(MomentOf(arguments), random);
-        return ForEachInput(input, streams, [&](const std::string& text) { return run.Try(text, moment); });
+        return forEach([&](const std::string& text) { return run.Try(text, moment); });
     }
     throw UsageError("compile, test or try is wanted, not \"" + verb + "\"");
 }

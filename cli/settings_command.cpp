@@ -78,7 +78,8 @@ int Get(const Arguments& arguments, Streams& streams) {
     ExpectInputs(arguments, 2);
     const auto files = CreateFiles();
     const auto store = OpenSettings(arguments, *files);
-    return ForEachInput(InputAt(arguments, 1, "KEY\\NAME"), streams, [&](const std::string& setting) {
+    const std::string& input = InputAt(arguments, 1, "KEY\\NAME");
+    return ForEachInput(arguments, input, "setting", streams, [&](const std::string& setting) {
         const SettingName place = ParseSettingName(setting);
         StoredValue value;
         if (store->Query({"", Hive::CurrentUser, place.key}, place.name, value) != store_error::None) {

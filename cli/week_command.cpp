@@ -35,9 +35,9 @@ int TellWeek(const std::string& input, bool json, std::ostream& out) {
 
 Command WeekCommand() {
     return {"week", "week [--json] YYYY-MM-DD|-", {}, {}, [](const Arguments& arguments, Streams& streams) {
-                return ForEachInput(arguments.OnlyInput("a date"), streams, [&](const std::string& date) {
-                    return TellWeek(date, arguments.Json(), streams.out);
-                });
+                return ForEachInput(
+                    arguments, arguments.OnlyInput("a date"), "date", streams,
+                    [&](const std::string& date) { return TellWeek(date, arguments.Json(), streams.out); });
             }};
 }
 

@@ -27,7 +27,7 @@ TEST(WeekCommand, BatchKeepsOneLineForEachInput) {
     EXPECT_EQ(ran.status, Done);
     EXPECT_EQ(ran.out, "{\"date\": \"2026-01-01\", \"week\": \"52\", \"day\": 1, \"first_monday\": 5, "
                        "\"last_week\": 52, \"leap\": false}\n"
-                       "\n"
+                       "{\"date\": \"2026-02-29\", \"message\": \"no date YYYY-MM-DD: \\\"2026-02-29\\\"\"}\n"
                        "{\"date\": \"1804-12-31\", \"week\": \"54\", \"day\": 366, \"first_monday\": 2, "
                        "\"last_week\": 54, \"leap\": true}\n");
     EXPECT_EQ(RunWords({"week", "29.2.2026"}).status, Refused);

@@ -20,7 +20,8 @@ Ran RunWords(const std::vector<std::string>& words, const std::string& input = "
          {"at", "times"},
          {"loud"},
          [](const Arguments& arguments, Streams& streams) {
-             return ForEachInput(arguments.OnlyInput("TEXT"), streams, [&](const std::string& text) {
+             const std::string& only = arguments.OnlyInput("TEXT");
+             return ForEachInput(arguments, only, "text", streams, [&](const std::string& text) {
                  if (text == "bad") throw RefusedInput("no bad text");
                  streams.out << text << (arguments.Has("loud") ? "!" : "");
                  if (const auto at = arguments.At()) streams.out << '@' << at->hour;
@@ -65,6 +66,7 @@ TEST(Command, OptionsStandAnywhereAndABatchKeepsItsOrder) {
     const Ran batch = RunWords({"echo", "-"}, "one\nbad\nthree\n");
     EXPECT_EQ(batch.status, Done);
     EXPECT_EQ(batch.out, "one\n\nthree\n");
+    EXPECT_EQ(RunWords({"echo", "--", "--(1)"}).out, RunWords({"echo", "--(1)"}).out);
 }
 
 TEST(Command, DatesAreThoseOfTheCalendar) {
