@@ -155,8 +155,9 @@ double ParseDecimal(std::string_view text, std::string_view separator) {
 }
 
 double LocaleTextToDouble(std::string_view text, std::string_view separator) {
-    const std::string number =
-        separator == "." || separator.empty() ? std::string(Trim(text)) : Replace(Trim(text), separator, ".");
+    const bool pointed = separator == "." || separator.empty();
+    if (!pointed && text.find('.') != std::string_view::npos) throw RunTimeError::TypeMismatch();
+    const std::string number = pointed ? std::string(Trim(text)) : Replace(Trim(text), separator, ".");
     const std::size_t length = NumberLength(number);
     if (length == 0 || length != number.size()) throw RunTimeError::TypeMismatch();
     return ConvertNumber(number);

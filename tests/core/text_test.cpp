@@ -66,6 +66,7 @@ TEST(Numbers, TextAndBackUnderBothDecimalSigns) {
     EXPECT_EQ(LocaleNumberText(8.25F, ","), "8,25");
     EXPECT_EQ(LocaleTextToDouble("8,25", ","), 8.25);
     EXPECT_THROW(LocaleTextToDouble("8,25", "."), RunTimeError);
+    EXPECT_THROW(LocaleTextToDouble("8.25", ","), RunTimeError);
     EXPECT_THROW(LocaleTextToDouble("1e999", "."), RunTimeError);
 }
 
