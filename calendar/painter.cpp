@@ -19,8 +19,12 @@ constexpr double HeightAllowance = 1.2; // for what the measuring cannot foresee
 enum class Column { Left, Centre, Right };
 enum class Row { Top, Middle, Bottom };
 
+// Points. Measures of larger letters leave the numbers of the drawing layers.
+constexpr float LargestFont = 2160;
+
 FontSpec ToFontSpec(const FontRecord& font) {
-    return {font.FontName, font.Size, font.Bold, font.Italic, font.Underline, font.Strikethru};
+    const float size = std::clamp(font.Size, 0.0F, LargestFont);
+    return {font.FontName, size, font.Bold, font.Italic, font.Underline, font.Strikethru};
 }
 
 struct BlockSize {

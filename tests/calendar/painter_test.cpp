@@ -324,6 +324,11 @@ TEST_F(PainterTest, NothingOfTheSettingsBreaksThePainting) {
         record.Calendar_Position = position;
         EXPECT_GE(Paint().width, 50000);
     }
+    record.CalendarFont.Size = 1e30F;
+    record.CaptionFont.Size = -5;
+    Paint();
+    EXPECT_EQ(Find("15").style.find("\"Days 2160\""), 0u);
+    EXPECT_EQ(Find(Caption).style.find("\"Caption 0 bold\""), 0u);
 }
 
 } // namespace
