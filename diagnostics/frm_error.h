@@ -22,8 +22,8 @@ class frmError : public Form {
     Label Label1{*this, "Label1", "Unexpected Error! Please, report to software developer"};
     Label Label2{*this, "Label2"};
     Label Label3{*this, "Label3"};
-    Button Command2{*this, "Command2", "&Dump kernel"};
-    Button Command1{*this, "Command1", "&Close application"};
+    Button Command2{*this, "Command2", "Dump kernel"};
+    Button Command1{*this, "Command1", "Close application"};
 
   private:
     void CloseApplication();
