@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QWidget>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace quorvane {
@@ -30,10 +31,43 @@ class Dialogues : public testing::Test {
         machine_.system.version.displayName = "Debian GNU/Linux 12";
     }
 
+    // A key must not stay down when a window closes on its press: each person comes to an end.
+    ~Dialogues() override {
+        for (const auto& person : persons_)
+            EXPECT_EQ(person->WaitForEnd(), 0);
+    }
+
+    // Calls `act` once the window of `form` is on the screen and the window manager has let it rest.
+    void OnceShown(const Form& form, std::function<void()> act) {
+        const auto rest = std::make_shared<std::pair<QPoint, int>>();
+        const auto timer = std::make_shared<TimerId>();
+        *timer = events_.StartTimer("shown", 20, [=, this, &form] {
+            const QWidget* window = form.View() ? WindowOf(form) : nullptr;
+            const QPoint at = window ? window->mapToGlobal(QPoint()) : QPoint();
+            const bool rests =
+                window && window->windowHandle() && window->windowHandle()->isExposed() && at == rest->first;
+            rest->second = rests ? rest->second + 1 : 0;
+            rest->first = at;
+            if (rest->second < 5) return;
+            events_.StopTimer(*timer);
+            act();
+        });
+    }
+    static QWidget* WindowOf(const Form& form) { return static_cast<QtFormView*>(form.View())->Window(); }
+
     // Starts xdotool on its own; it waits by itself for the windows that it looks for.
     void Person(std::vector<std::string> acts) {
         acts.insert(acts.begin(), "xdotool");
         persons_.push_back(std::make_unique<Process>(std::move(acts)));
+    }
+    // Keys to the window of that title. They go to whatever has the keyboard, so that a key that closes the
+    // window on its way down comes up again all the same.
+    void Keys(const std::string& title, const std::vector<std::string>& keys) {
+        std::string command = "xdotool search --sync --onlyvisible --name '^" + title +
+                              "$' windowactivate --sync && xdotool key";
+        for (const std::string& key : keys)
+            command += ' ' + key;
+        persons_.push_back(std::make_unique<Process>(std::vector<std::string>{"sh", "-c", command}));
     }
     void RunUntil(const std::function<bool()>& condition) {
         bool late = false;
@@ -69,15 +103,15 @@ class Dialogues : public testing::Test {
                        host_,           prompts_,         machine_.random, machine_.session, machine_.store,
                        machine_.system, machine_.tray};
     Forms forms_{platform_};
-    Process manager_{{"openbox"}};
     std::vector<std::unique_ptr<Process>> persons_;
 };
 
 TEST_F(Dialogues, AnInputBoxTakesKeysAndEnter) {
     InputBox box(forms_);
-    events_.Post([this] { Shoot("input_box"); });
-    Person({"search", "--sync", "--onlyvisible", "--name", "^Set timer$", "windowactivate", "--sync", "key",
-            "9", "0", "Return"});
+    OnceShown(box, [&] {
+        Shoot("input_box");
+        Keys("Set timer", {"9", "0", "Return"});
+    });
     EXPECT_EQ(box.Ask("Input timer value:", "Set timer", "00:10:00"), "90");
 }
 
@@ -85,9 +119,11 @@ TEST_F(Dialogues, ASplashGoesWithAClick) {
     frmSplash splash(forms_, platform_);
     splash.Show();
     splash.ProgressBar1.SetValue(40);
-    Shoot("splash");
-    const auto at = MiddleOf(splash, splash.ProgressBar1);
-    Person({"mousemove", at[0], std::to_string(std::stoi(at[1]) - 30), "click", "1"});
+    OnceShown(splash, [&] {
+        Shoot("splash");
+        const auto at = MiddleOf(splash, splash.ProgressBar1);
+        Person({"mousemove", at[0], std::to_string(std::stoi(at[1]) - 30), "click", "1"});
+    });
     RunUntil([&] { return !splash.IsLoaded(); });
 }
 
@@ -95,7 +131,7 @@ TEST_F(Dialogues, ASliderDraggedByTheMouseTurnsTheWindowTranslucent) {
     InputBox window(forms_);
     std::int32_t Transparency_Value = 128;
     frmTransparency dialogue(forms_);
-    events_.Post([&] {
+    OnceShown(dialogue, [&] {
         Shoot("transparency");
         const auto from = MiddleOf(dialogue, dialogue.Slider1);
         const auto end = MiddleOf(dialogue, dialogue.Command1);
@@ -112,17 +148,16 @@ TEST_F(Dialogues, ASliderDraggedByTheMouseTurnsTheWindowTranslucent) {
 TEST_F(Dialogues, AMessageAndAnErrorAreClosedByKeys) {
     MessBox message(forms_);
     message.Tell("Time interval - Ok.", "Timer");
-    RunUntil([&] { return QApplication::activeWindow() != nullptr; });
-    Shoot("mess_box");
-    Person({"search", "--sync", "--onlyvisible", "--name", "^Timer$", "windowactivate", "--sync", "key",
-            "Return"});
+    OnceShown(message, [&] {
+        Shoot("mess_box");
+        Keys("Timer", {"Return"});
+    });
     RunUntil([&] { return !message.IsVisible(); });
 
     frmError error(forms_, platform_);
-    events_.Post([&] {
+    OnceShown(error, [&] {
         Shoot("error");
-        Person({"search", "--sync", "--onlyvisible", "--name", "^Kerner error!$", "windowactivate", "--sync",
-                "key", "alt+F4"});
+        Keys("Kerner error!", {"alt+F4"});
     });
     error.Ask(13, "Type mismatch: a longer description of what went wrong, which does not fit on one line of "
                   "the dialogue.");
@@ -131,8 +166,7 @@ TEST_F(Dialogues, AMessageAndAnErrorAreClosedByKeys) {
 
 TEST_F(Dialogues, AQuestionIsAnsweredByItsMnemonic) {
     events_.Post([this] { Shoot("question"); });
-    Person({"search", "--sync", "--onlyvisible", "--name", "^Confirm remove note$", "windowactivate",
-            "--sync", "key", "alt+n"});
+    Keys("Confirm remove note", {"alt+n"});
     EXPECT_EQ(prompts_.Message("Remove selected note?\r\nAre You sure?", "Confirm remove note",
                                message_style::Question),
               Answer::No);

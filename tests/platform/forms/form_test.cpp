@@ -1,0 +1,213 @@
+#include "platform/forms/form.h"
+
+#include "platform/forms/binding.h"
+#include "platform/memory/memory_platform.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+class FormTest : public testing::Test {
+  protected:
+    MemoryPlatform machine_;
+    Forms forms_{machine_.Services()};
+};
+
+class Noted : public Form {
+  public:
+    Noted(Forms& forms, std::string name, std::string& log)
+        : Form(forms, std::move(name))
+        , log_(log) {}
+    ~Noted() override { log_ += "~" + Name() + " "; }
+    std::function<void()> inUnload;
+
+  protected:
+    void OnLoad() override { log_ += "+" + Name() + " "; }
+    void OnUnload() override {
+        log_ += "-" + Name() + " ";
+        if (inUnload) inUnload();
+    }
+
+  private:
+    std::string& log_;
+};
+
+TEST_F(FormTest, TimersRunWhileAHiddenFormIsLoadedAndAskNothingOfTheHost) {
+    Form form(forms_, "frmEngine");
+    int ticks = 0;
+    Timer Timer1(form, "Timer1", 1000);
+    Timer off(form, "off", 1000, false);
+    Timer1.onTimer = [&] { ++ticks; };
+    machine_.events.Advance(5000);
+    EXPECT_EQ(ticks, 0) << "not loaded";
+    form.Load();
+    EXPECT_EQ(machine_.events.TimerNames(), (std::vector<std::string>{"Timer1"}));
+    machine_.events.Advance(3000);
+    EXPECT_EQ(ticks, 3);
+    Timer1.SetInterval(500);
+    machine_.events.Advance(1000);
+    EXPECT_EQ(ticks, 5);
+    Timer1.SetInterval(0);
+    off.SetEnabled(true);
+    EXPECT_EQ(machine_.events.TimerNames(), (std::vector<std::string>{"off"}));
+    form.Unload();
+    EXPECT_TRUE(machine_.events.TimerNames().empty());
+    EXPECT_TRUE(machine_.calls.lines.empty());
+}
+
+TEST_F(FormTest, AllAreUnloadedFromTheLastToTheFirst) {
+    std::string log;
+    Noted first(forms_, "frmFirst", log);
+    Noted& second = forms_.Own(std::make_unique<Noted>(forms_, "frmNote", log));
+    Noted third(forms_, "frmError", log);
+    Noted late(forms_, "frmLate", log);
+    first.Load();
+    second.Load();
+    third.Load();
+    second.inUnload = [&] { late.Load(); };
+    EXPECT_EQ(forms_.Find("frmNote"), &second);
+    log.clear();
+    forms_.UnloadAll("frmError");
+    EXPECT_EQ(log, "-frmNote +frmLate -frmLate -frmFirst ") << "one that comes meanwhile goes as well";
+    EXPECT_EQ(forms_.Loaded(), (std::vector<Form*>{&third}));
+    machine_.events.Pump();
+    EXPECT_TRUE(log.ends_with("~frmNote ")) << "an owned form goes once its handlers are over";
+}
+
+TEST_F(FormTest, AFailingUnloadStillTakesTheWindowAway) {
+    std::string log;
+    Noted form(forms_, "frmNote", log);
+    form.Show();
+    form.inUnload = [] { throw RunTimeError::TypeMismatch(); };
+    EXPECT_THROW(form.Unload(), RunTimeError);
+    EXPECT_TRUE(forms_.Loaded().empty());
+    EXPECT_TRUE(machine_.calls.Has("frmNote.Destroy"));
+}
+
+TEST_F(FormTest, HandlersFailIntoTheLoopAndNotIntoTheHost) {
+    Form form(forms_, "frmAny");
+    Button Command1(form, "Command1", "Fail");
+    Command1.onClick = [] { throw RunTimeError::DivisionByZero(); };
+    form.SetLayout(Column({Command1}));
+    std::string failure;
+    machine_.events.OnFailure([&](int number, const char* text) { failure = std::to_string(number) + text; });
+    form.Show();
+    MemoryFormView::Do(form, &Command1, act::Click{});
+    EXPECT_EQ(failure, "11Division by zero");
+}
+
+TEST_F(FormTest, DisabledAndHiddenControlsCannotBeReached) {
+    Form form(forms_, "frmAny");
+    Frame Frame1(form, "Frame1", "Around");
+    CheckBox Check1(Frame1, "Check1", "Box");
+    form.Show();
+    Frame1.SetEnabled(false);
+    MemoryFormView::Do(form, &Check1, act::Check{true});
+    EXPECT_FALSE(Check1.Value());
+    Frame1.SetEnabled(true);
+    MemoryFormView::Do(form, &Check1, act::Check{true});
+    EXPECT_TRUE(Check1.Value());
+}
+
+TEST_F(FormTest, LayoutGivesEveryTextItsRoomAndTheRestToWhatStretches) {
+    Form form(forms_, "frmAny");
+    Label Label1(form, "Label1", "Ten letter");
+    TextBox Text1(form, "Text1");
+    Button Command1(form, "Command1", "Ok");
+    Button Command2(form, "Command2", "A much longer caption");
+    CheckBox hidden(form, "hidden", "Takes no room");
+    hidden.SetVisible(false);
+    form.SetMargin(100);
+    form.SetLayout(Column(
+        {Row({Label1, Place(Text1).Stretched()}), hidden, Row({Stretch(), Command1, Command2}).Equal()}));
+    form.Show();
+    EXPECT_EQ(Label1.Bounds().width, 900) << "ten letters of six pixels";
+    EXPECT_EQ(Command2.Bounds().width, 21 * 90 + 300);
+    EXPECT_EQ(Command1.Bounds().width, Command2.Bounds().width);
+    EXPECT_EQ(form.ClientSize().width, 2 * Command2.Bounds().width + 90 + 200);
+    EXPECT_EQ(Text1.Bounds().x + Text1.Bounds().width, form.ClientSize().width - 100);
+    EXPECT_EQ(Command2.Bounds().y + Command2.Bounds().height, form.ClientSize().height - 100);
+
+    const int before = form.ClientSize().width;
+    Command1.SetCaption("A caption of another language, longer than all");
+    machine_.events.Pump();
+    EXPECT_GT(form.ClientSize().width, before) << "a translated caption is not cut";
+    hidden.SetVisible(true);
+    machine_.events.Pump();
+    EXPECT_GT(hidden.Bounds().height, 0);
+    EXPECT_GT(Command1.Bounds().y, hidden.Bounds().y);
+}
+
+TEST_F(FormTest, FieldsAreFilledAndAppliedByTheirBindings) {
+    struct Record {
+        bool PaintCalendar = true;
+        std::string Wallpaper = "/w.bmp";
+        std::int32_t Interval = 300;
+        std::int32_t Style = 2;
+        std::int32_t Position = 3;
+        double Latitude = 54.2;
+    } record;
+    Form form(forms_, "frmSettings");
+    CheckBox Check1(form, "Check1");
+    TextBox Text1(form, "Text", 1), Text2(form, "Text", 2), Text3(form, "Text", 3);
+    ComboBox Combo1(form, "Combo1");
+    Combo1.SetItems({"a", "b"});
+    OptionButton Option1(form, "Option1"), Option2(form, "Option2"), Option3(form, "Option3");
+    Bindings bindings;
+    bindings.Bind(record.PaintCalendar, Check1);
+    bindings.Bind(record.Wallpaper, Text1);
+    bindings.Bind(record.Interval, Text2);
+    bindings.Bind(record.Latitude, Text3);
+    bindings.Bind(record.Style, Combo1);
+    bindings.Bind(record.Position, {&Option1, &Option2, &Option3}, 1);
+    bindings.Fill();
+    EXPECT_TRUE(Check1.Value());
+    EXPECT_EQ(Text2.Text(), "300");
+    EXPECT_EQ(Text3.Text(), "54.2");
+    EXPECT_EQ(Combo1.ListIndex(), -1) << "a position that the list does not have";
+    EXPECT_TRUE(Option3.Value());
+
+    Text1.SetText("/other.bmp");
+    Text2.SetText("99999999999");
+    Text3.SetText("");
+    Option1.SetValue(true);
+    EXPECT_EQ(record.Wallpaper, "/w.bmp") << "not before it is applied";
+    bindings.Apply();
+    EXPECT_EQ(record.Wallpaper, "/other.bmp");
+    EXPECT_EQ(record.Interval, 300) << "too large for the field";
+    EXPECT_EQ(record.Latitude, 0);
+    EXPECT_EQ(record.Style, 2) << "nothing was chosen";
+    EXPECT_EQ(record.Position, 1);
+    EXPECT_TRUE(bindings.Binds(&record.Style));
+}
+
+template<typename Field, typename Kind>
+concept Bindable = requires(Bindings bindings, Field& field, Kind& control) {
+    bindings.Bind(field, control);
+};
+static_assert(Bindable<bool, CheckBox>);
+static_assert(!Bindable<bool, TextBox>);
+static_assert(!Bindable<std::string, CheckBox>);
+static_assert(!Bindable<double, Slider>);
+static_assert(!Bindable<std::int64_t, TextBox>);
+
+TEST_F(FormTest, TextsOfArbitraryBytesPassTheFilter) {
+    Form form(forms_, "frmAny");
+    TextBox Text1(form, "Text1");
+    Text1.keyFilter = [](char32_t letter) -> char32_t { return letter == U'x' ? 0 : letter; };
+    Text1.maxLength = 6;
+    form.Show();
+    for (const std::string text :
+         {"\xFF\xFE", "a\xC3", "\xC3\xA9x\xC3", "\xE2\x82\xACx\xF0\x9F", "", "\x80\x80\x80"}) {
+        MemoryFormView::Do(form, &Text1, act::Type{text, static_cast<int>(text.size())});
+        EXPECT_EQ(Text1.Text().find('x'), std::string::npos);
+        EXPECT_LE(Text1.SelectionStart(), static_cast<int>(Text1.Text().size()));
+    }
+    Text1.SetText("abc");
+    MemoryFormView::Do(form, &Text1, act::Type{"axbyc", 4});
+    EXPECT_EQ(Text1.Text(), "abyc");
+}
+
+} // namespace
+} // namespace quorvane
