@@ -127,9 +127,8 @@ LRESULT WindowsEventLoop::Handle(UINT message, WPARAM wide, LPARAM low) {
         return 0;
     }
     std::optional<LRESULT> answer;
-    for (std::size_t i = 0; i < handlers_.size() && !answer; ++i) {
-        Deliver([&] { answer = handlers_[i](message, wide, low); });
-    }
+    for (std::size_t i = 0; i < handlers_.size() && !answer; ++i)
+        answer = handlers_[i](message, wide, low);
     return answer ? *answer : DefWindowProcW(window_, message, wide, low);
 }
 
@@ -151,9 +150,7 @@ void WindowsEventLoop::Dispatch(MSG& message) {
     // A quit is only the means to leave the system's own loops; what ends this one is `end_`.
     if (message.message == WM_QUIT) return;
     for (std::size_t i = filters_.size(); i-- > 0;) {
-        bool taken = false;
-        Deliver([&] { taken = filters_[i].second(message); });
-        if (taken || end_) return;
+        if (filters_[i].second(message) || end_) return;
         i = std::min(i, filters_.size());
     }
     TranslateMessage(&message);

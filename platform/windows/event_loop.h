@@ -33,12 +33,13 @@ class WindowsEventLoop final : public EventLoop {
     void LeaveIfEnding() const;
 
     // Is shown each message before it goes to its window, the last one set first; true where it took the
-    // message. Returns a number to remove it by.
+    // message. What it tells the logic it tells by Deliver. Returns a number to remove it by.
     int AddFilter(std::function<bool(MSG&)> filter);
     void RemoveFilter(int number);
 
     // A hidden window of the top level, which gets what the system tells to everybody. Answers of a handler
-    // are the window's answers to the message; empty for messages it does not know.
+    // are the window's answers to the message; empty for messages it does not know. What it tells the logic
+    // it tells by Deliver.
     using Handler = std::function<std::optional<LRESULT>(UINT message, WPARAM wide, LPARAM low)>;
     HWND Window() const { return window_; }
     void AddHandler(Handler handler);

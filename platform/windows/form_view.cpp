@@ -34,6 +34,15 @@ wchar_t MnemonicOf(const std::string& caption) {
     return 0;
 }
 
+// Paints a child's ground with what its form has for a ground.
+void Erase(HWND child, HDC dc) {
+    RECT area{};
+    GetClientRect(child, &area);
+    const LRESULT brush = SendMessageW(GetParent(child), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                                       reinterpret_cast<LPARAM>(child));
+    FillRect(dc, &area, reinterpret_cast<HBRUSH>(brush));
+}
+
 } // namespace
 
 void WindowsFormView::RegisterClasses() {
@@ -50,6 +59,7 @@ void WindowsFormView::RegisterClasses() {
     };
     add(formClass, FormProcedure);
     add(pictureClass, PictureProcedure);
+    add(paneClass, PaneProcedure);
 }
 
 WindowsFormView::WindowsFormView(WindowsFormHost& host, Form& form)
@@ -124,9 +134,6 @@ void WindowsFormView::MakeWidgets() {
         widgets_[entry.widget->Window()] = entry.widget.get();
         SetWindowSubclass(entry.widget->Window(), WidgetProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
         ShowLook(*control);
-        entry.widget->ShowCaption();
-        entry.widget->ShowItems();
-        entry.widget->ShowValue();
     }
     // What holds controls lies below them, the outermost lowest.
     for (auto control = order_.rbegin(); control != order_.rend(); ++control) {
@@ -137,8 +144,13 @@ void WindowsFormView::MakeWidgets() {
     for (Control* control : order_) {
         if (&control->Parent() == static_cast<Container*>(&form_)) PlaceControl(*control);
     }
-    for (Control* control : order_)
+    for (Control* control : order_) { // in their places: a text scrolls by the room that it has
+        Widget& widget = *entries_[control].widget;
+        widget.ShowCaption();
+        widget.ShowItems();
+        widget.ShowValue();
         ShowState(*control);
+    }
 }
 
 WindowsFormView::Entry* WindowsFormView::Find(const Control& control) {
@@ -454,24 +466,30 @@ void WindowsFormView::HandlePlace(UINT message, WPARAM wide) {
 // The brush that a widget's ground is painted with; 0 for the system's own.
 LRESULT WindowsFormView::Colour(HDC dc, HWND child) {
     Widget* widget = WidgetOf(child);
-    if (!widget) return 0;
+    if (!widget) return reinterpret_cast<LRESULT>(GroundOf(nullptr));
     const Control& control = widget->Model();
-    const Entry& entry = entries_[&control];
     const bool onForm = control.Kind() != ControlKind::TextBox &&
                         control.Kind() != ControlKind::RichTextBox && control.Kind() != ControlKind::ComboBox;
     if (!onForm && !control.BackColor() && !control.ForeColor()) return 0;
     SetTextColor(dc, control.ForeColor() ? static_cast<COLORREF>(*control.ForeColor())
                                          : GetSysColor(COLOR_WINDOWTEXT));
-    if (entry.brush) {
+    if (control.BackColor()) {
         SetBkColor(dc, static_cast<COLORREF>(*control.BackColor()));
-        return reinterpret_cast<LRESULT>(entry.brush);
-    }
-    if (!onForm) {
+    } else if (!onForm) {
         SetBkColor(dc, GetSysColor(COLOR_WINDOW));
         return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+    } else {
+        SetBkMode(dc, TRANSPARENT);
     }
-    SetBkMode(dc, TRANSPARENT);
-    return reinterpret_cast<LRESULT>(background_ ? background_ : GetSysColorBrush(COLOR_BTNFACE));
+    return reinterpret_cast<LRESULT>(GroundOf(&control));
+}
+
+// The brush of the control or of the nearest container with a colour of its own, else the form's.
+HBRUSH WindowsFormView::GroundOf(const Control* control) {
+    for (; control; control = control->Parent().AsControl()) {
+        if (const Entry* entry = Find(*control); entry && entry->brush) return entry->brush;
+    }
+    return background_ ? background_ : GetSysColorBrush(COLOR_BTNFACE);
 }
 
 // --- the widgets' messages
@@ -489,6 +507,11 @@ LRESULT CALLBACK WindowsFormView::WidgetProcedure(HWND window, UINT message, WPA
 std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT message, WPARAM wide, LPARAM low) {
     Control& control = widget.Model();
     switch (message) {
+    case WM_ERASEBKGND:
+        // A frame paints no ground, and the form none below its widgets.
+        if (control.Kind() != ControlKind::Frame) return std::nullopt;
+        Erase(widget.Window(), reinterpret_cast<HDC>(wide));
+        return 1;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: {
         const std::shared_ptr<bool> alive = alive_;
@@ -578,6 +601,22 @@ Frame* WindowsFormView::FrameAt(const POINT& at) {
         }
     }
     return innermost;
+}
+
+// The outline of a tab strip's pane, with the form's ground inside.
+LRESULT CALLBACK WindowsFormView::PaneProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
+    if (message == WM_ERASEBKGND) {
+        Erase(window, reinterpret_cast<HDC>(wide));
+        return 1;
+    }
+    if (message != WM_PAINT) return DefWindowProcW(window, message, wide, low);
+    PAINTSTRUCT paint{};
+    const HDC dc = BeginPaint(window, &paint);
+    RECT area{};
+    GetClientRect(window, &area);
+    FrameRect(dc, &area, GetSysColorBrush(COLOR_BTNSHADOW));
+    EndPaint(window, &paint);
+    return 0;
 }
 
 LRESULT CALLBACK WindowsFormView::PictureProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {

@@ -16,6 +16,7 @@ class WindowsFormHost;
 class WindowsFormView final : public FormView, public WidgetSite {
   public:
     static constexpr wchar_t pictureClass[] = L"QuorvanePicture";
+    static constexpr wchar_t paneClass[] = L"QuorvanePane";
     static void RegisterClasses();
 
     WindowsFormView(WindowsFormHost& host, Form& form);
@@ -59,6 +60,7 @@ class WindowsFormView final : public FormView, public WidgetSite {
     static LRESULT CALLBACK FormProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     static LRESULT CALLBACK WidgetProcedure(HWND window, UINT message, WPARAM wide, LPARAM low, UINT_PTR id,
                                             DWORD_PTR view);
+    static LRESULT CALLBACK PaneProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     static LRESULT CALLBACK PictureProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
 
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
@@ -66,6 +68,7 @@ class WindowsFormView final : public FormView, public WidgetSite {
     bool HandleMouse(Control& control, const POINT& at, UINT message, WPARAM keys);
     void HandlePlace(UINT message, WPARAM wide);
     LRESULT Colour(HDC dc, HWND child);
+    HBRUSH GroundOf(const Control* control);
     void ChooseFromMenu(UINT command);
 
     void MakeWidgets();

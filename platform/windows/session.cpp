@@ -78,7 +78,7 @@ void WindowsSession::OnEndRequest(std::function<void()> handler) {
 }
 
 void WindowsSession::RequestEnd() {
-    if (const auto handler = std::exchange(onEndRequest_, nullptr)) handler();
+    if (const auto handler = std::exchange(onEndRequest_, nullptr)) events_.Deliver(handler);
 }
 
 } // namespace quorvane

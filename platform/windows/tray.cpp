@@ -35,7 +35,7 @@ WindowsTray::WindowsTray(WindowsEventLoop& events)
         if (message != callbackMessage || wide != iconId) return std::nullopt;
         const int event = static_cast<int>(LOWORD(low));
         const bool told = event == tray_message::LeftDoubleClick || event == tray_message::RightButtonUp;
-        if (told && onMessage_) onMessage_(event);
+        if (told && onMessage_) events_.Deliver([this, event] { onMessage_(event); });
         return 0;
     });
 }

@@ -304,14 +304,14 @@ class ListWidget final : public Widget {
     ListView& list_;
 };
 
-// The native strip takes the row of tabs alone; the pane below is an etched frame, which the form's colour
-// shows through, so that controls on it need no colour of their own.
+// The native strip takes the row of tabs alone; the pane below is an outline with the form's own
+// ground, so that controls on it need no colour of their own.
 class TabWidget final : public Widget {
   public:
     TabWidget(WidgetSite& site, TabStrip& model)
         : Widget(site, model, WC_TABCONTROLW, WS_TABSTOP | TCS_FOCUSONBUTTONDOWN)
         , tabs_(model)
-        , pane_(CreateWindowExW(0, WC_STATICW, L"", WS_CHILD | WS_CLIPSIBLINGS | SS_ETCHEDFRAME, 0, 0, 0, 0,
+        , pane_(CreateWindowExW(0, WindowsFormView::paneClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
                                 site.Window(), nullptr, GetModuleHandleW(nullptr), nullptr)) {}
 
     void ShowCaption() override { ShowItems(); }
