@@ -81,8 +81,11 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
     }
     QCoreApplication::instance()->installEventFilter(quitFilter_.get());
     // Started at log-on by its autostart entry or not at all.
-    QObject::connect(qApp, &QGuiApplication::saveStateRequest,
-                     [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });
+    if (auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+        QObject::connect(application, &QGuiApplication::saveStateRequest, [](QSessionManager& manager) {
+            manager.setRestartHint(QSessionManager::RestartNever);
+        });
+    }
     theSession = this;
 }
 

@@ -25,7 +25,15 @@ class SessionManager {
             IceSetHostBasedAuthProc(listeners_[i], AllowHost);
         }
     }
-    ~SessionManager() { IceFreeListenObjs(listenerCount_, listeners_); }
+    ~SessionManager() {
+        if (client_) {
+            const IceConn connection = SmsGetIceConnection(client_);
+            SmsCleanUp(client_);
+            IceSetShutdownNegotiation(connection, False);
+            IceCloseConnection(connection);
+        }
+        IceFreeListenObjs(listenerCount_, listeners_);
+    }
     SessionManager(const SessionManager&) = delete;
     SessionManager& operator=(const SessionManager&) = delete;
 
@@ -91,7 +99,9 @@ class SessionManager {
                                           if (previous) {
                                               return 0; // a session of which nothing is known
                                           }
-                                          SmsRegisterClientReply(client, SmsGenerateClientID(client));
+                                          char* id = SmsGenerateClientID(client);
+                                          SmsRegisterClientReply(client, id);
+                                          std::free(id);
                                           SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone,
                                                           False);
                                           static_cast<SessionManager*>(manager)->registered_ = true;
@@ -113,9 +123,22 @@ class SessionManager {
                                              SmsSaveComplete(client);
                                          },
                                          self};
-        callbacks->close_connection = {[](SmsConn, SmPointer, int, char**) {}, self};
-        callbacks->set_properties = {[](SmsConn, SmPointer, int, SmProp**) {}, self};
-        callbacks->delete_properties = {[](SmsConn, SmPointer, int, char**) {}, self};
+        callbacks->close_connection = {
+            [](SmsConn, SmPointer, int count, char** reasons) { SmFreeReasons(count, reasons); }, self};
+        callbacks->set_properties = {[](SmsConn, SmPointer, int count, SmProp** properties) {
+                                         for (int i = 0; i < count; ++i) {
+                                             SmFreeProperty(properties[i]);
+                                         }
+                                         std::free(properties);
+                                     },
+                                     self};
+        callbacks->delete_properties = {[](SmsConn, SmPointer, int count, char** names) {
+                                            for (int i = 0; i < count; ++i) {
+                                                std::free(names[i]);
+                                            }
+                                            std::free(names);
+                                        },
+                                        self};
         callbacks->get_properties = {
             [](SmsConn client, SmPointer) { SmsReturnProperties(client, 0, nullptr); }, self};
         return 1;
