@@ -141,15 +141,16 @@ double LeadingNumber(std::string_view text) {
 double ParseDecimal(std::string_view text, std::string_view separator) {
     std::string number;
     bool separated = false;
-    for (const char c : text) {
-        if (IsDigit(c)) {
-            number.push_back(c);
-        } else if ((c == '.' || c == ',' || separator == std::string_view(&c, 1)) && !separated) {
-            separated = true;
-            number.append(separator);
-        } else {
-            break;
+    for (std::size_t at = 0; at < text.size();) {
+        if (IsDigit(text[at])) {
+            number.push_back(text[at++]);
+            continue;
         }
+        const bool own = !separator.empty() && text.substr(at).starts_with(separator);
+        if (separated || !(own || text[at] == '.' || text[at] == ',')) break;
+        separated = true;
+        number.append(separator);
+        at += own ? separator.size() : 1; // the sign may be of several bytes, as the Arabic one is
     }
     return number.empty() ? 0.0 : LocaleTextToDouble(number, separator);
 }

@@ -39,6 +39,7 @@ TEST(Numbers, ParseDecimalTakesAnySeparatorOnce) {
     EXPECT_EQ(ParseDecimal("-5", "."), 0);
     EXPECT_EQ(ParseDecimal("", "."), 0);
     EXPECT_EQ(ParseDecimal("12x", "."), 12);
+    EXPECT_EQ(ParseDecimal(LocaleNumberText(0.75, "\u066B"), "\u066B"), 0.75);
     EXPECT_THROW(ParseDecimal(".", "."), RunTimeError);
 }
 
