@@ -206,19 +206,6 @@ HFONT CreateFontFor(const FontSpec& font, int dotsPerInch) {
     return CreateFontIndirectW(&description);
 }
 
-HBITMAP CopyToBitmap(Surface& surface) {
-    const PixelView pixels = surface.Pixels();
-    const HDC screen = GetDC(nullptr);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, pixels.size.width, pixels.size.height);
-    const HDC dc = CreateCompatibleDC(screen);
-    const HGDIOBJ before = SelectObject(dc, bitmap);
-    PaintSurface(surface, dc, 0, 0);
-    SelectObject(dc, before);
-    DeleteDC(dc);
-    ReleaseDC(nullptr, screen);
-    return bitmap;
-}
-
 void PaintSurface(Surface& surface, HDC target, int x, int y) {
     const PixelView pixels = surface.Pixels();
     const bool bottomUp = pixels.stride < 0;

@@ -32,9 +32,6 @@ class WindowsDrawing final : public Drawing {
 // The font of a description in pixels of a screen of `dotsPerInch`. The caller deletes it.
 HFONT CreateFontFor(const FontSpec& font, int dotsPerInch);
 
-// A memory bitmap of the surface's pixels, for menus. The caller deletes it.
-HBITMAP CopyToBitmap(Surface& surface);
-
 // Puts the surface's pixels on a device context at (x, y).
 void PaintSurface(Surface& surface, HDC target, int x, int y);
 

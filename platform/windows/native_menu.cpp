@@ -1,9 +1,40 @@
 #include "platform/windows/native_menu.h"
 
-#include "platform/windows/drawing.h"
 #include "platform/windows/wide.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace quorvane {
+namespace {
+
+// The surface as a bitmap with a share of opacity in each pixel: the colour of the upper left one shines
+// through.
+HBITMAP ToBitmap(Surface& surface) {
+    const PixelView pixels = surface.Pixels();
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = pixels.size.width;
+    info.bmiHeader.biHeight = -pixels.size.height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    void* bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    auto* out = static_cast<std::uint8_t*>(bits);
+    if (!bitmap) return nullptr;
+    for (int y = 0; y < pixels.size.height; ++y) {
+        for (int x = 0; x < pixels.size.width; ++x, out += 4) {
+            const std::uint8_t* pixel = pixels.Row(y) + std::ptrdiff_t{3} * x;
+            if (std::memcmp(pixel, pixels.top, 3) == 0) continue; // the section begins empty
+            std::memcpy(out, pixel, 3);
+            out[3] = 255;
+        }
+    }
+    return bitmap;
+}
+
+} // namespace
 
 NativeMenu::NativeMenu(Menu& menu, Kind kind)
     : handle_(kind == Kind::Bar ? CreateMenu() : CreatePopupMenu()) {
@@ -41,7 +72,7 @@ void NativeMenu::Fill(HMENU handle, std::deque<MenuItem>& items) {
             Fill(info.hSubMenu, item.items);
         }
         if (item.bitmap) {
-            bitmaps_.push_back(CopyToBitmap(*item.bitmap));
+            bitmaps_.push_back(ToBitmap(*item.bitmap));
             info.fMask |= MIIM_BITMAP;
             info.hbmpItem = bitmaps_.back();
         }

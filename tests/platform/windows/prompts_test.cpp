@@ -1,0 +1,131 @@
+#include "platform/forms/menu.h"
+#include "platform/windows/drawing.h"
+#include "platform/windows/event_loop.h"
+#include "platform/windows/form_host.h"
+#include "platform/windows/prompts.h"
+#include "platform/windows/tray.h"
+#include "platform/windows/wide.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+class PromptsTest : public testing::Test {
+  protected:
+    // Waits for a window of the title and does something to it, once.
+    void When(const wchar_t* title, std::function<void(HWND)> act) {
+        timer_ = events_.StartTimer("person", 30, [this, title, act = std::move(act)] {
+            const HWND window = FindWindowW(nullptr, title);
+            if (!window || !IsWindowVisible(window)) return;
+            events_.StopTimer(timer_);
+            wchar_t text[400]{};
+            for (HWND child = nullptr; (child = FindWindowExW(window, child, L"Static", nullptr));) {
+                GetWindowTextW(child, text, 400);
+                words_ += Utf8(text);
+            }
+            act(window);
+        });
+    }
+    static std::function<void(HWND)> Press(WORD button) {
+        return [button](HWND window) { PostMessageW(window, WM_COMMAND, button, 0); };
+    }
+
+    WindowsEventLoop events_;
+    WindowsDrawing drawing_;
+    WindowsFormHost host_{events_};
+    WindowsPrompts prompts_{host_, events_, drawing_};
+    std::string words_;
+    TimerId timer_ = 0;
+};
+
+TEST_F(PromptsTest, MessagesComeWithTheirWordsAndAnswers) {
+    When(L"Error!", Press(IDYES));
+    EXPECT_EQ(prompts_.Message("Terminate application? Да", "Error!", message_style::StopQuestion),
+              Answer::Yes);
+    EXPECT_NE(words_.find("Terminate application? Да"), std::string::npos);
+    When(L"Error!", Press(IDNO));
+    EXPECT_EQ(prompts_.Message("Terminate?", "Error!", message_style::Question), Answer::No);
+    When(L"Quorvane II", Press(IDOK));
+    EXPECT_EQ(prompts_.Message("Done", "Quorvane II", message_style::Information), Answer::Ok);
+}
+
+TEST_F(PromptsTest, ALineIsTypedOrCancelled) {
+    When(L"Name of the profile", [](HWND window) {
+        const HWND edit = FindWindowExW(window, nullptr, L"Edit", nullptr);
+        SendMessageW(edit, EM_SETSEL, 0, -1);
+        for (const wchar_t letter : std::wstring(L"Дом"))
+            SendMessageW(edit, WM_CHAR, letter, 0);
+        PostMessageW(edit, WM_KEYDOWN, VK_RETURN, 1);
+    });
+    EXPECT_EQ(prompts_.Line("Name:", "Name of the profile", "Work"), "Дом");
+    EXPECT_EQ(words_, "Name:");
+    When(L"Name of the profile", [](HWND window) {
+        PostMessageW(FindWindowExW(window, nullptr, L"Edit", nullptr), WM_KEYDOWN, VK_ESCAPE, 1);
+    });
+    EXPECT_EQ(prompts_.Line("Name:", "Name of the profile", "Work"), std::nullopt);
+}
+
+TEST_F(PromptsTest, CommonBoxesCanBeCancelled) {
+    FileQuestion question{
+        "Select wallpaper", "Picture files (*.bmp)|*.bmp|All files (*.*)|*.*", "C:\\", "", 1, false};
+    When(L"Select wallpaper", Press(IDCANCEL));
+    EXPECT_EQ(prompts_.File(question), std::nullopt);
+    question.title = "Save capture";
+    question.forSave = true;
+    question.name = "capture.bmp";
+    When(L"Save capture", Press(IDOK));
+    const auto chosen = prompts_.File(question);
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(*chosen, "C:\\capture.bmp");
+    EXPECT_EQ(question.filterIndex, 1);
+}
+
+TEST_F(PromptsTest, TheTrayTakesAnIconAndTellsOfClicks) {
+    WindowsTray tray(events_);
+    std::vector<int> told;
+    tray.OnMessage([&](int message) { told.push_back(message); });
+    TrayRecord record;
+    record.tip = std::string(200, 'x') + "Ж";
+    EXPECT_TRUE(tray.Add(record));
+    record.tip = "Quorvane II";
+    record.balloonTitle = "Quorvane II";
+    record.balloonText = "Wallpaper: [sea.jpg]";
+    record.flags = 31;
+    record.balloonIcon = 1;
+    EXPECT_TRUE(tray.Modify(record));
+    EXPECT_TRUE(tray.SetVersion(3));
+    for (const LPARAM mouse : {WM_MOUSEMOVE, WM_LBUTTONDBLCLK, WM_RBUTTONUP})
+        SendMessageW(events_.Window(), 512, 1, mouse);
+    EXPECT_EQ(told, (std::vector<int>{tray_message::LeftDoubleClick, tray_message::RightButtonUp}));
+    SendMessageW(events_.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+    tray.Remove();
+    EXPECT_FALSE(tray.Modify(record)) << "it is gone";
+}
+
+TEST_F(PromptsTest, AMenuAnswersWithWhatWasChosen) {
+    WindowsTray tray(events_);
+    Menu menu;
+    int chosen = 0;
+    const auto add = [&](const char* caption, int number) {
+        MenuItem& item = menu.Add({});
+        item.caption = caption;
+        item.onClick = [&chosen, number] { chosen = number; };
+    };
+    add("&First", 1);
+    menu.AddSeparator();
+    add("&Second", 2);
+    timer_ = events_.StartTimer("person", 50, [&] {
+        const HWND popup = FindWindowW(L"#32768", nullptr);
+        if (!popup) return;
+        events_.StopTimer(timer_);
+        tray.Popup(menu);                                     // a second one does not open
+        PostMessageW(events_.Window(), WM_KEYDOWN, VK_UP, 1); // the last entry
+        PostMessageW(events_.Window(), WM_KEYDOWN, VK_RETURN, 1);
+    });
+    tray.Popup(menu);
+    EXPECT_EQ(chosen, 2);
+}
+
+} // namespace
+} // namespace quorvane
