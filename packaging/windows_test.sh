@@ -37,7 +37,9 @@ same() {
 }
 
 has_value() { # KEY NAME DATA
-    wine_run reg query "$1" /v "$2" | tr -d '\r' | grep -qiF "$3" || fail "the registry's $1, $2, is not $3"
+    local shown
+    shown=$(wine_run reg query "$1" /v "$2") || true
+    grep -qiF "$3" <<<"$shown" || fail "the registry's $1, $2, is not $3: $shown"
     echo "ok: registry $1, $2"
 }
 
