@@ -21,7 +21,10 @@ endfunction()
 function(quorvane_program name)
   add_executable(${name} ${ARGN})
   if(WIN32)
-    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/platform/windows/resources/quorvane.rc)
+    set(resources ${CMAKE_SOURCE_DIR}/platform/windows/resources)
+    target_sources(${name} PRIVATE ${resources}/quorvane.rc)
+    set_source_files_properties(${resources}/quorvane.rc PROPERTIES
+      OBJECT_DEPENDS "${resources}/quorvane.ico;${resources}/quorvane.manifest")
   endif()
 endfunction()
 

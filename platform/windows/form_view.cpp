@@ -397,6 +397,10 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
     case WM_VSCROLL:
         if (Widget* widget = WidgetOf(reinterpret_cast<HWND>(low))) widget->OnScroll(LOWORD(wide));
         return 0;
+    case WM_MEASUREITEM:
+    case WM_DRAWITEM:
+        if (NativeMenu::DrawPart(message, low)) return TRUE;
+        break;
     case WM_INITMENUPOPUP:
         if (bar_) bar_->Refresh(reinterpret_cast<HMENU>(wide));
         return 0;

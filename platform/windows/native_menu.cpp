@@ -1,37 +1,25 @@
 #include "platform/windows/native_menu.h"
 
+#include "platform/windows/drawing.h"
 #include "platform/windows/wide.h"
-
-#include <cstdint>
-#include <cstring>
 
 namespace quorvane {
 namespace {
 
-// The surface as a bitmap with a share of opacity in each pixel: the colour of the upper left one shines
-// through.
-HBITMAP ToBitmap(Surface& surface) {
+// Paints the bitmap where the colour of its upper left pixel does not shine through.
+void DrawBitmap(Surface& surface, HDC target, const RECT& area) {
     const PixelView pixels = surface.Pixels();
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = pixels.size.width;
-    info.bmiHeader.biHeight = -pixels.size.height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    void* bits = nullptr;
-    const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    auto* out = static_cast<std::uint8_t*>(bits);
-    if (!bitmap) return nullptr;
-    for (int y = 0; y < pixels.size.height; ++y) {
-        for (int x = 0; x < pixels.size.width; ++x, out += 4) {
-            const std::uint8_t* pixel = pixels.Row(y) + std::ptrdiff_t{3} * x;
-            if (std::memcmp(pixel, pixels.top, 3) == 0) continue; // the section begins empty
-            std::memcpy(out, pixel, 3);
-            out[3] = 255;
-        }
-    }
-    return bitmap;
+    const HDC memory = CreateCompatibleDC(target);
+    const HBITMAP bitmap = CreateCompatibleBitmap(target, pixels.size.width, pixels.size.height);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    PaintSurface(surface, memory, 0, 0);
+    const int x = static_cast<int>(area.left + area.right - pixels.size.width) / 2;
+    const int y = static_cast<int>(area.top + area.bottom - pixels.size.height) / 2;
+    TransparentBlt(target, x, y, pixels.size.width, pixels.size.height, memory, 0, 0, pixels.size.width,
+                   pixels.size.height, GetPixel(memory, 0, 0));
+    SelectObject(memory, before);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
 }
 
 } // namespace
@@ -44,8 +32,6 @@ NativeMenu::NativeMenu(Menu& menu, Kind kind)
 
 NativeMenu::~NativeMenu() {
     DestroyMenu(handle_);
-    for (const HBITMAP bitmap : bitmaps_)
-        DeleteObject(bitmap);
 }
 
 void NativeMenu::Fill(HMENU handle, std::deque<MenuItem>& items) {
@@ -72,12 +58,31 @@ void NativeMenu::Fill(HMENU handle, std::deque<MenuItem>& items) {
             Fill(info.hSubMenu, item.items);
         }
         if (item.bitmap) {
-            bitmaps_.push_back(ToBitmap(*item.bitmap));
-            info.fMask |= MIIM_BITMAP;
-            info.hbmpItem = bitmaps_.back();
+            // Painted by DrawPart, since not every system honours the opacity of a bitmap given to it.
+            info.fMask |= MIIM_BITMAP | MIIM_DATA;
+            info.hbmpItem = HBMMENU_CALLBACK;
+            info.dwItemData = reinterpret_cast<ULONG_PTR>(item.bitmap.get());
         }
         InsertMenuItemW(handle, position++, TRUE, &info);
     }
+}
+
+bool NativeMenu::DrawPart(UINT message, LPARAM low) {
+    if (message == WM_MEASUREITEM) {
+        auto& wanted = *reinterpret_cast<MEASUREITEMSTRUCT*>(low);
+        const auto* bitmap = reinterpret_cast<const Surface*>(wanted.itemData);
+        if (wanted.CtlType != ODT_MENU || !bitmap) return false;
+        constexpr UINT room = 2;
+        wanted.itemWidth = static_cast<UINT>(bitmap->Size().width) + room;
+        wanted.itemHeight = static_cast<UINT>(bitmap->Size().height) + room;
+        return true;
+    }
+    if (message != WM_DRAWITEM) return false;
+    const auto& part = *reinterpret_cast<const DRAWITEMSTRUCT*>(low);
+    auto* bitmap = reinterpret_cast<Surface*>(part.itemData);
+    if (part.CtlType != ODT_MENU || !bitmap) return false;
+    DrawBitmap(*bitmap, part.hDC, part.rcItem);
+    return true;
 }
 
 MenuItem* NativeMenu::Find(UINT command) {

@@ -4,7 +4,6 @@
 #include "platform/windows/win32.h"
 
 #include <map>
-#include <vector>
 
 namespace quorvane {
 
@@ -25,6 +24,9 @@ class NativeMenu {
     // Reads the entries of one submenu anew, before it opens.
     void Refresh(HMENU submenu);
 
+    // Paints a bitmap of any menu, for the window that owns it: true where the message asked for that.
+    static bool DrawPart(UINT message, LPARAM low);
+
     // Shows a popup at the pointer and answers the chosen entry, null for none. `owner` gets the menu's
     // messages.
     MenuItem* Ask(HWND owner);
@@ -36,7 +38,6 @@ class NativeMenu {
     UINT lastCommand_ = 0;
     std::map<UINT, MenuItem*> commands_;
     std::map<HMENU, std::deque<MenuItem>*> submenus_;
-    std::vector<HBITMAP> bitmaps_;
 };
 
 } // namespace quorvane

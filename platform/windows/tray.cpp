@@ -28,6 +28,7 @@ WindowsTray::WindowsTray(WindowsEventLoop& events)
                                           GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
                                           LR_DEFAULTCOLOR))) {
     events_.AddHandler([this](UINT message, WPARAM wide, LPARAM low) -> std::optional<LRESULT> {
+        if (NativeMenu::DrawPart(message, low)) return TRUE;
         if (message == areaCreated_) {
             if (wanted_) Add(shown_);
             return 0;
