@@ -50,7 +50,7 @@ int Scan(const Arguments& arguments, Streams& streams) {
 } // namespace
 
 Command ScanCommand() {
-    return {"scan", "scan [--pattern P] [--level L] FOLDER", {"pattern", "level"}, {}, Scan};
+    return {"scan", "scan [--json] [--pattern P] [--level L] FOLDER", {"pattern", "level"}, {}, Scan};
 }
 
 } // namespace quorvane::cli
