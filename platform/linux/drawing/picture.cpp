@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace quorvane {
 namespace {
@@ -95,6 +96,11 @@ bool LinuxPicture::Draw(const Canvas& canvas, const PixelRect& target, std::stri
 std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& gui, std::string& why) {
     const QuietQt quiet;
     std::array<char, 1024> bytes{};
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        why = "no ordinary file"; // a pipe would be waited for until somebody writes to it
+        return nullptr;
+    }
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file) {
         why = std::strerror(errno);

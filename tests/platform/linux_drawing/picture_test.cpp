@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sys/stat.h>
 #include <vector>
 
 namespace quorvane {
@@ -298,6 +299,11 @@ TEST_F(PictureTest, SaysWhyAFileIsNoPicture) {
     EXPECT_EQ(why, "the file is empty");
     EXPECT_EQ(drawing.LoadPicture(folder / "gone", why), nullptr);
     EXPECT_EQ(why, "No such file or directory");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const fs::path& path : {folder / "pipe", folder}) {
+        EXPECT_EQ(drawing.LoadPicture(path, why), nullptr) << "and nobody waits for it";
+        EXPECT_EQ(why, "no ordinary file");
+    }
     EXPECT_EQ(drawing.LoadPicture(folder, why), nullptr);
 }
 
