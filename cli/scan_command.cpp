@@ -26,6 +26,7 @@ void WriteLines(const PathList& paths, std::ostream& out) {
 
 int Scan(const Arguments& arguments, Streams& streams) {
     std::string folder = arguments.OnlyInput("FOLDER");
+    if (folder.empty()) throw UsageError("FOLDER is empty");
     const auto files = CreateFiles();
     const auto clock = CreateClock();
     const auto system = CreateSystem();

@@ -68,6 +68,7 @@ TEST_F(EngineCommands, ScanListsTheDeepestFolderFirst) {
     EXPECT_EQ(Run({"scan", Path("gone")}), Refused);
     EXPECT_EQ(Run({"scan", Path("b.png")}), Refused);
     EXPECT_EQ(Run({"scan"}), WrongUsage);
+    EXPECT_EQ(Run({"scan", ""}), WrongUsage) << "not the whole disk";
 }
 
 TEST_F(EngineCommands, DrawFollowsItsSeedAndNeverRepeats) {
