@@ -16,18 +16,7 @@ choose_pictures
 ctl 'General\Change wallpaper periodically' 1
 ctl 'General\Wallpaper change interval' 6
 ctl 'General\Wallpaper change interval (current)' 6
-# The calendar on a box of its own, so that it can be read on every picture.
-ctl 'General\Calendar position' 1
-ctl 'General\Use calendar background' 1
-ctl 'Colors\Calendar background color' 3815994
-ctl 'Colors\Holiday color' 8026879
-ctl 'Colors\Holiday color minor' 8026879
-ctl 'Colors\Week number color' 7908010
-ctl 'Colors\Workday color' 15790320
-ctl 'Colors\Caption color' 16777215
-ctl 'Colors\Week caption color' 13158600
-ctl 'Colors\Sun Ephemeredes color' 10092543
-ctl 'Colors\Moon Ephemeredes color' 16766150
+. packaging/demo/look.sh
 
 last=
 changed() {
