@@ -14,7 +14,7 @@ build() {
 
 case "${1:-}" in
 --windows)
-    packaging/install.sh build demo windows
+    packaging/install.sh build demo windows wine
     build windows
     exec packaging/windows_demo.sh
     ;;
