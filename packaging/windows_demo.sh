@@ -13,6 +13,8 @@ mkdir -p "$out"
 begin_session "$size"
 cp samples/*.jpg samples/*.png "$home/pictures/"
 choose_pictures
+# A week that begins on Monday, as the columns of the calendar do.
+wine_run reg add 'HKCU\Control Panel\International' /v iFirstDayOfWeek /d 0 /f >/dev/null
 ctl 'General\Change wallpaper periodically' 1
 ctl 'General\Wallpaper change interval' 6
 ctl 'General\Wallpaper change interval (current)' 6
