@@ -105,7 +105,8 @@ int RunCriteria(const Arguments& arguments, Streams& streams) {
 } // namespace
 
 Command CriteriaCommand() {
-    return {"criteria", "criteria compile|test|try [--json] [--at T] TEXT|COMPILED|-", {"at"}, {}, RunCriteria};
+    return {
+        "criteria", "criteria compile|test|try [--json] [--at T] TEXT|COMPILED|-", {"at"}, {}, RunCriteria};
 }
 
 } // namespace quorvane::cli
