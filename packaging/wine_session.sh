@@ -9,7 +9,7 @@ home_windows='C:\Quorvane'
 started=()
 
 end_session() {
-    wineserver_of_ours -k || true
+    stop_wineserver
     for ((i = ${#started[@]} - 1; i >= 0; i--)); do
         kill "${started[i]}" 2>/dev/null || true
         wait "${started[i]}" 2>/dev/null || true
@@ -18,6 +18,11 @@ end_session() {
 }
 
 wineserver_of_ours() { WINEPREFIX=$PWD/build/wine wineserver "$@" 2>/dev/null; }
+
+stop_wineserver() {
+    wineserver_of_ours -k || true
+    wineserver_of_ours -w || true
+}
 
 # until_true WHAT COMMAND...: asks the command again and again, and gives up on WHAT after a while.
 until_true() {
@@ -38,13 +43,16 @@ begin_session() {
     local size=$1
     trap end_session EXIT
     unset QUORVANE_WINEPREFIX
-    wineserver_of_ours -k || true # whatever an earlier screen left
+    stop_wineserver # whatever an earlier screen left
     Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$work/display" >"$work/xvfb.log" 2>&1 &
     started+=($!)
     until_true "The virtual screen" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
     wine_run reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d "$size" /f >/dev/null
+    # From here on the server stays: one that ends by itself between two programs can take the second one along.
+    stop_wineserver
+    wineserver_of_ours -p
     # The program asks for fonts by name and would tell of each that is not there, in a box that waits.
     local font
     for font in Courier 'Monotype Corsiva' 'MS Sans Serif' 'Microsoft Sans Serif' SansSerif Arial; do
