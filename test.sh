@@ -31,7 +31,7 @@ stage_asan() {
 }
 
 stage_fuzz() {
-    build linux-fuzz || return 1
+    build linux-fuzz fuzzers || return 1
     local target name
     for target in build/linux-fuzz/fuzz_*; do
         [ -x "$target" ] || continue

@@ -50,10 +50,15 @@ function(quorvane_bench name)
   target_link_libraries(bench_${name} PRIVATE ${arg_DEPENDS} benchmark::benchmark benchmark::benchmark_main)
 endfunction()
 
-# quorvane_fuzz(NAME [DEPENDS target...]): fuzz/NAME.cpp as a libFuzzer program (preset linux-fuzz only).
+# quorvane_fuzz(NAME [DEPENDS target...]): fuzz/NAME.cpp as a libFuzzer program (preset linux-fuzz only). The
+# target `fuzzers` is all of them.
 function(quorvane_fuzz name)
   cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
   add_executable(fuzz_${name} ${name}.cpp)
   target_link_libraries(fuzz_${name} PRIVATE ${arg_DEPENDS})
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  if(NOT TARGET fuzzers)
+    add_custom_target(fuzzers)
+  endif()
+  add_dependencies(fuzzers fuzz_${name})
 endfunction()

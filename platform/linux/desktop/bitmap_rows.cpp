@@ -13,8 +13,10 @@ constexpr std::size_t headerBytes = 54; // of the file and of the information ab
 constexpr int largestSide = 32767;
 
 std::int32_t Number(const std::array<std::uint8_t, headerBytes>& header, std::size_t at) {
-    return static_cast<std::int32_t>(header[at] | header[at + 1] << 8 | header[at + 2] << 16 |
-                                     static_cast<std::uint32_t>(header[at + 3]) << 24);
+    std::uint32_t number = 0;
+    for (std::size_t byte = 4; byte-- > 0;)
+        number = number << 8 | header[at + byte];
+    return static_cast<std::int32_t>(number);
 }
 
 } // namespace
