@@ -1,6 +1,5 @@
 #include "core/entry/application.h"
 
-#include "config/registry.h"
 #include "core/entry/check_fonts.h"
 #include "core/entry/command_line.h"
 #include "core/run_time_error.h"
@@ -118,8 +117,7 @@ void Application::Bar(int value) {
 
 void Application::ReadLanguage() {
     record_.CurrentLanguage = "EN";
-    RegReadValue(platform_.store, "", Hive::CurrentUser, "Software\\Quorvane\\General", key_access::All,
-                 "Language", record_.CurrentLanguage);
+    ReadSettingOf(record_, &record_.CurrentLanguage, platform_.store);
 }
 
 void Application::FindSystemDirectory() {
