@@ -14,9 +14,9 @@ build() {
 
 case "${1:-}" in
 --windows)
-    packaging/install.sh build demo windows wine
+    setup/install.sh build demo windows wine
     build windows
-    exec packaging/windows_demo.sh
+    exec demo/windows_demo.sh
     ;;
 "") ;;
 *)
@@ -25,11 +25,11 @@ case "${1:-}" in
     ;;
 esac
 
-packaging/install.sh build
+setup/install.sh build
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     build linux
     exec build/linux/quorvane
 fi
-packaging/install.sh demo
+setup/install.sh demo
 build linux
-exec packaging/demo.sh
+exec demo/demo.sh

@@ -46,8 +46,8 @@ stage_fuzz() {
 
 # Without Wine the programs are built all the same, and windows_test.sh says that they were not run.
 stage_windows() {
-    packaging/install.sh wine || true
-    build windows && packaging/windows_test.sh
+    setup/install.sh wine || true
+    build windows && tests/program/windows/windows_test.sh
 }
 
 # Compiled and linked; there is no 32-bit Wine in a 64-bit Debian without its second architecture.
@@ -68,7 +68,7 @@ for stage in "${stages[@]}"; do
     esac
 done
 mapfile -t packages < <(printf '%s\n' "${packages[@]}" | sort -u)
-packaging/install.sh "${packages[@]}" || exit 1
+setup/install.sh "${packages[@]}" || exit 1
 
 passed=0
 failed=()

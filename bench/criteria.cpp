@@ -1,9 +1,9 @@
 // The criteria language: one evaluation beside the same condition in muParser and LuaJIT, a tick of the
 // alarms, and the compiler.
 
-#include "alarms/criteria_compiler.h"
-#include "alarms/criteria_program.h"
-#include "platform/seeded_random.h"
+#include "alarms/criteria/compiler.h"
+#include "alarms/criteria/program.h"
+#include "platform/shared/seeded_random.h"
 
 #include <benchmark/benchmark.h>
 

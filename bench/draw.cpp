@@ -5,7 +5,7 @@
 #include "platform/memory/event_loop.h"
 #include "platform/memory/files.h"
 #include "platform/memory/system.h"
-#include "platform/seeded_random.h"
+#include "platform/shared/seeded_random.h"
 
 #include <benchmark/benchmark.h>
 

@@ -18,7 +18,7 @@ DISPLAY=:$(cat "$work/display")
 export DISPLAY
 openbox >/dev/null 2>&1 &
 until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do sleep 0.05; done
-tint2 -c packaging/demo/tint2rc >/dev/null 2>&1 &
+tint2 -c demo/tint2rc >/dev/null 2>&1 &
 until xdotool search --class tint2 >/dev/null 2>&1; do sleep 0.05; done
 sleep 1
 

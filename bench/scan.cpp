@@ -4,7 +4,7 @@
 #include "engine/folder_scan.h"
 #include "platform/headless.h"
 #include "platform/memory/event_loop.h"
-#include "platform/name_pattern.h"
+#include "platform/shared/name_pattern.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #include "calendar/painter.h"
 
 #include "calendar/calendar_text.h"
-#include "platform/drawing_box.h"
+#include "platform/painting/drawing_box.h"
 
 #include <algorithm>
 #include <array>

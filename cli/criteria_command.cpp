@@ -1,10 +1,10 @@
-#include "alarms/criteria_compiler.h"
-#include "alarms/criteria_program.h"
-#include "alarms/criteria_trial.h"
+#include "alarms/criteria/compiler.h"
+#include "alarms/criteria/program.h"
+#include "alarms/criteria/trial.h"
 #include "cli/commands.h"
 #include "cli/moment.h"
 #include "core/text.h"
-#include "platform/seeded_random.h"
+#include "platform/shared/seeded_random.h"
 
 #include <ostream>
 

@@ -8,7 +8,7 @@
 #include "engine/selection.h"
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "platform/seeded_random.h"
+#include "platform/shared/seeded_random.h"
 #include "platform/store.h"
 #include "platform/system.h"
 

@@ -3,9 +3,9 @@
 #include "core/text.h"
 #include "engine/calendar_layer.h"
 #include "engine/composition.h"
-#include "platform/bitmap_file.h"
 #include "platform/drawing.h"
 #include "platform/headless.h"
+#include "platform/painting/bitmap_file.h"
 
 #include <charconv>
 #include <ostream>

@@ -6,7 +6,7 @@
 #include "config/utf16.h"
 #include "core/run_time_error.h"
 #include "core/text.h"
-#include "platform/key_path.h"
+#include "platform/shared/key_path.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,9 +2,9 @@
 
 #include "config/settings.h"
 #include "engine/tray_report.h"
-#include "platform/bitmap_file.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/painting/bitmap_file.h"
 
 namespace quorvane {
 namespace {

@@ -2,10 +2,10 @@
 
 #include "config/global_record.h"
 #include "engine/complaints.h"
-#include "platform/breather.h"
 #include "platform/clock.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/shared/breather.h"
 
 namespace quorvane {
 

@@ -2,8 +2,8 @@
 
 #include "config/path_list.h"
 #include "engine/complaints.h"
-#include "platform/breather.h"
 #include "platform/files.h"
+#include "platform/shared/breather.h"
 
 #include <string>
 #include <string_view>

@@ -1,10 +1,10 @@
 // Any bytes as a criterion. Where the text is short enough for the slow walk, both must agree.
 
-#include "alarms/criteria_compiler.h"
-#include "alarms/criteria_generation.h"
-#include "alarms/criteria_lexer.h"
-#include "alarms/criteria_rewriting.h"
-#include "tests/alarms/criteria_reference.h"
+#include "alarms/criteria/compiler.h"
+#include "alarms/criteria/generation.h"
+#include "alarms/criteria/lexer.h"
+#include "alarms/criteria/rewriting.h"
+#include "tests/alarms/criteria/reference.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,10 +1,10 @@
 // Any bytes as a compiled criterion and as a typed one, at any moment. Where the text is short enough for the
 // arrays, the decoded program must agree with them.
 
-#include "alarms/criteria_program.h"
-#include "alarms/criteria_trial.h"
-#include "platform/seeded_random.h"
-#include "tests/alarms/criteria_evaluation_reference.h"
+#include "alarms/criteria/program.h"
+#include "alarms/criteria/trial.h"
+#include "platform/shared/seeded_random.h"
+#include "tests/alarms/criteria/evaluation_reference.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 // read back the same.
 #include "config/reg_file.h"
 #include "config/schema.h"
-#include "platform/memory/store.h"
+#include "platform/shared/memory_store.h"
 
 #include <cstdint>
 #include <cstdlib>

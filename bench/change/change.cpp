@@ -1,9 +1,9 @@
 // change IN OUT.bmp WIDTH HEIGHT [TIMES]: the drawing of one change without the engine round it: canvas,
 // gradient, picture fitted, bitmap file. With TIMES it changes that often and tells the memory in use, in
 // KiB: at rest before, at the highest, and at rest afterwards.
-#include "platform/bitmap_file.h"
 #include "platform/files.h"
 #include "platform/linux/drawing/drawing.h"
+#include "platform/painting/bitmap_file.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 #include "platform/forms/controls.h"
 
 #include "core/run_time_error.h"
+#include "core/utf8.h"
 #include "platform/forms/form.h"
-#include "platform/forms/utf8.h"
 
 #include <algorithm>
 #include <cstdio>

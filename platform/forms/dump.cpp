@@ -1,7 +1,7 @@
 #include "platform/forms/dump.h"
 
+#include "core/utf8.h"
 #include "platform/forms/form.h"
-#include "platform/forms/utf8.h"
 
 namespace quorvane {
 

@@ -1,6 +1,6 @@
 #include "core/run_time_error.h"
+#include "core/utf8.h"
 #include "platform/forms/controls.h"
-#include "platform/forms/utf8.h"
 
 namespace quorvane {
 

@@ -1,5 +1,5 @@
+#include "core/utf8.h"
 #include "platform/forms/controls.h"
-#include "platform/forms/utf8.h"
 
 #include <algorithm>
 

@@ -11,7 +11,7 @@
 #include "platform/linux/desktop/tray.h"
 #include "platform/linux/forms/form_host.h"
 #include "platform/linux/forms/prompts.h"
-#include "platform/seeded_random.h"
+#include "platform/shared/seeded_random.h"
 #include "platform/store.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 
 #include "core/numbers.h"
 #include "platform/files.h"
-#include "platform/raster.h"
+#include "platform/painting/raster.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "platform/memory/files.h"
 
 #include "core/text.h"
-#include "platform/name_pattern.h"
+#include "platform/shared/name_pattern.h"
 
 #include <algorithm>
 #include <utility>

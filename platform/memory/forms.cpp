@@ -1,7 +1,7 @@
 #include "platform/memory/forms.h"
 
+#include "core/utf8.h"
 #include "platform/event_loop.h"
-#include "platform/forms/utf8.h"
 
 #include <algorithm>
 #include <cmath>

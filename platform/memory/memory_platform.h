@@ -10,10 +10,10 @@
 #include "platform/memory/prompts.h"
 #include "platform/memory/random.h"
 #include "platform/memory/session.h"
-#include "platform/memory/store.h"
 #include "platform/memory/system.h"
 #include "platform/memory/tray.h"
 #include "platform/platform.h"
+#include "platform/shared/memory_store.h"
 
 namespace quorvane {
 

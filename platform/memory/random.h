@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/seeded_random.h"
+#include "platform/shared/seeded_random.h"
 
 #include <deque>
 #include <vector>

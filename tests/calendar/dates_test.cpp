@@ -1,6 +1,6 @@
 #include "calendar/dates.h"
 #include "config/registry.h"
-#include "platform/memory/store.h"
+#include "platform/shared/memory_store.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "config/tree.h"
 #include "config/utf16.h"
 #include "core/run_time_error.h"
-#include "platform/memory/store.h"
+#include "platform/shared/memory_store.h"
 
 #include <gtest/gtest.h>
 

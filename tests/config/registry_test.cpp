@@ -1,5 +1,5 @@
 #include "config/registry.h"
-#include "platform/memory/store.h"
+#include "platform/shared/memory_store.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "core/entry/application.h"
+#include "entry/application.h"
 
 #include "config/registry.h"
-#include "core/entry/check_fonts.h"
-#include "core/entry/command_line.h"
 #include "core/run_time_error.h"
+#include "entry/check_fonts.h"
+#include "entry/command_line.h"
 #include "platform/memory/memory_platform.h"
 
 #include <algorithm>

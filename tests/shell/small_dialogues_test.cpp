@@ -1,8 +1,8 @@
 #include "config/button_face.h"
+#include "dialogues/frm_transparency.h"
+#include "dialogues/input_box.h"
+#include "dialogues/mess_box.h"
 #include "platform/memory/memory_platform.h"
-#include "shell/frm_transparency.h"
-#include "shell/input_box.h"
-#include "shell/mess_box.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "platform/linux/base/files.h"
 
 #include "platform/headless.h"
-#include "platform/name_pattern.h"
+#include "platform/shared/name_pattern.h"
 
 #include <algorithm>
 #include <cerrno>

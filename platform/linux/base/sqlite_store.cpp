@@ -1,7 +1,7 @@
 #include "platform/linux/base/sqlite_store.h"
 
 #include "core/text.h"
-#include "platform/key_path.h"
+#include "platform/shared/key_path.h"
 
 #include <fcntl.h>
 #include <sqlite3.h>

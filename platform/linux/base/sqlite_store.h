@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/memory/store.h"
+#include "platform/shared/memory_store.h"
 #include "platform/store.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
-#include "platform/exif.h"
 #include "platform/linux/drawing/picture.h"
-#include "platform/resample.h"
+#include "platform/painting/exif.h"
+#include "platform/painting/resample.h"
 
 #include <algorithm>
 #include <csetjmp>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/drawing/mapped_buffer.h"
-#include "platform/row_painter.h"
+#include "platform/painting/row_painter.h"
 
 #include <memory>
 #include <string>

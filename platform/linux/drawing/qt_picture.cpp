@@ -1,8 +1,8 @@
-#include "platform/exif.h"
 #include "platform/linux/drawing/gui_session.h"
 #include "platform/linux/drawing/picture.h"
 #include "platform/linux/drawing/svg.h"
-#include "platform/resample.h"
+#include "platform/painting/exif.h"
+#include "platform/painting/resample.h"
 
 #include <QBuffer>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/drawing/mapped_buffer.h"
-#include "platform/raster.h"
+#include "platform/painting/raster.h"
 
 #include <QImage>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/row_painter.h"
+#include "platform/painting/row_painter.h"
 
 #include <string>
 

@@ -1,5 +1,5 @@
 #include "platform/memory/memory_platform.h"
-#include "tests/platform/conformance/conformance.h"
+#include "tests/contracts/conformance/conformance.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/memory/drawing.h"
 
-#include "tests/platform/surface_contract.h"
+#include "tests/contracts/surface_contract.h"
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,6 @@
-#include "platform/windows/drawing.h"
-#include "platform/windows/files.h"
-#include "tests/platform/surface_contract.h"
+#include "platform/windows/base/files.h"
+#include "platform/windows/drawing/drawing.h"
+#include "tests/contracts/surface_contract.h"
 #include "tests/platform/windows/temporary_folder.h"
 
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "platform/windows/files.h"
+#include "platform/windows/base/files.h"
 #include "tests/platform/windows/temporary_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
+#include "core/utf8.h"
 #include "platform/forms/form.h"
-#include "platform/forms/utf8.h"
-#include "platform/windows/drawing.h"
-#include "platform/windows/event_loop.h"
-#include "platform/windows/form_host.h"
-#include "platform/windows/form_view.h"
-#include "platform/windows/wide.h"
-#include "tests/platform/conformance/conformance.h"
+#include "platform/windows/base/wide.h"
+#include "platform/windows/desktop/event_loop.h"
+#include "platform/windows/drawing/drawing.h"
+#include "platform/windows/forms/form_host.h"
+#include "platform/windows/forms/form_view.h"
+#include "tests/contracts/conformance/conformance.h"
 
 #include <gtest/gtest.h>
 

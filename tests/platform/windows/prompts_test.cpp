@@ -1,10 +1,10 @@
 #include "platform/forms/menu.h"
-#include "platform/windows/drawing.h"
-#include "platform/windows/event_loop.h"
-#include "platform/windows/form_host.h"
-#include "platform/windows/prompts.h"
-#include "platform/windows/tray.h"
-#include "platform/windows/wide.h"
+#include "platform/windows/base/wide.h"
+#include "platform/windows/desktop/event_loop.h"
+#include "platform/windows/desktop/tray.h"
+#include "platform/windows/drawing/drawing.h"
+#include "platform/windows/forms/form_host.h"
+#include "platform/windows/forms/prompts.h"
 
 #include <gtest/gtest.h>
 

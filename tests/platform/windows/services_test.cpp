@@ -1,11 +1,11 @@
 #include "core/run_time_error.h"
-#include "platform/windows/clock.h"
-#include "platform/windows/desktop.h"
-#include "platform/windows/event_loop.h"
-#include "platform/windows/session.h"
-#include "platform/windows/store.h"
-#include "platform/windows/system.h"
-#include "platform/windows/wide.h"
+#include "platform/windows/base/clock.h"
+#include "platform/windows/base/store.h"
+#include "platform/windows/base/system.h"
+#include "platform/windows/base/wide.h"
+#include "platform/windows/desktop/desktop.h"
+#include "platform/windows/desktop/event_loop.h"
+#include "platform/windows/desktop/session.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "platform/windows/store.h"
-#include "tests/platform/store_contract.h"
+#include "platform/windows/base/store.h"
+#include "tests/contracts/store_contract.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/wide.h"
+#include "platform/windows/base/wide.h"
 
 #include <string>
 #include <windows.h>

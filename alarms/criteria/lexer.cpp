@@ -1,0 +1,254 @@
+#include "alarms/criteria/lexer.h"
+
+#include "core/numbers.h"
+#include "core/text.h"
+
+namespace quorvane {
+namespace {
+
+// A constant, a variable or a comparison is collected until a character of another sort ends it.
+enum class Collecting { Nothing, Constant, Variable, Comparison, Function };
+
+std::string WithoutBlanks(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (const char c : text) {
+        if (c != ' ' && c != '\t') result.push_back(c);
+    }
+    return LowerCase(result);
+}
+
+// The bytes that make up the character at `at`: a whole UTF-8 sequence, or the one byte where it is none.
+std::string_view CharacterAt(std::string_view text, std::size_t at) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    for (std::size_t next = 1; next < length; ++next) {
+        const bool follows =
+            at + next < text.size() && (static_cast<unsigned char>(text[at + next]) & 0xC0) == 0x80;
+        if (!follows) return text.substr(at, 1);
+    }
+    return text.substr(at, length);
+}
+
+// The characters behind which "-" is a unary minus. The opening brace is not among them.
+bool MakesMinusUnary(char previous) {
+    return std::string_view("*/\\&=<>+-^([|").find(previous) != std::string_view::npos;
+}
+
+class Lexer {
+  public:
+    explicit Lexer(std::string_view text)
+        : text_(WithoutBlanks(text)) {
+        scanned_.leksems.reserve(text_.size());
+    }
+
+    ScannedCriterion Scan() {
+        bool going = true;
+        while (going && at_ < text_.size())
+            going = collecting_ == Collecting::Function ? ScanInFunction() : ScanOutside();
+        // A function name at the very end is dropped without a word.
+        if (going && collecting_ != Collecting::Function) Flush();
+        return std::move(scanned_);
+    }
+
+  private:
+    // Both take the character at `at_`, or more, and are false once the text has turned out wrong.
+    bool ScanInFunction();
+    bool ScanOutside();
+
+    bool ScanNumber(char c);
+    bool ScanLowOperator(char c);
+    bool ScanHighOperator(char c);
+    bool ScanBracket(char c);
+
+    // Ends what is being collected, unless it is `kept`, and appends its leksem.
+    bool Flush(Collecting kept = Collecting::Nothing);
+    bool Collect(Collecting what, char c) {
+        if (!Flush(what)) return false;
+        collecting_ = what;
+        token_.push_back(c);
+        return true;
+    }
+    bool Fail(std::string_view what, std::string_view token) {
+        scanned_.message.append("Lexical ERROR! - ").append(what).append(" [").append(token).append("]");
+        return false;
+    }
+    bool FailIllegal(std::string_view what, std::string_view token) {
+        Fail(what, token);
+        scanned_.message += '!';
+        return false;
+    }
+    template<typename Words>
+    bool EnterWord(const Words& words, WordTable& table, char leksem, std::string_view what) {
+        const auto word = FindWord(words, token_);
+        if (!word) return FailIllegal(what, token_);
+        table.Append(*word);
+        scanned_.leksems.push_back(leksem);
+        return true;
+    }
+
+    const std::string text_;
+    std::size_t at_ = 0;
+    Collecting collecting_ = Collecting::Nothing;
+    std::string token_;
+    bool hasDot_ = false;
+    ScannedCriterion scanned_;
+};
+
+bool Lexer::Flush(Collecting kept) {
+    if (collecting_ == kept) return true;
+    bool good = true;
+    switch (collecting_) {
+    case Collecting::Constant:
+        scanned_.constants.Append(LeadingNumber(token_));
+        scanned_.leksems.push_back('a');
+        hasDot_ = false;
+        break;
+    case Collecting::Variable:
+        good = EnterWord(SystemVariableWords, scanned_.variables, 'b', "Illegal system variable");
+        break;
+    case Collecting::Comparison:
+        good = EnterWord(ComparisonWords, scanned_.comparisons, 'c', "Illegal compare operation");
+        break;
+    case Collecting::Nothing:
+    case Collecting::Function:
+        break;
+    }
+    token_.clear();
+    collecting_ = Collecting::Nothing;
+    return good;
+}
+
+// Everything up to "(" belongs to the name, but for operators and brackets, which are wrong here.
+bool Lexer::ScanInFunction() {
+    static constexpr std::string_view illegalName = "Illegal function name";
+    const char c = text_[at_++];
+    switch (c) {
+    case 'f':
+        token_ = "f";
+        return true;
+    case '(':
+        if (!EnterWord(FunctionWords, scanned_.functions, 'f', illegalName)) return false;
+        token_.clear();
+        collecting_ = Collecting::Nothing;
+        return ScanBracket(c);
+    case '=':
+    case '<':
+    case '>':
+    case '!':
+        FailIllegal(illegalName, token_);
+        scanned_.message.insert(scanned_.message.find('-'), " "); // two blanks in this one message
+        return false;
+    case '+':
+    case '-':
+    case '^':
+    case '*':
+    case '/':
+    case '\\':
+    case '&':
+    case ')':
+    case '[':
+    case ']':
+    case '|':
+    case '{':
+    case '}':
+        return FailIllegal(illegalName, token_);
+    default:
+        token_.push_back(c);
+        return true;
+    }
+}
+
+bool Lexer::ScanOutside() {
+    const char c = text_[at_++];
+    switch (c) {
+    case 'f':
+        return Collect(Collecting::Function, c);
+    case '0':
+    case '1':
+    case '2':
+    case '3':
+    case '4':
+    case '5':
+    case '6':
+    case '7':
+    case '8':
+    case '9':
+    case '.':
+        return ScanNumber(c);
+    case '+':
+    case '-':
+    case '^':
+        return ScanLowOperator(c);
+    case '*':
+    case '/':
+    case '\\':
+    case '&':
+        return ScanHighOperator(c);
+    case '=':
+    case '<':
+    case '>':
+    case '!':
+        return Collect(Collecting::Comparison, c);
+    case 'y':
+    case 'm':
+    case 'd':
+    case 'w':
+    case 'h':
+    case 'n':
+    case 's':
+    case 'r':
+        return Collect(Collecting::Variable, c);
+    case '(':
+    case ')':
+    case '[':
+    case ']':
+    case '|':
+    case '{':
+    case '}':
+        return ScanBracket(c);
+    default:
+        return Fail("Error at", token_.append(CharacterAt(text_, at_ - 1)));
+    }
+}
+
+bool Lexer::ScanNumber(char c) {
+    if (c == '.') {
+        if (hasDot_) return FailIllegal("Illegal float value", token_ + ".");
+        hasDot_ = true;
+    }
+    return Collect(Collecting::Constant, c);
+}
+
+bool Lexer::ScanLowOperator(char c) {
+    const bool first = at_ == 1;
+    if (!first && !Flush()) return false;
+    if (c == '-' && (first || MakesMinusUnary(text_[at_ - 2]))) {
+        scanned_.leksems.push_back('-');
+        return true;
+    }
+    scanned_.lowOperators.Append(*FindWord(LowOperatorWords, {&c, 1}));
+    scanned_.leksems.push_back('o');
+    return true;
+}
+
+bool Lexer::ScanHighOperator(char c) {
+    if (!Flush()) return false;
+    scanned_.highOperators.Append(*FindWord(HighOperatorWords, {&c, 1}));
+    scanned_.leksems.push_back('p');
+    return true;
+}
+
+bool Lexer::ScanBracket(char c) {
+    if (!Flush()) return false;
+    scanned_.leksems.push_back(c);
+    return true;
+}
+
+} // namespace
+
+ScannedCriterion ScanCriterion(std::string_view text) {
+    return Lexer(text).Scan();
+}
+
+} // namespace quorvane

@@ -1,0 +1,184 @@
+#include "entry/application.h"
+
+#include "core/run_time_error.h"
+#include "diagnostics/frm_error.h"
+#include "diagnostics/system_survey.h"
+#include "entry/check_fonts.h"
+#include "entry/command_line.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/prompts.h"
+#include "platform/session.h"
+#include "platform/system.h"
+
+#include <utility>
+
+namespace quorvane {
+
+namespace {
+
+constexpr const char* title = "Quorvane II";
+constexpr std::int32_t familyNt = 2;
+
+} // namespace
+
+Application::Application(const Platform& platform, std::string storeNote)
+    : platform_(platform)
+    , storeNote_(std::move(storeNote))
+    , forms_(platform_)
+    , splash_(forms_, platform_)
+    , notifyIcon_(forms_, record_, platform_, TrayHooks())
+    , engine_(forms_, record_, platform_, locale_, EngineHooks()) {}
+
+int Application::Run() {
+    platform_.events.OnFailure(
+        [this](int number, const char* description) { ShowErrorDialog(number, description); });
+    platform_.session.OnEndRequest([this] { AskToEnd(); });
+    try {
+        Main();
+        return platform_.events.Run();
+    } catch (const ProcessEnd& end) {
+        return end.status;
+    }
+}
+
+void Application::Main() {
+    try {
+        RunStages();
+    } catch (const RunTimeError& error) {
+        ShowErrorDialog(error.Number(), error.Description());
+    }
+}
+
+// Each later subsystem joins at its own stage: the order is what the others rely on.
+void Application::RunStages() {
+    record_.Main_Exec = true;
+    const CommandLineRequests requests = ReadCommandLine(platform_.session.CommandLine());
+    record_.RunOnWin9x = requests.RunOnWin9x;
+    if (requests.version) {
+        ShowBoxAndEnd(VersionText());
+    }
+    if (requests.help) {
+        ShowBoxAndEnd(HelpText());
+    }
+    ReadLanguage();
+    // The locale file of that language is read here, before the first window.
+
+    splash_.Show();
+    splash_.BringToFront();
+    Bar(1);
+    platform_.events.Pump();
+    notifyIcon_.Load();
+    Bar(3);
+    CheckFonts(platform_, [this](int bar) { Bar(bar); });
+    Bar(12);
+    platform_.events.Pump();
+
+    const SettingsEvents events = Events();
+    DetectSystem(record_, platform_.system, platform_.session, events.ShowErrorDialog);
+    if (record_.lpVersionInformation.dwPlatformId == familyNt) {
+        EnableProcessPrivileges(platform_.system);
+    }
+    Bar(14);
+    PresetRecord(record_, platform_.files);
+    Bar(16);
+    platform_.events.Pump();
+    ReadSettings(record_, platform_.store, platform_.files, platform_.prompts, events);
+    // The person chooses a profile here.
+    Bar(80);
+    FindSystemDirectory();
+    Bar(90);
+
+    // The notes come up here; then the settings dialogue, on a first run or where the command line asks for
+    // it.
+    if (requests.settings) {
+        record_.AutoExitAfterChange = false;
+    }
+    platform_.events.Pump();
+    engine_.Load();
+    Bar(100);
+    platform_.events.Pump();
+    splash_.Unload();
+    record_.Main_Exec = false;
+    if (!storeNote_.empty()) {
+        platform_.events.Post(
+            [this] { platform_.prompts.Message(storeNote_, title, message_style::Warning); });
+    }
+}
+
+void Application::ShowBoxAndEnd(const std::string& text) {
+    platform_.prompts.Message(text, title, message_style::Information);
+    ReleaseAndEnd();
+}
+
+void Application::Bar(int value) {
+    splash_.ProgressBar1.SetValue(value);
+}
+
+void Application::ReadLanguage() {
+    record_.CurrentLanguage = "EN";
+    ReadSettingOf(record_, &record_.CurrentLanguage, platform_.store);
+}
+
+void Application::FindSystemDirectory() {
+    const bool old = record_.lpVersionInformation.dwMajorVersion < 5;
+    record_.System_Directory =
+        old ? platform_.system.WindowsDirectory() : platform_.system.SystemWindowsDirectory();
+    if (record_.System_Directory.empty()) {
+        record_.System_Directory = std::string(".") + platform_.files.Separator();
+    }
+}
+
+// What the start has not read yet must not be written back as it stands.
+void Application::AskToEnd() {
+    if (record_.Main_Exec) {
+        ReleaseAndEnd();
+    }
+    SaveAndEnd();
+}
+
+void Application::SaveAndEnd() {
+    // The profile in use is saved here, in front of the settings.
+    WriteSettings(record_, platform_.store, platform_.session, Events());
+    ReleaseAndEnd();
+}
+
+void Application::ReleaseAndEnd() {
+    record_.BMHandles.clear();
+    forms_.UnloadAll();
+    platform_.session.End(0);
+}
+
+void Application::ShowErrorDialog(std::int32_t number, const std::string& description) {
+    frmError dialogue(forms_, platform_);
+    dialogue.Ask(number, description);
+    AskToEnd();
+}
+
+SettingsEvents Application::Events() {
+    SettingsEvents events;
+    events.ShowErrorDialog = [this](std::int32_t number, const std::string& description) {
+        ShowErrorDialog(number, description);
+    };
+    events.Progress = [this](int bar) { Bar(bar); };
+    return events;
+}
+
+frmEngine::Hooks Application::EngineHooks() {
+    frmEngine::Hooks hooks;
+    hooks.saveAndEnd = [this] { SaveAndEnd(); };
+    return hooks;
+}
+
+frmNotifyIcon::Hooks Application::TrayHooks() {
+    frmNotifyIcon::Hooks hooks;
+    hooks.changeWallpaper = [this](const std::string& file, int mode) {
+        engine_.ChangeWallpaper(file, mode);
+    };
+    hooks.writeSettings = [this] { WriteSettings(record_, platform_.store, platform_.session, Events()); };
+    hooks.saveAndEnd = [this] { SaveAndEnd(); };
+    hooks.releaseAndEnd = [this] { ReleaseAndEnd(); };
+    return hooks;
+}
+
+} // namespace quorvane

@@ -1,0 +1,171 @@
+#include "platform/painting/resample.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+// Sums of a column lie between 0 and 255 * kDownTotal and fit 16 bits. A product with a weight of the row is
+// cut to its high 16 bits, which a vector unit does in one step; the half that rounds makes up for what is
+// cut.
+constexpr int kDownTotal = 256;
+constexpr int kAcrossTotal = 65535;
+constexpr std::uint16_t kHalf = kDownTotal / 2;
+constexpr std::size_t kPixels = 4; // of input that are summed at a time
+constexpr std::size_t kGroup = 4 * kPixels;
+using Words = std::uint16_t __attribute__((vector_size(16)));
+
+// The two loops that the time goes into, once for every processor and once for those with wide vectors.
+#if defined(__x86_64__) && defined(__ELF__) // the loader chooses, and only this one can
+#define QUORVANE_VECTOR_LOOP __attribute__((target_clones("avx2", "default")))
+#else
+#define QUORVANE_VECTOR_LOOP
+#endif
+
+QUORVANE_VECTOR_LOOP
+void AddWeighted(std::uint16_t* __restrict sums, const std::uint8_t* __restrict row, std::uint16_t weight,
+                 bool fresh, std::size_t count) {
+    if (fresh) {
+        for (std::size_t i = 0; i < count; ++i)
+            sums[i] = static_cast<std::uint16_t>(row[i] * weight);
+    } else {
+        for (std::size_t i = 0; i < count; ++i)
+            sums[i] = static_cast<std::uint16_t>(sums[i] + row[i] * weight);
+    }
+}
+
+// Output pixels times 256, each from `groups` groups of input pixels that begin at its place in `first`.
+QUORVANE_VECTOR_LOOP
+void SumAcross(std::uint16_t* __restrict out, const std::uint16_t* __restrict sums,
+               const std::uint16_t* __restrict weights, const std::uint32_t* __restrict first,
+               std::size_t groups, std::size_t width) {
+    for (std::size_t o = 0; o < width; ++o, out += 4) {
+        const std::uint16_t* __restrict in = sums + first[o];
+        std::uint16_t sum[kGroup] = {kHalf, kHalf, kHalf, kHalf};
+        for (std::size_t group = groups; group > 0; --group, in += kGroup, weights += kGroup)
+            for (std::size_t i = 0; i < kGroup; ++i)
+                sum[i] = static_cast<std::uint16_t>(sum[i] + (std::uint32_t{in[i]} * weights[i] >> 16));
+        // The four pixels together; said as a shuffle, or the compiler takes them apart one by one.
+        Words left, right;
+        std::memcpy(&left, sum, sizeof left);
+        std::memcpy(&right, sum + kGroup / 2, sizeof right);
+        left += right;
+        left += __builtin_shufflevector(left, left, 4, 5, 6, 7, 4, 5, 6, 7);
+        std::memcpy(out, &left, sizeof left / 2);
+    }
+}
+
+// The weights of one output place as whole numbers that add up to `total`: each is the difference of two
+// rounded running sums, so that no rounding error grows.
+void AppendWeights(AxisWeights& axis, int first, const std::vector<double>& shares, int total) {
+    double sum = 0, running = 0;
+    for (const double share : shares)
+        sum += share;
+    int before = 0;
+    axis.first.push_back(first);
+    for (const double share : shares) {
+        running += share;
+        const int after = static_cast<int>(std::lround(running / sum * total));
+        axis.weights.push_back(static_cast<std::uint16_t>(after - before));
+        before = after;
+    }
+    axis.start.push_back(static_cast<std::uint32_t>(axis.weights.size()));
+}
+
+} // namespace
+
+AxisWeights MakeAxis(int input, int output, int from, int count, int total) {
+    AxisWeights axis;
+    axis.start.push_back(0);
+    const double step = static_cast<double>(input) / output;
+    std::vector<double> shares;
+    for (int o = from; o < from + count; ++o) {
+        shares.clear();
+        if (input > output) {
+            const double begin = o * step, end = std::min<double>(begin + step, input);
+            const int first = std::min(static_cast<int>(begin), input - 1);
+            for (int i = first; i < input && i < end; ++i)
+                shares.push_back(std::min<double>(end, i + 1) - std::max<double>(begin, i));
+            AppendWeights(axis, first, shares, total);
+        } else {
+            const double centre = std::clamp<double>((o + 0.5) * step - 0.5, 0, input - 1);
+            const int first = static_cast<int>(centre);
+            shares.push_back(1 - (centre - first));
+            if (centre > first) shares.push_back(centre - first);
+            AppendWeights(axis, first, shares, total);
+        }
+    }
+    return axis;
+}
+
+Resampler::Resampler(PixelSize input, PixelSize output, const PixelRect& part, Sink sink)
+    : part_(part)
+    , sink_(std::move(sink))
+    , down_(MakeAxis(input.height, output.height, part.y, part.height, kDownTotal)) {
+    firstRow_ = inputRow_ = down_.first.front();
+    endRow_ = down_.Last(static_cast<std::size_t>(part.height) - 1) + 1;
+    for (auto& row : rows_)
+        row.resize(static_cast<std::size_t>(input.width) * 4);
+    PrepareAcross(MakeAxis(input.width, output.width, part.x, part.width, kAcrossTotal));
+}
+
+void Resampler::PrepareAcross(const AxisWeights& across) {
+    const std::size_t width = across.first.size();
+    std::size_t taps = 0;
+    for (std::size_t o = 0; o < width; ++o)
+        taps = std::max<std::size_t>(taps, across.start[o + 1] - across.start[o]);
+    groups_ = (taps + kPixels - 1) / kPixels;
+    firstPixel_ = across.first.front();
+    needed_ = static_cast<std::size_t>(across.Last(width - 1) + 1 - firstPixel_) * 4;
+    sums_.resize(needed_ + groups_ * kGroup);
+    folded_.resize(width * 4);
+    out_.resize(width * 4);
+    acrossFirst_.resize(width);
+    acrossWeights_.resize(width * groups_ * kGroup);
+    for (std::size_t o = 0; o < width; ++o) {
+        acrossFirst_[o] = static_cast<std::uint32_t>(across.first[o] - firstPixel_) * 4;
+        std::uint16_t* weights = &acrossWeights_[o * groups_ * kGroup];
+        for (std::uint32_t i = across.start[o]; i < across.start[o + 1]; ++i, weights += 4)
+            std::fill_n(weights, 4, across.weights[i]);
+    }
+}
+
+void Resampler::Push() {
+    const std::uint8_t* row = rows_[current_].data();
+    const std::uint8_t* previous = rows_[1 - current_].data();
+    while (nextOut_ < part_.height) {
+        const std::size_t o = static_cast<std::size_t>(nextOut_);
+        const int first = down_.first[o], last = down_.Last(o);
+        if (first > inputRow_) break;
+        // Only enlargement comes back to a row that has gone by, and only to the last one.
+        if (fresh_ && first < inputRow_) Add(previous, down_.weights[down_.start[o]]);
+        if (last >= inputRow_)
+            Add(row, down_.weights[down_.start[o] + static_cast<std::uint32_t>(inputRow_ - first)]);
+        if (last > inputRow_) break;
+        Emit();
+        ++nextOut_;
+        fresh_ = true;
+    }
+    ++inputRow_;
+    current_ = 1 - current_;
+}
+
+void Resampler::Add(const std::uint8_t* row, std::uint16_t weight) {
+    AddWeighted(sums_.data(), row + static_cast<std::size_t>(firstPixel_) * 4, weight, fresh_, needed_);
+    fresh_ = false;
+}
+
+void Resampler::Emit() {
+    SumAcross(folded_.data(), sums_.data(), acrossWeights_.data(), acrossFirst_.data(), groups_,
+              acrossFirst_.size());
+    const std::uint16_t* __restrict folded = folded_.data();
+    std::uint8_t* __restrict out = out_.data();
+    for (std::size_t i = 0, count = out_.size(); i < count; ++i)
+        out[i] = static_cast<std::uint8_t>(folded[i] >> 8);
+    sink_(nextOut_, out);
+}
+
+} // namespace quorvane

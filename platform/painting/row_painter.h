@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/painting/orientation.h"
+#include "platform/painting/raster.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace quorvane {
+
+// Puts the stored rows of a picture, already in their final size, upright onto a canvas. A pixel is four
+// bytes: blue, green, red and, premultiplied, how opaque it is.
+class RowPainter {
+  public:
+    enum class Mode { Copy, Blend }; // Copy takes every pixel as opaque
+
+    // `target` must reach into the canvas.
+    RowPainter(const Canvas& canvas, const PixelRect& target, Orientation orientation, Mode mode);
+
+    // The whole of the target and the part of it that lies on the canvas, both as the rows are stored.
+    PixelSize StoredSize() const { return storedSize_; }
+    PixelRect StoredPart() const { return storedPart_; }
+
+    // Row `row` of StoredPart(), from the top and without gaps.
+    void Put(int row, const std::uint8_t* pixels);
+    // After the last row.
+    void Finish();
+
+  private:
+    void PutPixels(int x, int y, const std::uint8_t* pixels, int count);
+
+    Canvas canvas_;
+    PixelRect visible_;
+    Orientation orientation_;
+    Mode mode_;
+    PixelSize storedSize_;
+    PixelRect storedPart_;
+    std::vector<std::uint8_t> reversed_;
+    // Stored rows become columns: a few are gathered, so that each row of the canvas takes a run of pixels.
+    std::vector<std::uint8_t> gathered_;
+    int gatheredFrom_ = 0;
+    int gatheredCount_ = 0;
+};
+
+} // namespace quorvane

@@ -1,0 +1,48 @@
+#include "platform/headless.h"
+
+#include "platform/shared/memory_store.h"
+#include "platform/windows/base/clock.h"
+#include "platform/windows/base/files.h"
+#include "platform/windows/base/store.h"
+#include "platform/windows/base/system.h"
+#include "platform/windows/base/win32.h"
+
+namespace quorvane {
+
+std::unique_ptr<Clock> CreateClock() {
+    return std::make_unique<WindowsClock>();
+}
+
+std::unique_ptr<Files> CreateFiles() {
+    return std::make_unique<WindowsFiles>();
+}
+
+std::unique_ptr<System> CreateSystem() {
+    return std::make_unique<WindowsSystem>();
+}
+
+std::unique_ptr<Store> CreateStore(std::string&) {
+    return std::make_unique<RegistryStore>();
+}
+
+std::unique_ptr<Store> CreateScratchStore() {
+    struct SystemValue {
+        const char* key;
+        const char* name;
+    };
+    constexpr SystemValue systemValues[] = {{"Control Panel\\International", "sDecimal"},
+                                            {"Control Panel\\International", "sShortDate"},
+                                            {"Control Panel\\International", "iFirstDayOfWeek"},
+                                            {"Control Panel\\Colors", "ButtonFace"}};
+    RegistryStore registry;
+    auto scratch = std::make_unique<MemoryStore>();
+    for (const SystemValue& place : systemValues) {
+        const StoreKey from{{}, Hive::CurrentUser, place.key, KEY_READ};
+        const StoreKey to{{}, Hive::CurrentUser, place.key};
+        StoredValue value;
+        if (registry.Query(from, place.name, value) == store_error::None) scratch->Set(to, place.name, value);
+    }
+    return scratch;
+}
+
+} // namespace quorvane

@@ -1,0 +1,186 @@
+#include "platform/windows/desktop/event_loop.h"
+
+#include "core/run_time_error.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr wchar_t className[] = L"QuorvaneEvents";
+constexpr UINT postedMessage = WM_APP + 1;
+constexpr int internalError = 51;
+// A tick that takes longer than its interval must not hold Pump for ever.
+constexpr DWORD longestPumpMilliseconds = 200;
+
+} // namespace
+
+WindowsEventLoop::WindowsEventLoop() {
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = instance;
+    windowClass.lpszClassName = className;
+    RegisterClassExW(&windowClass); // fails where a loop stood before, and the class with it
+    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, className, L"Quorvane II", WS_POPUP, 0, 0, 0, 0, nullptr,
+                              nullptr, instance, nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+WindowsEventLoop::~WindowsEventLoop() {
+    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+    DestroyWindow(window_);
+}
+
+TimerId WindowsEventLoop::StartTimer(std::string_view name, int intervalMilliseconds,
+                                     std::function<void()> tick) {
+    const TimerId timer = ++lastTimer_;
+    timers_[timer] = {std::string(name), std::move(tick)};
+    SetTimer(window_, timer, static_cast<UINT>(std::max(intervalMilliseconds, 1)), nullptr);
+    return timer;
+}
+
+void WindowsEventLoop::StopTimer(TimerId timer) {
+    if (timers_.erase(timer) > 0) KillTimer(window_, timer);
+}
+
+void WindowsEventLoop::Post(std::function<void()> work) {
+    posted_.push_back(std::move(work));
+    PostMessageW(window_, postedMessage, 0, 0);
+}
+
+void WindowsEventLoop::Deliver(const std::function<void()>& work) {
+    if (end_) return;
+    try {
+        work();
+    } catch (...) {
+        Settle();
+    }
+    Wake();
+}
+
+void WindowsEventLoop::Pump() {
+    const DWORD begin = GetTickCount();
+    MSG message{};
+    while (!end_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        Dispatch(message);
+        if (message.message == WM_TIMER && GetTickCount() - begin > longestPumpMilliseconds) break;
+    }
+    LeaveIfEnding();
+}
+
+void WindowsEventLoop::RunWhile(const std::function<bool()>& condition) {
+    ++waiting_;
+    MSG message{};
+    while (!end_ && condition()) {
+        if (GetMessageW(&message, nullptr, 0, 0) != -1) Dispatch(message);
+    }
+    --waiting_;
+    LeaveIfEnding();
+}
+
+int WindowsEventLoop::Run() {
+    try {
+        RunWhile([] { return true; });
+    } catch (const ProcessEnd& end) {
+        return end.status;
+    }
+    return 0;
+}
+
+void WindowsEventLoop::OnFailure(std::function<void(int number, const char* description)> handler) {
+    onFailure_ = std::move(handler);
+}
+
+void WindowsEventLoop::LeaveIfEnding() const {
+    if (end_) throw ProcessEnd{*end_};
+}
+
+int WindowsEventLoop::AddFilter(std::function<bool(MSG&)> filter) {
+    filters_.emplace_back(++lastFilter_, std::move(filter));
+    return lastFilter_;
+}
+
+void WindowsEventLoop::RemoveFilter(int number) {
+    std::erase_if(filters_, [number](const auto& filter) { return filter.first == number; });
+}
+
+void WindowsEventLoop::AddHandler(Handler handler) {
+    handlers_.push_back(std::move(handler));
+}
+
+LRESULT CALLBACK WindowsEventLoop::Procedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
+    auto* loop = reinterpret_cast<WindowsEventLoop*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return loop ? loop->Handle(message, wide, low) : DefWindowProcW(window, message, wide, low);
+}
+
+LRESULT WindowsEventLoop::Handle(UINT message, WPARAM wide, LPARAM low) {
+    if (message == WM_TIMER) {
+        Tick(static_cast<TimerId>(wide));
+        return 0;
+    }
+    if (message == postedMessage) {
+        RunPosted();
+        return 0;
+    }
+    std::optional<LRESULT> answer;
+    for (std::size_t i = 0; i < handlers_.size() && !answer; ++i)
+        answer = handlers_[i](message, wide, low);
+    return answer ? *answer : DefWindowProcW(window_, message, wide, low);
+}
+
+void WindowsEventLoop::Tick(TimerId timer) {
+    const auto found = timers_.find(timer);
+    if (found == timers_.end()) return;
+    const auto tick = found->second.tick; // the tick may stop its own timer
+    Deliver(tick);
+}
+
+void WindowsEventLoop::RunPosted() {
+    if (posted_.empty()) return;
+    const auto work = std::move(posted_.front());
+    posted_.pop_front();
+    Deliver(work);
+}
+
+void WindowsEventLoop::Dispatch(MSG& message) {
+    // A quit is only the means to leave the system's own loops; what ends this one is `end_`.
+    if (message.message == WM_QUIT) return;
+    for (std::size_t i = filters_.size(); i-- > 0;) {
+        if (filters_[i].second(message) || end_) return;
+        i = std::min(i, filters_.size());
+    }
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+void WindowsEventLoop::Settle() {
+    try {
+        try {
+            throw;
+        } catch (const RunTimeError& error) {
+            if (onFailure_) onFailure_(error.Number(), error.what());
+        } catch (const std::exception& error) {
+            if (onFailure_) onFailure_(internalError, error.what());
+        }
+    } catch (const ProcessEnd& end) {
+        end_ = end.status;
+        EndMenu();
+        PostQuitMessage(end.status);
+    } catch (...) {
+        // The handler itself failed: there is nobody left to tell.
+        end_ = EXIT_FAILURE;
+        PostQuitMessage(EXIT_FAILURE);
+    }
+}
+
+void WindowsEventLoop::Wake() {
+    // Work may run while the system only looks for messages; the condition that is waited for may have
+    // changed.
+    if (waiting_ > 0) PostMessageW(window_, WM_NULL, 0, 0);
+}
+
+} // namespace quorvane

@@ -1,0 +1,105 @@
+#include "platform/windows/desktop/tray.h"
+
+#include "platform/windows/base/wide.h"
+#include "platform/windows/desktop/event_loop.h"
+#include "platform/windows/desktop/native_menu.h"
+
+#include <iterator>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr UINT iconId = 1;
+constexpr UINT callbackMessage = 512;
+constexpr std::size_t tipBytes = 128, titleBytes = 64, textBytes = 256; // the zero at the end included
+
+template<std::size_t capacity>
+void CopyCut(const std::string& text, std::size_t bytes, wchar_t (&field)[capacity]) {
+    CopyToField(CutToBytes(text, bytes - 1), field, capacity);
+}
+
+} // namespace
+
+WindowsTray::WindowsTray(WindowsEventLoop& events)
+    : events_(events)
+    , areaCreated_(RegisterWindowMessageW(L"TaskbarCreated"))
+    , icon_(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                          GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
+                                          LR_DEFAULTCOLOR))) {
+    events_.AddHandler([this](UINT message, WPARAM wide, LPARAM low) -> std::optional<LRESULT> {
+        if (NativeMenu::DrawPart(message, low)) return TRUE;
+        if (message == areaCreated_) {
+            if (wanted_) Add(shown_);
+            return 0;
+        }
+        if (message != callbackMessage || wide != iconId) return std::nullopt;
+        const int event = static_cast<int>(LOWORD(low));
+        const bool told = event == tray_message::LeftDoubleClick || event == tray_message::RightButtonUp;
+        if (told && onMessage_) events_.Deliver([this, event] { onMessage_(event); });
+        return 0;
+    });
+}
+
+WindowsTray::~WindowsTray() {
+    Remove();
+    if (icon_) DestroyIcon(icon_);
+}
+
+bool WindowsTray::Tell(DWORD operation, const TrayRecord& record) {
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = events_.Window();
+    data.uID = iconId;
+    data.uFlags = static_cast<UINT>(record.flags) & (NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_INFO);
+    if (record.balloonText.empty()) data.uFlags &= ~UINT{NIF_INFO};
+    data.uCallbackMessage = callbackMessage;
+    data.hIcon = icon_;
+    CopyCut(record.tip, tipBytes, data.szTip);
+    CopyCut(record.balloonTitle, titleBytes, data.szInfoTitle);
+    CopyCut(record.balloonText, textBytes, data.szInfo);
+    data.dwInfoFlags = static_cast<DWORD>(record.balloonIcon);
+    if (operation == NIM_SETVERSION) {
+        data.uVersion = static_cast<UINT>(record.version);
+    } else {
+        data.uTimeout = static_cast<UINT>(record.balloonTimeoutMilliseconds);
+    }
+    return Shell_NotifyIconW(operation, &data);
+}
+
+bool WindowsTray::Add(const TrayRecord& record) {
+    wanted_ = true;
+    shown_ = record;
+    return Tell(NIM_ADD, record) && Tell(NIM_SETVERSION, record);
+}
+
+bool WindowsTray::Modify(const TrayRecord& record) {
+    shown_ = record;
+    shown_.balloonText.clear(); // an area that comes back does not tell old news
+    return Tell(NIM_MODIFY, record);
+}
+
+bool WindowsTray::SetVersion(int version) {
+    shown_.version = version;
+    return Tell(NIM_SETVERSION, shown_);
+}
+
+void WindowsTray::Remove() {
+    if (std::exchange(wanted_, false)) Tell(NIM_DELETE, shown_);
+}
+
+void WindowsTray::Popup(Menu& menu) {
+    if (std::exchange(open_, true)) return;
+    if (menu.onOpen) menu.onOpen();
+    NativeMenu native(menu, NativeMenu::Kind::Popup);
+    MenuItem* chosen = native.Ask(events_.Window());
+    open_ = false;
+    events_.LeaveIfEnding();
+    if (chosen) Menu::Choose(*chosen);
+}
+
+void WindowsTray::OnMessage(std::function<void(int message)> handler) {
+    onMessage_ = std::move(handler);
+}
+
+} // namespace quorvane

@@ -1,0 +1,159 @@
+#include "platform/windows/forms/prompts.h"
+
+#include "core/text.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "platform/windows/base/wide.h"
+#include "platform/windows/desktop/event_loop.h"
+#include "platform/windows/drawing/drawing.h"
+#include "platform/windows/forms/form_host.h"
+
+#include <commdlg.h>
+#include <shlobj.h>
+
+#include <array>
+#include <cmath>
+
+namespace quorvane {
+namespace {
+
+// One line of text with "Ok" and "Cancel".
+class LineForm final : public Form {
+  public:
+    LineForm(Forms& forms, const std::string& text, const std::string& title, const std::string& preset)
+        : Form(forms, "frmLine") {
+        SetCaption(title);
+        Label1.SetCaption(text);
+        Label1.SetWrapWidth(5400);
+        Text1.SetText(preset);
+        Text1.columns = 40;
+        SetDefaultButton(&Command1);
+        SetCancelButton(&Command2);
+        Command1.onClick = [this] {
+            answer = Text1.Text();
+            Hide();
+        };
+        Command2.onClick = [this] { Hide(); };
+        SetLayout(Column({Label1, Place(Text1), Row({Stretch(), Command1, Command2}).Equal()}));
+    }
+
+    std::optional<std::string> answer;
+
+    Label Label1{*this, "Label1"};
+    TextBox Text1{*this, "Text1"};
+    Button Command1{*this, "Command1", "Ok"};
+    Button Command2{*this, "Command2", "Cancel"};
+};
+
+int CALLBACK ChooseStart(HWND box, UINT message, LPARAM, LPARAM start) {
+    if (message == BFFM_INITIALIZED) SendMessageW(box, BFFM_SETSELECTIONW, TRUE, start);
+    return 0;
+}
+
+} // namespace
+
+Answer WindowsPrompts::Message(const std::string& text, const std::string& title, int style) {
+    const int answer = MessageBoxW(host_.ActiveWindow(), Wide(text).c_str(), Wide(title).c_str(),
+                                   static_cast<UINT>(style) | MB_TASKMODAL | MB_SETFOREGROUND);
+    events_.LeaveIfEnding();
+    return answer == IDYES  ? Answer::Yes
+           : answer == IDNO ? Answer::No
+           : answer == IDOK ? Answer::Ok
+                            : Answer::Cancel;
+}
+
+std::optional<std::string> WindowsPrompts::Line(const std::string& text, const std::string& title,
+                                                const std::string& preset) {
+    Forms forms(host_, events_, drawing_);
+    LineForm form(forms, text, title, preset);
+    form.ShowModal();
+    form.Unload();
+    return form.answer;
+}
+
+std::optional<std::string> WindowsPrompts::File(FileQuestion& question) {
+    // The system parts the entries of a filter by zeros.
+    std::wstring filter = Wide(Replace(question.filter, "|", std::string(1, '\0')));
+    filter.append(2, L'\0');
+    std::wstring name(32768, L'\0');
+    CopyToField(question.name, name.data(), name.size());
+    const std::wstring title = Wide(question.title);
+    const std::wstring directory = Wide(question.directory);
+    OPENFILENAMEW box{};
+    box.lStructSize = sizeof box;
+    box.hwndOwner = host_.ActiveWindow();
+    box.lpstrFilter = filter.c_str();
+    box.nFilterIndex = static_cast<DWORD>(question.filterIndex);
+    box.lpstrFile = name.data();
+    box.nMaxFile = static_cast<DWORD>(name.size());
+    box.lpstrInitialDir = directory.empty() ? nullptr : directory.c_str();
+    box.lpstrTitle = title.c_str();
+    // The program's own directory must not wander with the boxes.
+    box.Flags =
+        OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
+        (question.forSave ? DWORD{OFN_OVERWRITEPROMPT} : DWORD{OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST});
+    const bool chosen = question.forSave ? GetSaveFileNameW(&box) : GetOpenFileNameW(&box);
+    events_.LeaveIfEnding();
+    if (!chosen) return std::nullopt;
+    question.filterIndex = static_cast<int>(box.nFilterIndex);
+    return Utf8(name.c_str());
+}
+
+std::optional<std::string> WindowsPrompts::Folder(const std::string& title, const std::string& start) {
+    const std::wstring wideTitle = Wide(title);
+    const std::wstring wideStart = Wide(start);
+    wchar_t shown[MAX_PATH]{};
+    BROWSEINFOW box{};
+    box.hwndOwner = host_.ActiveWindow();
+    box.pszDisplayName = shown;
+    box.lpszTitle = wideTitle.c_str();
+    box.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+    box.lpfn = ChooseStart;
+    box.lParam = reinterpret_cast<LPARAM>(wideStart.c_str());
+    PIDLIST_ABSOLUTE place = SHBrowseForFolderW(&box);
+    wchar_t path[MAX_PATH]{};
+    const bool chosen = place && SHGetPathFromIDListW(place, path);
+    CoTaskMemFree(place);
+    events_.LeaveIfEnding();
+    if (!chosen) return std::nullopt;
+    return Utf8(path);
+}
+
+std::optional<FontSpec> WindowsPrompts::Font(const FontSpec& preset) {
+    LOGFONTW font{};
+    font.lfHeight =
+        -static_cast<LONG>(std::lround(preset.size * static_cast<float>(host_.DotsPerInch()) / 72));
+    font.lfWeight = preset.bold ? FW_BOLD : FW_NORMAL;
+    font.lfItalic = preset.italic;
+    font.lfUnderline = preset.underline;
+    font.lfStrikeOut = preset.strikethrough;
+    CopyToField(preset.name, font.lfFaceName, LF_FACESIZE);
+    CHOOSEFONTW box{};
+    box.lStructSize = sizeof box;
+    box.hwndOwner = host_.ActiveWindow();
+    box.lpLogFont = &font;
+    box.Flags = CF_SCREENFONTS | CF_EFFECTS | CF_INITTOLOGFONTSTRUCT;
+    const bool chosen = ChooseFontW(&box);
+    events_.LeaveIfEnding();
+    if (!chosen) return std::nullopt;
+    return FontSpec{Utf8(font.lfFaceName),    static_cast<float>(box.iPointSize) / 10,
+                    font.lfWeight >= FW_BOLD, font.lfItalic != 0,
+                    font.lfUnderline != 0,    font.lfStrikeOut != 0};
+}
+
+std::optional<Color> WindowsPrompts::PickColor(Color preset) {
+    std::array<COLORREF, 16> own{};
+    own.fill(RGB(255, 255, 255));
+    CHOOSECOLORW box{};
+    box.lStructSize = sizeof box;
+    box.hwndOwner = host_.ActiveWindow();
+    box.rgbResult = static_cast<COLORREF>(preset);
+    box.lpCustColors = own.data();
+    box.Flags = CC_RGBINIT | CC_FULLOPEN;
+    const bool chosen = ChooseColorW(&box);
+    events_.LeaveIfEnding();
+    if (!chosen) return std::nullopt;
+    return static_cast<Color>(box.rgbResult);
+}
+
+} // namespace quorvane

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/forms/controls.h"
+#include "platform/forms/form_host.h"
+#include "platform/windows/base/win32.h"
+
+#include <memory>
+
+namespace quorvane {
+
+// What a widget needs of the form's window.
+class WidgetSite {
+  public:
+    virtual ~WidgetSite() = default;
+    virtual HWND Window() const = 0;
+    virtual TwipScale Scale() const = 0;
+    // Tells the model what a person did; nothing while a change of the model is being applied. The widget may
+    // be gone afterwards.
+    virtual void Report(Control& control, const Act& done) = 0;
+};
+
+// The native window of one control. It shows the model's value and reports what a person does with it.
+class Widget {
+  public:
+    virtual ~Widget();
+    Widget(const Widget&) = delete;
+    Widget& operator=(const Widget&) = delete;
+
+    HWND Window() const { return window_; }
+    Control& Model() const { return model_; }
+
+    virtual void ShowValue() {}
+    virtual void ShowCaption();
+    virtual void ShowItems() {}
+    // Fonts and colours that a window message alone does not change.
+    virtual void ShowLook() {}
+    virtual void Place(const PixelRect& area);
+
+    // The system's notifications; what they return is returned to it.
+    virtual void OnCommand(WORD) {}
+    virtual LRESULT OnNotify(NMHDR&) { return 0; }
+    virtual void OnScroll(WORD) {}
+    // The place of the caret may have changed.
+    virtual void LookAtCaret() {}
+    // The widget wants this key for itself, whatever the form would do with it.
+    virtual bool Keeps(int) const { return false; }
+    // Clicks come from the mouse alone, not from a notification.
+    virtual bool ClicksByMouse() const { return false; }
+    // The model goes, and the window a little later.
+    virtual void Detach() {}
+
+  protected:
+    Widget(WidgetSite& site, Control& model, const wchar_t* className, DWORD style, DWORD extendedStyle = 0);
+
+    void Report(const Act& done) { site_.Report(model_, done); }
+    std::string WindowText() const;
+    void SetText(const std::string& text);
+
+    WidgetSite& site_;
+    Control& model_;
+    HWND window_ = nullptr;
+};
+
+std::unique_ptr<Widget> CreateWidget(WidgetSite& site, Control& control);
+
+} // namespace quorvane

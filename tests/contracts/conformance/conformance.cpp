@@ -1,0 +1,326 @@
+#include "tests/contracts/conformance/conformance.h"
+
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane {
+
+ConformanceForm::ConformanceForm(Forms& forms)
+    : Form(forms, "frmConformance") {
+    SetCaption("Every kind of control");
+    SetDefaultButton(&cmdOk);
+    SetCancelButton(&cmdCancel);
+    Fill();
+    Listen();
+    Arrange();
+}
+
+void ConformanceForm::Fill() {
+    txtName.SetText("Quorvane");
+    txtCount.SetText("5");
+    txtCount.maxLength = 4;
+    txtCount.keyFilter = [](char32_t letter) -> char32_t {
+        if (letter >= U'a' && letter <= U'z') letter -= U'a' - U'A';
+        return (letter >= U'0' && letter <= U'9') || letter == U'I' ? letter : 0;
+    };
+    txtText.SetText("one\r\ntwo");
+    txtText.lines = 2;
+    txtText.columns = 24;
+    rtbMessage.SetText("Wake up");
+    rtbMessage.lines = 2;
+    rtbMessage.columns = 24;
+    optKind0.SetValue(true);
+    optOther.SetValue(true);
+    cboUnit.SetItems({"second(s)", "minute(s)", "hour(s)"});
+    cboUnit.SetListIndex(1);
+    cboFree.SetItems({"Arial", "Courier"});
+    cboFree.SetText("Tahoma");
+    lvwAlarms.SetColumns({{"Alarm name", 1500}, {"Alarm time", 1500}});
+    lvwAlarms.SetCheckBoxes(true);
+    lvwAlarms.SetRows(
+        {{{"Tea", "HH == 17"}, true, ""}, {{"Meeting", "DW = 1"}, false, ""}, {{"Holiday"}, false, ""}});
+    lvwAlarms.lines = 4;
+    tabPages.SetTabs({"&General", "&Notes", "Abou&t"});
+    lblPage2.SetVisible(false);
+    sldAlpha.SetRange(0, 255);
+    sldAlpha.SetValue(128);
+    prgDone.SetRange(0, 75);
+    prgDone.SetValue(25);
+    scrZone.SetRange(-12, 13);
+    dtpStart.SetValue({2008, 2, 29, 12, 30, 15});
+    mvwDay.SetValue({2008, 2, 29});
+    picFace.SetPreferred({1200, 900});
+    picFace.onPaint = [](Surface& surface) {
+        const PixelSize size = surface.Size();
+        surface.Fill({0, 0, size.width, size.height}, Rgb(20, 60, 140));
+        surface.Fill({size.width / 4, size.height / 4, size.width / 2, size.height / 2}, Rgb(250, 220, 90));
+    };
+    cmdOff.SetEnabled(false);
+
+    MenuItem& file = menuBar.Add("mnu_file", NoIndex, "&File");
+    file.Add("mnu_open", 0, "&Open", [this] { log.push_back("menu Open"); });
+    file.AddSeparator();
+    file.Add("mnu_exit", 1, "E&xit", [this] { log.push_back("menu Exit"); });
+    MenuItem& views = menuBar.Add("mnu_views", NoIndex, "&Views");
+    views.Add("mnu_top", 0, "On top").checked = true;
+    views.items[0].onClick = [this] {
+        MenuItem& top = menuBar.Items()[1].items[0];
+        top.checked = !top.checked;
+        log.push_back(top.checked ? "menu On top" : "menu not on top");
+    };
+    SetMenuBar(&menuBar);
+}
+
+void ConformanceForm::Listen() {
+    const auto logValue = [this](Control& control) {
+        return [this, &control] { log.push_back(control.FullName() + " = " + control.ValueText()); };
+    };
+    const auto logName = [this](Control& control, const char* what) {
+        return [this, &control, what] { log.push_back(control.FullName() + ' ' + what); };
+    };
+    lblPage.onClick = logName(lblPage, "clicked");
+    fraKind.onClick = logName(fraKind, "clicked");
+    picFace.onClick = logName(picFace, "clicked");
+    cmdOk.onClick = logName(cmdOk, "clicked");
+    cmdCancel.onClick = logName(cmdCancel, "clicked");
+    cmdOff.onClick = logName(cmdOff, "clicked");
+    txtName.onChange = logValue(txtName);
+    txtCount.onChange = logValue(txtCount);
+    txtText.onChange = logValue(txtText);
+    rtbMessage.onChange = logValue(rtbMessage);
+    chkActive.onClick = logValue(chkActive);
+    optKind0.onClick = logValue(optKind0);
+    optKind1.onClick = logValue(optKind1);
+    optOther.onClick = logValue(optOther);
+    cboUnit.onClick = logValue(cboUnit);
+    cboFree.onClick = logValue(cboFree);
+    cboFree.onChange = logValue(cboFree);
+    lvwAlarms.onItemClick = [this] { log.push_back("row " + std::to_string(lvwAlarms.SelectedRow())); };
+    lvwAlarms.onItemCheck = [this](int row) {
+        log.push_back("row " + std::to_string(row) + " checked or cleared");
+    };
+    lvwAlarms.onDoubleClick = logName(lvwAlarms, "double click");
+    tabPages.onClick = [this] {
+        lblPage.SetVisible(tabPages.SelectedTab() == 0);
+        lblPage2.SetVisible(tabPages.SelectedTab() == 1);
+        log.push_back("tab " + std::to_string(tabPages.SelectedTab()));
+    };
+    sldAlpha.onChange = logValue(sldAlpha);
+    scrZone.onChange = logValue(scrZone);
+    dtpStart.onChange = logValue(dtpStart);
+    mvwDay.onChange = logValue(mvwDay);
+    txtText.onKeyDown = [this](const act::Key& key) {
+        if (key.code != key_code::Enter || key.shift != shift_state::Ctrl) return false;
+        log.push_back("txtText Ctrl+Enter");
+        return true;
+    };
+}
+
+void ConformanceForm::Arrange() {
+    fraKind.SetLayout(Column({optKind0, optKind1, optOther}));
+    tabPages.SetLayout(Stack({Column({lblPage}), Column({lblPage2})}));
+    SetLayout(Column({
+        Row({
+            Column({
+                Grid(2, {lblName, Place(txtName).Stretched(), lblCount, txtCount}),
+                txtText,
+                rtbMessage,
+                chkActive,
+                fraKind,
+                Row({cboUnit, cboFree}),
+            }),
+            Column({Place(lvwAlarms).Stretched(), tabPages, sldAlpha, prgDone, scrZone}).Stretched(),
+            Column({dtpStart, mvwDay, Row({Stretch(), picFace, Stretch()})}),
+        }),
+        Row({Stretch(), cmdOk, cmdCancel, cmdOff}).Equal(),
+    }));
+}
+
+bool ConformanceForm::OnCloseByFrame() {
+    log.push_back("close by frame");
+    return true;
+}
+
+namespace {
+
+// The log since it was last asked for.
+std::string Taken(ConformanceForm& form, Hands& hands) {
+    hands.Settle();
+    std::string lines;
+    for (const std::string& line : form.log)
+        lines += (lines.empty() ? "" : "; ") + line;
+    form.log.clear();
+    return lines;
+}
+
+void CheckMirror(ConformanceForm& form, Hands& hands, const char* when) {
+    hands.Settle();
+    for (Control* control : form.Controls()) {
+        EXPECT_EQ(hands.Shown(*control), control->ValueText()) << control->FullName() << ' ' << when;
+    }
+}
+
+void CheckPerson(ConformanceForm& form, Hands& hands) {
+    hands.Type(form.txtName, "s");
+    EXPECT_EQ(Taken(form, hands), "txtName = \"Quorvanes\"");
+    hands.Type(form.txtName, "\xC3\xA9");
+    EXPECT_EQ(Taken(form, hands), "txtName = \"Quorvanes\xC3\xA9\"");
+    hands.Type(form.txtCount, "i-7");
+    EXPECT_EQ(Taken(form, hands), "txtCount = \"5I\"; txtCount = \"5I7\"")
+        << "letters are filtered and folded";
+    hands.Type(form.txtCount, "89");
+    EXPECT_EQ(Taken(form, hands), "txtCount = \"5I78\"") << "no more than four letters";
+    hands.Type(form.txtText, "!\n");
+    EXPECT_EQ(Taken(form, hands), "txtText = \"one\\r\\ntwo!\"; txtText = \"one\\r\\ntwo!\\r\\n\"");
+    hands.PressKey(form.txtText, key_code::Enter, shift_state::Ctrl);
+    EXPECT_EQ(Taken(form, hands), "txtText Ctrl+Enter") << "the key is used up, the text stays";
+    hands.Type(form.rtbMessage, "!");
+    EXPECT_EQ(Taken(form, hands), "rtbMessage = \"Wake up!\"");
+    hands.Toggle(form.chkActive);
+    hands.Toggle(form.chkActive);
+    EXPECT_EQ(Taken(form, hands), "chkActive = checked; chkActive = clear");
+    hands.Toggle(form.optKind1);
+    hands.Toggle(form.optKind1);
+    EXPECT_EQ(Taken(form, hands), "optKind(1) = chosen") << "a chosen option stays, and says so once";
+    EXPECT_FALSE(form.optKind0.Value());
+    EXPECT_TRUE(form.optOther.Value()) << "another group";
+    hands.Choose(form.cboUnit, 2);
+    EXPECT_EQ(Taken(form, hands), "cboUnit = 2 \"hour(s)\" of 3");
+    hands.Type(form.cboFree, "s");
+    EXPECT_EQ(Taken(form, hands), "cboFree = -1 \"Tahomas\" of 2");
+    hands.Choose(form.cboFree, 1);
+    EXPECT_EQ(Taken(form, hands), "cboFree = 1 \"Courier\" of 2");
+    hands.Choose(form.lvwAlarms, 1);
+    EXPECT_EQ(Taken(form, hands), "row 1");
+    hands.CheckRow(form.lvwAlarms, 1);
+    EXPECT_EQ(Taken(form, hands), "row 1 checked or cleared");
+    hands.DoubleClick(form.lvwAlarms);
+    EXPECT_EQ(Taken(form, hands), "lvwAlarms double click");
+    hands.Choose(form.tabPages, 1);
+    EXPECT_EQ(Taken(form, hands), "tab 1");
+    EXPECT_TRUE(form.lblPage2.IsShown());
+    hands.Choose(form.tabPages, 0);
+    EXPECT_EQ(Taken(form, hands), "tab 0");
+    hands.Step(form.sldAlpha, 1);
+    EXPECT_EQ(Taken(form, hands), "sldAlpha = 129 in 0..255");
+    hands.Step(form.scrZone, -1);
+    EXPECT_EQ(Taken(form, hands), "scrZone = -1 in -12..13");
+    hands.PickDate(form.dtpStart, {2009, 12, 31, 23, 59, 58});
+    EXPECT_EQ(form.dtpStart.Value(), (DateTime{2009, 12, 31, 23, 59, 58}));
+    EXPECT_TRUE(Taken(form, hands).ends_with("dtpStart = 2009-12-31 23:59:58"));
+    hands.PickDate(form.mvwDay, {2008, 2, 14});
+    EXPECT_EQ(Taken(form, hands), "mvwDay = 2008-02-14");
+    hands.Click(form.lblPage);
+    EXPECT_EQ(Taken(form, hands), "lblPage clicked");
+    hands.Click(form.fraKind);
+    EXPECT_EQ(Taken(form, hands), "fraKind clicked");
+    hands.Click(form.picFace);
+    EXPECT_EQ(Taken(form, hands), "picFace clicked");
+    hands.Click(form.cmdOk);
+    EXPECT_EQ(Taken(form, hands), "cmdOk clicked");
+    hands.Click(form.cmdOff);
+    EXPECT_EQ(Taken(form, hands), "") << "a button that is switched off";
+    hands.PressKey(form.txtName, key_code::Enter, 0);
+    EXPECT_EQ(Taken(form, hands), "cmdOk clicked");
+    hands.PressKey(form.txtName, key_code::Escape, 0);
+    EXPECT_EQ(Taken(form, hands), "cmdCancel clicked");
+    hands.ChooseFromMenuBar(form, 0, 2);
+    EXPECT_EQ(Taken(form, hands), "menu Exit");
+    hands.ChooseFromMenuBar(form, 1, 0);
+    EXPECT_EQ(Taken(form, hands), "menu not on top");
+}
+
+// The same events by code. The host shows the new values and reports nothing of its own.
+void CheckCode(ConformanceForm& form, Hands& hands) {
+    form.txtName.SetText("\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82");
+    form.txtName.SetText(form.txtName.Text());
+    form.txtText.SetText("a\r\n\r\nb");
+    form.rtbMessage.SetText("x");
+    form.chkActive.SetValue(true);
+    form.optKind0.SetValue(true);
+    form.cboUnit.SetListIndex(0);
+    form.cboFree.SetText("Courier New");
+    form.lvwAlarms.SelectRow(2);
+    form.lvwAlarms.SetChecked(0, false);
+    form.tabPages.SelectTab(2);
+    form.sldAlpha.SetValue(400);
+    form.prgDone.SetValue(50);
+    form.scrZone.SetValue(13);
+    form.dtpStart.SetValue({1999, 1, 2, 3, 4, 5});
+    form.mvwDay.SetValue({2000, 2, 29});
+    EXPECT_EQ(
+        Taken(form, hands),
+        "txtName = \"\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82\"; "
+        "txtText = \"a\\r\\n\\r\\nb\"; rtbMessage = \"x\"; chkActive = checked; "
+        "optKind(0) = chosen; cboUnit = 0 \"second(s)\" of 3; cboFree = -1 \"Courier New\" of 2; row 2; "
+        "row 0 checked or cleared; tab 2; sldAlpha = 255 in 0..255; scrZone = 13 in -12..13; "
+        "dtpStart = 1999-01-02 03:04:05; mvwDay = 2000-02-29");
+    CheckMirror(form, hands, "after changes by code");
+
+    form.lvwAlarms.RemoveRow(0);
+    form.lvwAlarms.AddRow({{"New", "now"}, true, ""});
+    form.lvwAlarms.SetCell(0, 1, "never");
+    form.cboUnit.SetItems({"day(s)"});
+    form.tabPages.SetTabCaption(0, "All&gemein");
+    form.scrZone.SetRange(0, 5);
+    form.prgDone.SetRange(0, 10);
+    EXPECT_EQ(Taken(form, hands), "scrZone = 5 in 0..5");
+    CheckMirror(form, hands, "after new entries and limits");
+}
+
+} // namespace
+
+void CheckConformance(ConformanceForm& form, Hands& hands) {
+    form.Show();
+    CheckMirror(form, hands, "when first shown");
+    EXPECT_EQ(Taken(form, hands), "") << "showing a form raises nothing";
+    CheckPerson(form, hands);
+    CheckMirror(form, hands, "after what a person did");
+    CheckCode(form, hands);
+
+    EXPECT_EQ(DumpForm(form),
+              "Form frmConformance \"Every kind of control\"\n"
+              "  MenuItem \"&File\"\n"
+              "    MenuItem \"&Open\"\n"
+              "    MenuItem \"-\"\n"
+              "    MenuItem \"E&xit\"\n"
+              "  MenuItem \"&Views\"\n"
+              "    MenuItem \"On top\"\n"
+              "  Label lblName \"&Name:\"\n"
+              "  TextBox txtName = \"\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82\"\n"
+              "  Label lblCount \"Count\"\n"
+              "  TextBox txtCount = \"5I78\"\n"
+              "  TextBox txtText = \"a\\r\\n\\r\\nb\"\n"
+              "  RichTextBox rtbMessage = \"x\"\n"
+              "  CheckBox chkActive \"&Active && shown\" = checked\n"
+              "  Frame fraKind \"Kind\"\n"
+              "    OptionButton optKind(0) \"First\" = chosen\n"
+              "    OptionButton optKind(1) \"Second\" = clear\n"
+              "    OptionButton optOther \"Other group\" = chosen\n"
+              "  ComboBox cboUnit = -1 \"\" of 1\n"
+              "  ComboBox cboFree = -1 \"Courier New\" of 2\n"
+              "  ListView lvwAlarms = 1 [x] \"Meeting\"|\"never\" [ ] \"Holiday\"|\"\" [x] \"New\"|\"now\"\n"
+              "  TabStrip tabPages = 2 \"All&gemein\" \"&Notes\" \"Abou&t\"\n"
+              "    Label lblPage \"Page of the first tab\" hidden\n"
+              "    Label lblPage(2) \"A longer page of the second tab\" hidden\n"
+              "  Slider sldAlpha = 255 in 0..255\n"
+              "  ProgressBar prgDone = 10 in 0..10\n"
+              "  ScrollBar scrZone = 5 in 0..5\n"
+              "  DatePicker dtpStart = 1999-01-02 03:04:05\n"
+              "  MonthView mvwDay = 2000-02-29\n"
+              "  PictureBox picFace\n"
+              "  Button cmdOk \"&Ok\"\n"
+              "  Button cmdCancel \"Cancel\"\n"
+              "  Button cmdOff \"Not now\" disabled\n"
+              "  Timer tmrTick = 50 disabled\n");
+
+    hands.CloseByFrame(form);
+    EXPECT_EQ(Taken(form, hands), "close by frame; unload");
+    EXPECT_FALSE(form.IsLoaded());
+    form.Show();
+    CheckMirror(form, hands, "when shown again");
+    form.Unload();
+}
+
+} // namespace quorvane

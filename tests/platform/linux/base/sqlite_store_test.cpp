@@ -1,0 +1,225 @@
+#include "platform/headless.h"
+#include "platform/linux/base/sqlite_store.h"
+#include "platform/linux/base/system_values.h"
+#include "tests/contracts/store_contract.h"
+#include "tests/support/temporary_folder.h"
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iterator>
+
+namespace quorvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SqliteStoreMaker {
+  public:
+    std::unique_ptr<Store> Open() {
+        std::string why;
+        auto store = SqliteStore::Open(folder_.Path().string() + "/new/settings.db", why);
+        EXPECT_EQ(why, "");
+        return store;
+    }
+    static std::string Root() { return "Software\\Quorvane test"; }
+
+  private:
+    test::TemporaryFolder folder_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Sqlite, StoreContract, SqliteStoreMaker);
+
+const StoreKey Key{"", Hive::CurrentUser, "Software\\Quorvane"};
+
+StoredValue Text(const std::string& text) {
+    return {ValueType::Text, text + '\0'};
+}
+
+std::string TextOf(Store& store, std::string_view name) {
+    StoredValue value;
+    if (store.Query(Key, name, value) != store_error::None) return "(none)";
+    return value.data.substr(0, value.data.size() - 1);
+}
+
+class SqliteStoreTest : public testing::Test {
+  protected:
+    std::unique_ptr<SqliteStore> Open() { return SqliteStore::Open(file, why); }
+
+    test::TemporaryFolder folder;
+    std::string file = folder.Path().string() + "/settings.db";
+    std::string why;
+};
+
+TEST_F(SqliteStoreTest, SetsADamagedFileAsideAndBeginsAFreshOne) {
+    const std::string zeros(8192, '\0');
+    const std::string header = "SQLite format 3" + std::string(1, '\0');
+    int number = 0;
+    for (const std::string& garbage :
+         {std::string("this is no tree"), header + "but nothing behind it", zeros}) {
+        std::ofstream(file) << garbage;
+        auto store = Open();
+        ASSERT_TRUE(store);
+        const std::string aside = file + (++number == 1 ? ".damaged" : ".damaged-" + std::to_string(number));
+        EXPECT_NE(why.find("[" + aside + "]"), std::string::npos) << why;
+        std::ifstream kept(aside);
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), garbage);
+        EXPECT_EQ(store->Set(Key, "v", Text("1")), store_error::None);
+        store.reset();
+        EXPECT_EQ(TextOf(*Open(), "v"), "1") << "the fresh file is kept";
+        EXPECT_EQ(why, "");
+        fs::remove(file);
+    }
+}
+
+TEST_F(SqliteStoreTest, NoticesDamageInTheMiddleOfTheFile) {
+    {
+        auto store = Open();
+        store->BeginBatch();
+        for (int i = 0; i < 2000; ++i)
+            store->Set(Key, "value " + std::to_string(i), Text(std::string(50, 'x')));
+        store->EndBatch();
+    }
+    std::fstream raw(file, std::ios::in | std::ios::out | std::ios::binary);
+    raw.seekp(4096 * 5);
+    raw << std::string(4096, '\xA5');
+    raw.close();
+    auto store = Open();
+    ASSERT_TRUE(store);
+    EXPECT_NE(why.find("damaged"), std::string::npos);
+    EXPECT_TRUE(fs::exists(file + ".damaged"));
+    EXPECT_EQ(TextOf(*store, "value 1"), "(none)");
+}
+
+TEST_F(SqliteStoreTest, SaysWhyAPlaceCannotBeUsed) {
+    std::ofstream(folder.Path().string() + "/file") << "in the way";
+    EXPECT_FALSE(SqliteStore::Open(folder.Path().string() + "/file/settings.db", why));
+    EXPECT_NE(why.find("cannot be made"), std::string::npos) << why;
+    fs::create_directory(file);
+    EXPECT_FALSE(Open());
+    EXPECT_NE(why.find("[" + file + "]"), std::string::npos) << why;
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file), "v"), "(none)");
+}
+
+TEST_F(SqliteStoreTest, ReadsIntoMemoryWhatCannotBeWritten) {
+    Open()->Set({"", Hive::Users, "A\\b C"}, "v", Text("1"));
+    Open()->Set(Key, "v", Text("kept"));
+    auto memory = SqliteStore::ReadIntoMemory(file);
+    EXPECT_EQ(TextOf(*memory, "v"), "kept");
+    std::vector<std::string> names;
+    memory->SubKeys({"", Hive::Users, "a"}, names);
+    EXPECT_EQ(names, std::vector<std::string>{"b C"});
+}
+
+TEST_F(SqliteStoreTest, AnswersAnErrorWhereTheDiskIsFull) {
+    auto store = Open();
+    ASSERT_EQ(store->Set(Key, "old", Text("old")), store_error::None);
+    // The child lives under a limit on file sizes, which is how a full disk shows to it.
+    const pid_t child = fork();
+    if (child == 0) {
+        std::string reason;
+        auto full = SqliteStore::Open(file, reason);
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{100'000, 100'000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const int error = full->Set(Key, "big", Text(std::string(1'000'000, 'x')));
+        const bool stillReads = TextOf(*full, "old") == "old";
+        _exit(error == store_error::WriteFault && full->LastError() == error && stillReads ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(TextOf(*store, "old"), "old");
+    EXPECT_EQ(TextOf(*store, "big"), "(none)");
+}
+
+// Runs `work` in a process of its own with the tree open.
+pid_t StartProcess(const std::string& file, const std::function<void(Store&)>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        std::string why;
+        auto store = SqliteStore::Open(file, why);
+        if (!store) _exit(2);
+        work(*store);
+        store.reset();
+        _exit(why.empty() ? 0 : 3);
+    }
+    return child;
+}
+
+TEST_F(SqliteStoreTest, ManyProcessesBeginOneFileAtOnce) {
+    std::vector<pid_t> children;
+    for (int i = 0; i < 8; ++i) {
+        children.push_back(StartProcess(file, [i](Store& store) {
+            for (int n = 0; n < 20; ++n) {
+                if (store.Set(Key, std::to_string(i) + "/" + std::to_string(n), Text("x")) != 0) _exit(4);
+            }
+        }));
+    }
+    for (const pid_t child : children) {
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    std::vector<std::string> names;
+    Open()->ValueNames(Key, names);
+    EXPECT_EQ(names.size(), 160U);
+}
+
+TEST(CreateStore, WorksFromMemoryWhereNothingCanBeWritten) {
+    test::TemporaryFolder home;
+    std::ofstream(home.Path().string() + "/file") << "in the way";
+    setenv("XDG_CONFIG_HOME", (home.Path().string() + "/file").c_str(), 1);
+    std::string why;
+    testing::internal::CaptureStderr();
+    auto store = CreateStore(why);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find(why), std::string::npos);
+    EXPECT_NE(why.find("kept in memory"), std::string::npos) << why;
+    EXPECT_FALSE(store->Lasting());
+    EXPECT_EQ(store->Set(Key, "v", Text("1")), store_error::None);
+    EXPECT_EQ(TextOf(*store, "v"), "1");
+
+    setenv("XDG_CONFIG_HOME", home.Path().string().c_str(), 1);
+    store = CreateStore(why);
+    EXPECT_EQ(why, "");
+    EXPECT_TRUE(store->Lasting());
+    EXPECT_TRUE(fs::exists(home.Path().string() + "/quorvane/settings.db"));
+    unsetenv("XDG_CONFIG_HOME");
+}
+
+TEST(SystemValues, AnswersTheSystemsAndPassesOnTheRest) {
+    auto tree = std::make_unique<MemoryStore>();
+    tree->Set(Key, "v", Text("own"));
+    tree->Set({"", Hive::CurrentUser, "Control Panel\\Desktop"}, "Wallpaper", Text("/w.bmp"));
+    SystemValues store(std::move(tree), {{"control panel\\colors", "buttonface", [] { return "1 2 3"; }}});
+    StoredValue value;
+    EXPECT_EQ(store.Query({"", Hive::CurrentUser, "Control Panel\\Colors", 131097}, "ButtonFace", value), 0);
+    EXPECT_EQ(value.data, std::string("1 2 3\0", 6));
+    EXPECT_EQ(store.Query({"", Hive::CurrentUser, "Control Panel\\Desktop"}, "Wallpaper", value), 0);
+    EXPECT_EQ(value.data, std::string("/w.bmp\0", 7));
+    EXPECT_EQ(store.Query({"", Hive::Users, "Control Panel\\Colors"}, "ButtonFace", value),
+              store_error::NotFound);
+    EXPECT_EQ(TextOf(store, "v"), "own");
+    store.Set({"", Hive::CurrentUser, "Control Panel\\Colors"}, "ButtonFace", Text("4 5 6"));
+    store.Query({"", Hive::CurrentUser, "Control Panel\\Colors"}, "ButtonFace", value);
+    EXPECT_EQ(value.data, Text("4 5 6").data) << "what the tree holds comes first";
+}
+
+TEST(SystemValues, TakesTheLocaleOfTheEnvironment) {
+    setenv("LC_ALL", "C", 1);
+    const std::vector<SystemValue> values = LocaleValues();
+    EXPECT_EQ(values[0].answer(), ".");
+    EXPECT_EQ(values[1].answer(), "MM/dd/yy");
+    EXPECT_EQ(values[2].answer(), "0") << "Monday, where the calendar begins";
+    setenv("LC_ALL", "no_SUCH.locale", 1);
+    EXPECT_EQ(values[0].answer(), ".") << "a locale that is not installed is the neutral one";
+    unsetenv("LC_ALL");
+}
+
+} // namespace
+} // namespace quorvane

@@ -1,0 +1,84 @@
+#include "platform/linux/desktop/event_loop.h"
+#include "platform/linux/drawing/drawing.h"
+#include "platform/linux/forms/form_host.h"
+#include "platform/linux/forms/form_view.h"
+#include "tests/platform/linux/forms/qt_hands.h"
+
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+
+class QtForms : public testing::Test {
+  protected:
+    QtEventLoop events_;
+    LinuxDrawing drawing_;
+    QtFormHost host_{drawing_};
+    Forms forms_{host_, events_, drawing_};
+
+    static QWidget* WindowOf(const Form& form) { return static_cast<QtFormView*>(form.View())->Window(); }
+};
+
+TEST_F(QtForms, BehaveAsEverywhere) {
+    ConformanceForm form(forms_);
+    QtHands hands(form);
+    form.Show();
+    hands.Settle();
+    if (const char* shots = std::getenv("QUORVANE_SHOTS")) {
+        WindowOf(form)->grab().save(QString(shots) + "/conformance.png");
+    }
+    CheckConformance(form, hands);
+}
+
+// Every widget is at least as large as it would like to be, and lies inside its parent.
+TEST_F(QtForms, CutNothing) {
+    ConformanceForm form(forms_);
+    form.cmdOk.SetCaption("&\xC3\x9C"
+                          "bernehmen und schlie\xC3\x9F"
+                          "en");
+    form.chkActive.SetFont(FontSpec{"DejaVu Sans", 14, true, false, false, false});
+    form.Show();
+    const auto* view = static_cast<QtFormView*>(form.View());
+    for (const Control* control : form.Controls()) {
+        if (!control->IsShown()) continue;
+        const QWidget* widget = view->WidgetOf(*control);
+        const bool holdsText =
+            control->Kind() == ControlKind::Label || control->Kind() == ControlKind::Button ||
+            control->Kind() == ControlKind::CheckBox || control->Kind() == ControlKind::OptionButton ||
+            control->Kind() == ControlKind::ComboBox || control->Kind() == ControlKind::Frame;
+        const QSize wanted = holdsText ? widget->minimumSizeHint() : QSize();
+        EXPECT_GE(widget->width() + 1, wanted.width()) << control->FullName();
+        EXPECT_GE(widget->height() + 1, wanted.height()) << control->FullName();
+        EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry())) << control->FullName();
+    }
+}
+
+TEST_F(QtForms, EndInsideTheirOwnEvents) {
+    class Closing : public Form {
+      public:
+        explicit Closing(Forms& forms)
+            : Form(forms, "frmClosing") {
+            cmdClose.onClick = [this] { Unload(); };
+            SetLayout(Column({cmdClose}));
+        }
+        Button cmdClose{*this, "cmdClose", "Close"};
+    };
+    Closing& form = forms_.Own(std::make_unique<Closing>(forms_));
+    QtHands hands(form);
+    events_.Post([&] { hands.Click(form.cmdClose); });
+    form.ShowModal();
+    EXPECT_TRUE(forms_.Loaded().empty());
+    hands.Settle();
+}
+
+TEST_F(QtForms, AreCutOutWhereTheyAreTransparent) {
+    ConformanceForm form(forms_);
+    form.SetTransparentColor(Rgb(1, 2, 3));
+    form.Show();
+    const QRegion shape = WindowOf(form)->mask();
+    EXPECT_FALSE(shape.contains(QPoint(1, WindowOf(form)->height() - 1))) << "bare ground";
+    const QWidget* face = static_cast<QtFormView*>(form.View())->WidgetOf(form.picFace);
+    EXPECT_TRUE(shape.contains(face->mapTo(WindowOf(form), face->rect().center()))) << "a painted box";
+}
+
+} // namespace quorvane

@@ -1,0 +1,220 @@
+#include "tests/platform/linux/forms/qt_hands.h"
+
+#include "core/utf8.h"
+#include "platform/linux/forms/form_view.h"
+#include "platform/linux/forms/qt_text.h"
+
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTabBar>
+#include <QTableView>
+#include <QTest>
+#include <QTextEdit>
+#include <QTreeWidget>
+
+namespace quorvane {
+
+namespace {
+
+// What a widget shows, in the words of Control::ValueText.
+class Reader final : public ControlVisitor {
+  public:
+    explicit Reader(QWidget* widget)
+        : widget_(widget) {}
+
+    std::string value;
+
+    void Visit(Label&) override {}
+    void Visit(Button&) override {}
+    void Visit(Frame&) override {}
+    void Visit(PictureBox&) override {}
+    void Visit(TextBox& control) override {
+        value = Quoted(FromWidgetText(control.MultiLine() ? As<QPlainTextEdit>()->toPlainText()
+                                                          : As<QLineEdit>()->text()));
+    }
+    void Visit(RichTextBox&) override { value = Quoted(FromWidgetText(As<QTextEdit>()->toPlainText())); }
+    void Visit(CheckBox&) override { value = As<QCheckBox>()->isChecked() ? "checked" : "clear"; }
+    void Visit(OptionButton&) override { value = As<QRadioButton>()->isChecked() ? "chosen" : "clear"; }
+    void Visit(ComboBox&) override {
+        const auto* box = As<QComboBox>();
+        value = std::to_string(box->currentIndex()) + ' ' + Quoted(box->currentText().toStdString()) +
+                " of " + std::to_string(box->count());
+    }
+    void Visit(ListView& control) override {
+        const auto* list = As<QTreeWidget>();
+        value = std::to_string(list->indexOfTopLevelItem(list->currentItem()));
+        for (int row = 0; row < list->topLevelItemCount(); ++row) {
+            const QTreeWidgetItem* item = list->topLevelItem(row);
+            value += control.CheckBoxes() ? (item->checkState(0) == Qt::Checked ? " [x] " : " [ ] ") : " ";
+            for (int column = 0; column < list->columnCount(); ++column) {
+                value += (column > 0 ? "|" : "") + Quoted(item->text(column).toStdString());
+            }
+        }
+    }
+    void Visit(TabStrip&) override {
+        const auto* bar = widget_->findChild<QTabBar*>();
+        value = std::to_string(bar->currentIndex());
+        for (int i = 0; i < bar->count(); ++i)
+            value += ' ' + Quoted(bar->tabText(i).toStdString());
+    }
+    void Visit(Slider&) override { ReadRange(*As<QSlider>()); }
+    void Visit(ScrollBar&) override { ReadRange(*As<QScrollBar>()); }
+    void Visit(ProgressBar&) override { ReadRange(*As<QProgressBar>()); }
+    void Visit(DatePicker&) override {
+        value = As<QDateTimeEdit>()->dateTime().toString("yyyy-MM-dd HH:mm:ss").toStdString();
+    }
+    void Visit(MonthView&) override {
+        value = As<QCalendarWidget>()->selectedDate().toString("yyyy-MM-dd").toStdString();
+    }
+
+  private:
+    template<typename Kind>
+    Kind* As() const {
+        return qobject_cast<Kind*>(widget_);
+    }
+    template<typename Range>
+    void ReadRange(const Range& range) {
+        value = std::to_string(range.value()) + " in " + std::to_string(range.minimum()) + ".." +
+                std::to_string(range.maximum());
+    }
+
+    QWidget* widget_;
+};
+
+} // namespace
+
+QWidget* QtHands::WidgetOf(const Control& control) const {
+    return static_cast<QtFormView*>(form_.View())->WidgetOf(control);
+}
+
+template<typename Kind>
+Kind* QtHands::As(const Control& control) const {
+    return qobject_cast<Kind*>(WidgetOf(control));
+}
+
+void QtHands::Click(Control& control) {
+    QTest::mouseClick(WidgetOf(control), Qt::LeftButton);
+}
+
+void QtHands::DoubleClick(Control& control) {
+    auto* list = As<QTreeWidget>(control);
+    const QRect row = list->visualItemRect(list->currentItem());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
+}
+
+void QtHands::Toggle(Control& control) {
+    QWidget* widget = WidgetOf(control);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, {8, widget->height() / 2});
+}
+
+void QtHands::Type(Control& control, const std::string& letters) {
+    QWidget* widget = WidgetOf(control);
+    widget->setFocus();
+    QTest::keyClick(widget, Qt::Key_End, Qt::ControlModifier);
+    for (const QChar letter : QString::fromStdString(letters)) {
+        if (letter == QLatin1Char('\n')) {
+            QTest::keyClick(widget, Qt::Key_Return);
+        } else {
+            QTest::sendKeyEvent(QTest::Click, widget,
+                                letter.unicode() < 128 ? QTest::asciiToKey(letter.toLatin1())
+                                                       : Qt::Key_unknown,
+                                QString(letter), Qt::NoModifier);
+        }
+    }
+}
+
+void QtHands::PressKey(Control& control, int code, int shift) {
+    QWidget* widget = WidgetOf(control);
+    widget->setFocus();
+    const Qt::Key key = code == key_code::Enter ? Qt::Key_Return : Qt::Key_Escape;
+    QTest::keyClick(widget, key, shift & shift_state::Ctrl ? Qt::ControlModifier : Qt::NoModifier);
+}
+
+void QtHands::Choose(Control& control, int index) {
+    if (auto* box = As<QComboBox>(control)) {
+        box->showPopup();
+        QAbstractItemView* list = box->view();
+        const QRect row = list->visualRect(box->model()->index(index, 0));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+    } else if (auto* list = As<QTreeWidget>(control)) {
+        const QRect row = list->visualItemRect(list->topLevelItem(index));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+    } else {
+        auto* bar = WidgetOf(control)->findChild<QTabBar*>();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
+    }
+}
+
+void QtHands::CheckRow(ListView& list, int row) {
+    auto* tree = As<QTreeWidget>(list);
+    const QRect place = tree->visualItemRect(tree->topLevelItem(row));
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, {place.left() + 10, place.center().y()});
+}
+
+void QtHands::Step(RangeControl& control, int by) {
+    QWidget* widget = WidgetOf(control);
+    widget->setFocus();
+    for (int i = 0; i < std::abs(by); ++i)
+        QTest::keyClick(widget, by > 0 ? Qt::Key_Right : Qt::Key_Left);
+}
+
+void QtHands::PickDate(Control& control, const DateTime& value) {
+    if (auto* edit = As<QDateTimeEdit>(control)) {
+        edit->setFocus();
+        const std::pair<QDateTimeEdit::Section, int> parts[] = {
+            {QDateTimeEdit::YearSection, value.year},     {QDateTimeEdit::MonthSection, value.month},
+            {QDateTimeEdit::DaySection, value.day},       {QDateTimeEdit::HourSection, value.hour},
+            {QDateTimeEdit::MinuteSection, value.minute}, {QDateTimeEdit::SecondSection, value.second}};
+        for (const auto& [section, number] : parts) {
+            edit->setSelectedSection(section);
+            QTest::keyClicks(edit, QString::number(number).rightJustified(2, QLatin1Char('0')));
+        }
+        return;
+    }
+    auto* days = As<QCalendarWidget>(control)->findChild<QTableView*>();
+    for (int row = 1; row < days->model()->rowCount(); ++row) {
+        for (int column = 0; column < days->model()->columnCount(); ++column) {
+            const QModelIndex cell = days->model()->index(row, column);
+            if (cell.data().toInt() != value.day) continue;
+            QTest::mouseClick(days->viewport(), Qt::LeftButton, {}, days->visualRect(cell).center());
+            return;
+        }
+    }
+}
+
+void QtHands::ChooseFromMenuBar(Form& form, int menu, int entry) {
+    auto* bar = static_cast<QtFormView*>(form.View())->Window()->findChild<QMenuBar*>();
+    QAction* title = bar->actions().at(menu);
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(title).center());
+    QMenu* below = title->menu();
+    QTest::mouseClick(below, Qt::LeftButton, {}, below->actionGeometry(below->actions().at(entry)).center());
+}
+
+void QtHands::CloseByFrame(Form& form) {
+    static_cast<QtFormView*>(form.View())->Window()->close();
+}
+
+std::string QtHands::Shown(Control& control) {
+    Reader reader(WidgetOf(control));
+    control.Accept(reader);
+    return reader.value;
+}
+
+void QtHands::Settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace quorvane

@@ -1,0 +1,68 @@
+#include "platform/painting/bitmap_file.h"
+
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+class Sink final : public FileWriter {
+  public:
+    bool Write(const void* data, std::size_t count) override {
+        largest = std::max(largest, count);
+        if (bytes.size() + count > room) return false;
+        bytes.append(static_cast<const char*>(data), count);
+        return true;
+    }
+    bool Commit() override { return true; }
+
+    std::string bytes;
+    std::size_t largest = 0;
+    std::size_t room = std::string::npos;
+};
+
+std::uint32_t Number(const std::string& bytes, std::size_t at, std::size_t count) {
+    std::uint32_t value = 0;
+    for (std::size_t i = count; i-- > 0;)
+        value = value << 8 | static_cast<std::uint8_t>(bytes[at + i]);
+    return value;
+}
+
+TEST(BitmapFile, RowsStandBottomUpAndPadded) {
+    const std::vector<std::uint8_t> pixels{1, 2, 3, 4, 5, 6, 99, 7, 8, 9, 10, 11, 12, 99};
+    Sink sink;
+    ASSERT_TRUE(WriteBitmap({pixels.data(), 7, {2, 2}}, sink));
+    ASSERT_EQ(sink.bytes.size(), 54u + 2 * 8);
+    EXPECT_EQ(sink.bytes.substr(0, 2), "BM");
+    EXPECT_EQ(Number(sink.bytes, 2, 4), 70u);
+    EXPECT_EQ(Number(sink.bytes, 10, 4), 54u);
+    EXPECT_EQ(Number(sink.bytes, 18, 4), 2u);
+    EXPECT_EQ(Number(sink.bytes, 22, 4), 2u);
+    EXPECT_EQ(Number(sink.bytes, 28, 2), 24u);
+    EXPECT_EQ(sink.bytes.substr(54), std::string("\7\x8\x9\xA\xB\xC\0\0\1\2\3\4\5\6\0\0", 16));
+    // The same picture with its rows bottom up in memory.
+    Sink upsideDown;
+    ASSERT_TRUE(WriteBitmap({pixels.data() + 7, -7, {2, 2}}, upsideDown));
+    EXPECT_EQ(upsideDown.bytes.substr(54), std::string("\1\2\3\4\5\6\0\0\7\x8\x9\xA\xB\xC\0\0", 16));
+}
+
+TEST(BitmapFile, GoesOutInStripesAndTellsOfAFullDisk) {
+    const std::vector<std::uint8_t> row(3 * 1001, 77);
+    Sink sink; // every row the same one
+    ASSERT_TRUE(WriteBitmap({row.data(), 0, {1001, 500}}, sink));
+    EXPECT_EQ(sink.bytes.size(), 54u + 500u * 3004u);
+    EXPECT_LE(sink.largest, 128u * 1024);
+    EXPECT_GT(sink.largest, 100u * 1024);
+    Sink full;
+    full.room = 300'000;
+    EXPECT_FALSE(WriteBitmap({row.data(), 0, {1001, 500}}, full));
+    EXPECT_FALSE(WriteBitmap({row.data(), 0, {0, 500}}, full));
+}
+
+} // namespace
+} // namespace quorvane
