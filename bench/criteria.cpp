@@ -73,9 +73,8 @@ void EvaluateLuaJit(benchmark::State& state) {
     const Moments moments;
     lua_State* lua = luaL_newstate();
     luaL_openlibs(lua);
-    if (luaL_dostring(lua, "return function(hh, nn, wd) return hh == 12 and nn == 30 and wd < 6 end") != 0) {
+    if (luaL_dostring(lua, "return function(hh, nn, wd) return hh == 12 and nn == 30 and wd < 6 end") != 0)
         state.SkipWithError(lua_tostring(lua, -1));
-    }
     std::size_t at = 0;
     for (auto _ : state) {
         const std::size_t moment = at++ % Moments::Count;

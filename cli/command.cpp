@@ -63,7 +63,7 @@ std::size_t SequenceLength(std::string_view text) {
 }
 
 void AppendEscaped(std::string& json, char c) {
-    static constexpr char digits[] = "0123456789abcdef";
+    static constexpr char Digits[] = "0123456789abcdef";
     switch (c) {
     case '"':
         json += "\\\"";
@@ -85,8 +85,8 @@ void AppendEscaped(std::string& json, char c) {
     }
     if (static_cast<unsigned char>(c) < 0x20) {
         json += "\\u00";
-        json += digits[static_cast<unsigned char>(c) >> 4];
-        json += digits[c & 0xF];
+        json += Digits[static_cast<unsigned char>(c) >> 4];
+        json += Digits[c & 0xF];
     } else {
         json += c;
     }
@@ -182,9 +182,8 @@ std::optional<double> Arguments::Number(std::string_view option) const {
     const auto text = Value(option);
     if (!text) return std::nullopt;
     const auto number = WholeText<double>(*text);
-    if (!number || *number - *number != 0) {
+    if (!number || *number - *number != 0)
         throw UsageError("--" + std::string(option) + " wants a number, not \"" + *text + "\"");
-    }
     return number;
 }
 
@@ -268,9 +267,8 @@ int ForEachInput(const Arguments& arguments, const std::string& input, std::stri
             one(line);
         } catch (const RefusedInput& error) {
             streams.err << "quorvanectl: " << error.what() << '\n';
-            if (arguments.Json()) {
+            if (arguments.Json())
                 streams.out << JsonObject().Add(name, line).Add("message", error.what()).Text();
-            }
             streams.out << '\n';
         }
         // Whoever waits for an answer before asking on gets it.

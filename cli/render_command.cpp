@@ -71,9 +71,8 @@ int Render(const Arguments& arguments, Streams& streams) {
     const ComposedWallpaper composed = composition.Compose(picture, screen);
     if (!composed.canvas) throw RefusedInput("there is no memory for a canvas of that size");
     const std::int64_t start = rig.clock->Ticks();
-    if (!Save(composed.canvas->Pixels(), *drawing, *rig.files, *out, format)) {
+    if (!Save(composed.canvas->Pixels(), *drawing, *rig.files, *out, format))
         throw RefusedInput(*out + ": the wallpaper cannot be saved");
-    }
     const std::int64_t saveMilliseconds = rig.clock->Ticks() - start;
 
     const PixelSize size = composed.canvas->Size();

@@ -21,9 +21,8 @@ const std::string& InputAt(const Arguments& arguments, std::size_t index, const 
 }
 
 void ExpectInputs(const Arguments& arguments, std::size_t most) {
-    if (arguments.Inputs().size() > most) {
+    if (arguments.Inputs().size() > most)
         throw UsageError("\"" + arguments.Inputs()[most] + "\" is one word too many");
-    }
 }
 
 // The stored tree, for what changes it.
@@ -47,9 +46,8 @@ const char* TypeName(ValueType type) {
 std::string DataText(const StoredValue& value) {
     if (value.type == ValueType::Text)
         return value.data.substr(0, value.data.empty() ? 0 : value.data.size() - 1);
-    if (value.type == ValueType::Integer && value.data.size() == 4) {
+    if (value.type == ValueType::Integer && value.data.size() == 4)
         return std::to_string(DataInteger(value.data));
-    }
     std::string text;
     for (const char c : value.data) {
         text.push_back("0123456789abcdef"[static_cast<unsigned char>(c) >> 4]);
@@ -82,9 +80,8 @@ int Get(const Arguments& arguments, Streams& streams) {
     return ForEachInput(arguments, input, "setting", streams, [&](const std::string& setting) {
         const SettingName place = ParseSettingName(setting);
         StoredValue value;
-        if (store->Query({"", Hive::CurrentUser, place.key}, place.name, value) != store_error::None) {
+        if (store->Query({"", Hive::CurrentUser, place.key}, place.name, value) != store_error::None)
             throw RefusedInput(setting + " is not stored");
-        }
         streams.out << (arguments.Json() ? ValueJson(place.key, place.name, value) : DataText(value)) << '\n';
         return Done;
     });
@@ -131,9 +128,8 @@ int Export(const Arguments& arguments, Streams&) {
     const RegEncoding encoding = arguments.Has("utf16") ? RegEncoding::Utf16 : RegEncoding::Utf8;
     const std::string content = ExportRegFile(*store, RootKey, encoding);
     const auto writer = files->Replace(path);
-    if (!writer || !writer->Write(content.data(), content.size()) || !writer->Commit()) {
+    if (!writer || !writer->Write(content.data(), content.size()) || !writer->Commit())
         throw RefusedInput("the file \"" + path + "\" cannot be written");
-    }
     return Done;
 }
 

@@ -64,9 +64,8 @@ void ReadFile(const std::string& path, Files& files, Store& store) {
 
 SettingName ParseSettingName(const std::string& text) {
     const std::size_t separator = text.rfind('\\');
-    if (separator == std::string::npos) {
+    if (separator == std::string::npos)
         throw RefusedInput("\"" + text + "\" is no KEY\\NAME, as General\\Wallpaper is");
-    }
     return {std::string(RootKey) + "\\" + text.substr(0, separator), text.substr(separator + 1)};
 }
 

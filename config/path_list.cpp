@@ -13,9 +13,8 @@ char* PathList::Reserve(std::size_t bytes) {
     if (!fits) {
         end_ = chunks_.size() * ChunkSize;
         const std::size_t places = (bytes + ChunkSize - 1) / ChunkSize;
-        if (end_ + places * ChunkSize - 1 > std::numeric_limits<std::uint32_t>::max()) {
+        if (end_ + places * ChunkSize - 1 > std::numeric_limits<std::uint32_t>::max())
             throw RunTimeError(7, "Out of memory");
-        }
         // The first of several places owns the memory of them all, and the rest of it stays unused.
         chunks_.emplace_back(new char[places * ChunkSize]);
         chunks_.resize(chunks_.size() + places - 1);

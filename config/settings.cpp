@@ -234,9 +234,8 @@ void PublishWallpaper(const GlobalRecord& record, Store& store, Prompts& prompts
     const std::string_view style = WallpaperStyle(record.WallpaperPosition);
     const auto publish = [&](std::string_view name, std::string_view value) {
         if (WriteDesktopValue(store, Hive::CurrentUser, "Control Panel\\Desktop", name, value)) return;
-        if (events.ShowErrorDialog) {
+        if (events.ShowErrorDialog)
             events.ShowErrorDialog(store.LastError(), "Unable set User wallpaper properties!");
-        }
     };
     publish("Wallpaper", record.Wallpaper);
     publish("WallpaperStyle", style);

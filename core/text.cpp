@@ -27,9 +27,8 @@ CodePoint LowerLetter(CodePoint c) {
 
 CodePoint UpperLetter(CodePoint c) {
     for (const CodePoint distance : {32U, 80U, 1U}) {
-        if (c >= distance && c - distance >= 0xC0 && LowerLetter(c - distance) == c && LowerLetter(c) == c) {
+        if (c >= distance && c - distance >= 0xC0 && LowerLetter(c - distance) == c && LowerLetter(c) == c)
             return c - distance;
-        }
     }
     return c;
 }

@@ -7,7 +7,7 @@ namespace quorvane {
 
 namespace {
 
-constexpr int textWidth = 6000; // twips
+constexpr int TextWidth = 6000; // twips
 
 } // namespace
 
@@ -16,7 +16,7 @@ frmError::frmError(Forms& forms, const Platform& platform)
     , platform_(platform) {
     SetCaption("Kerner error!");
     Label1.SetFont(FontSpec{Host().DefaultFont().name, Host().DefaultFont().size, true, false, false, false});
-    Label3.SetWrapWidth(textWidth);
+    Label3.SetWrapWidth(TextWidth);
     // A button that does nothing helps nobody: it is seen once there is a dump.
     Command2.SetVisible(false);
     Command1.onClick = [this] { CloseApplication(); };

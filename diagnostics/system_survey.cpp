@@ -10,10 +10,10 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::int32_t family9x = 1;
-constexpr std::int32_t familyNt = 2;
+constexpr std::int32_t Family9x = 1;
+constexpr std::int32_t FamilyNt = 2;
 
-constexpr std::array<std::string_view, 21> privileges{
+constexpr std::array<std::string_view, 21> Privileges{
     "SeBackupPrivilege",
     "SeRestorePrivilege",
     "SeShutdownPrivilege",
@@ -82,10 +82,9 @@ std::string Name9x(const VersionRecord& version) {
 
 // A system that says what it is called is believed.
 std::string SystemName(const VersionRecord& version) {
-    if (version.dwPlatformId == familyNt) {
+    if (version.dwPlatformId == FamilyNt)
         return version.displayName.empty() ? NtName(version) : version.displayName;
-    }
-    return version.dwPlatformId == family9x ? Name9x(version) : std::string();
+    return version.dwPlatformId == Family9x ? Name9x(version) : std::string();
 }
 
 std::string EditionName(std::uint16_t suiteMask) {
@@ -96,16 +95,12 @@ std::string EditionName(std::uint16_t suiteMask) {
     std::string name;
     for (const Bits& edition : {Bits{512, "Home edition"}, Bits{1024, "Web edition"},
                                 Bits{2, "Enterprise/Advanced edition"}, Bits{128, "Datacenter edition"}}) {
-        if ((suiteMask & edition.mask) != 0) {
-            name = edition.name;
-        }
+        if ((suiteMask & edition.mask) != 0) name = edition.name;
     }
     for (const Bits& addition :
          {Bits{4, "BackOffice system"}, Bits{8192, "Storage server upgrade"},
           Bits{16384, "Compute cluster server upgrade"}, Bits{1 | 32, "Small business system"}}) {
-        if ((suiteMask & addition.mask) != 0) {
-            name += (name.empty() ? "" : ", ") + std::string(addition.name);
-        }
+        if ((suiteMask & addition.mask) != 0) name += (name.empty() ? "" : ", ") + std::string(addition.name);
     }
     return name;
 }
@@ -115,7 +110,7 @@ void DetectSystem(GlobalRecord& record, System& system, Session& session,
     record.lpVersionInformation = system.Version();
     const VersionRecord& version = record.lpVersionInformation;
     const std::string name = SystemName(version);
-    if (name.empty() || (version.dwPlatformId < familyNt && !record.RunOnWin9x)) {
+    if (name.empty() || (version.dwPlatformId < FamilyNt && !record.RunOnWin9x)) {
         ShowErrorDialog(0, "This version OS isn't supported!");
         session.End(1);
     }
@@ -133,7 +128,7 @@ void DetectSystem(GlobalRecord& record, System& system, Session& session,
 }
 
 void EnableProcessPrivileges(System& system) {
-    for (const std::string_view privilege : privileges) {
+    for (const std::string_view privilege : Privileges) {
         system.EnablePrivilege(privilege);
     }
 }

@@ -4,13 +4,13 @@ namespace quorvane {
 
 namespace {
 
-constexpr int textWidth = 4800; // twips
+constexpr int TextWidth = 4800; // twips
 
 } // namespace
 
 InputBox::InputBox(Forms& forms)
     : Form(forms, "InputBox") {
-    Label1.SetWrapWidth(textWidth);
+    Label1.SetWrapWidth(TextWidth);
     Text1.columns = 36;
     Command1.onClick = [this] { Hide(); };
     Command2.onClick = [this] { Cancel(); };

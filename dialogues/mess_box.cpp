@@ -4,13 +4,13 @@ namespace quorvane {
 
 namespace {
 
-constexpr int textWidth = 5400; // twips
+constexpr int TextWidth = 5400; // twips
 
 } // namespace
 
 MessBox::MessBox(Forms& forms)
     : Form(forms, "MessBox") {
-    Label1.SetWrapWidth(textWidth);
+    Label1.SetWrapWidth(TextWidth);
     Command1.onClick = [this] { Hide(); };
     SetDefaultButton(&Command1);
     SetCancelButton(&Command1);

@@ -12,9 +12,8 @@ namespace {
 void SaveCanvas(Surface& canvas, const std::string& path, const Platform& platform, Complaints& complaints) {
     const std::string ownFolder = platform.files.WritableDirectory();
     if (path.starts_with(ownFolder)) platform.files.MakeFolder(ownFolder);
-    if (!SaveBitmap(canvas.Pixels(), platform.files, path)) {
+    if (!SaveBitmap(canvas.Pixels(), platform.files, path))
         complaints.Tell(path, "the wallpaper cannot be saved, what stands there stays");
-    }
 }
 
 // The style is left empty, whatever the position is.

@@ -9,11 +9,11 @@
 namespace quorvane {
 
 PixelSize TargetSize(int wallpaperResolution, PixelSize screen) {
-    static constexpr std::array<PixelSize, 5> sizes{
+    static constexpr std::array<PixelSize, 5> Sizes{
         {{640, 480}, {800, 600}, {1024, 768}, {1280, 1024}, {1600, 1200}}};
-    if (wallpaperResolution == static_cast<int>(sizes.size())) return screen;
-    if (wallpaperResolution < 0 || wallpaperResolution > static_cast<int>(sizes.size())) return {};
-    return sizes[static_cast<std::size_t>(wallpaperResolution)];
+    if (wallpaperResolution == static_cast<int>(Sizes.size())) return screen;
+    if (wallpaperResolution < 0 || wallpaperResolution > static_cast<int>(Sizes.size())) return {};
+    return Sizes[static_cast<std::size_t>(wallpaperResolution)];
 }
 
 ComposedWallpaper Composition::Compose(const std::string& file, PixelSize screen) {

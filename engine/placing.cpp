@@ -53,9 +53,8 @@ struct Placing {
 } // namespace
 
 void PlacePicture(int position, PixelSize target, PixelSize picture, const DrawOnto& draw) {
-    if (target.width <= 0 || target.height <= 0 || picture.width <= 0 || picture.height <= 0) {
+    if (target.width <= 0 || target.height <= 0 || picture.width <= 0 || picture.height <= 0)
         throw RunTimeError::DivisionByZero();
-    }
     const double canvasHeight = target.height + CanvasMargin;
     const Placing placing{static_cast<double>(target.width), static_cast<double>(target.height),
                           static_cast<double>(picture.width), static_cast<double>(picture.height),

@@ -17,8 +17,8 @@ namespace quorvane {
 
 namespace {
 
-constexpr const char* title = "Quorvane II";
-constexpr std::int32_t familyNt = 2;
+constexpr const char* Title = "Quorvane II";
+constexpr std::int32_t FamilyNt = 2;
 
 } // namespace
 
@@ -55,12 +55,8 @@ void Application::RunStages() {
     record_.Main_Exec = true;
     const CommandLineRequests requests = ReadCommandLine(platform_.session.CommandLine());
     record_.RunOnWin9x = requests.RunOnWin9x;
-    if (requests.version) {
-        ShowBoxAndEnd(VersionText());
-    }
-    if (requests.help) {
-        ShowBoxAndEnd(HelpText());
-    }
+    if (requests.version) ShowBoxAndEnd(VersionText());
+    if (requests.help) ShowBoxAndEnd(HelpText());
     ReadLanguage();
     // The locale file of that language is read here, before the first window.
 
@@ -76,9 +72,7 @@ void Application::RunStages() {
 
     const SettingsEvents events = Events();
     DetectSystem(record_, platform_.system, platform_.session, events.ShowErrorDialog);
-    if (record_.lpVersionInformation.dwPlatformId == familyNt) {
-        EnableProcessPrivileges(platform_.system);
-    }
+    if (record_.lpVersionInformation.dwPlatformId == FamilyNt) EnableProcessPrivileges(platform_.system);
     Bar(14);
     PresetRecord(record_, platform_.files);
     Bar(16);
@@ -91,9 +85,7 @@ void Application::RunStages() {
 
     // The notes come up here; then the settings dialogue, on a first run or where the command line asks for
     // it.
-    if (requests.settings) {
-        record_.AutoExitAfterChange = false;
-    }
+    if (requests.settings) record_.AutoExitAfterChange = false;
     platform_.events.Pump();
     engine_.Load();
     Bar(100);
@@ -102,12 +94,12 @@ void Application::RunStages() {
     record_.Main_Exec = false;
     if (!storeNote_.empty()) {
         platform_.events.Post(
-            [this] { platform_.prompts.Message(storeNote_, title, message_style::Warning); });
+            [this] { platform_.prompts.Message(storeNote_, Title, message_style::Warning); });
     }
 }
 
 void Application::ShowBoxAndEnd(const std::string& text) {
-    platform_.prompts.Message(text, title, message_style::Information);
+    platform_.prompts.Message(text, Title, message_style::Information);
     ReleaseAndEnd();
 }
 
@@ -124,16 +116,13 @@ void Application::FindSystemDirectory() {
     const bool old = record_.lpVersionInformation.dwMajorVersion < 5;
     record_.System_Directory =
         old ? platform_.system.WindowsDirectory() : platform_.system.SystemWindowsDirectory();
-    if (record_.System_Directory.empty()) {
+    if (record_.System_Directory.empty())
         record_.System_Directory = std::string(".") + platform_.files.Separator();
-    }
 }
 
 // What the start has not read yet must not be written back as it stands.
 void Application::AskToEnd() {
-    if (record_.Main_Exec) {
-        ReleaseAndEnd();
-    }
+    if (record_.Main_Exec) ReleaseAndEnd();
     SaveAndEnd();
 }
 

@@ -14,8 +14,8 @@ namespace quorvane {
 
 namespace {
 
-constexpr int firstBar = 3;
-constexpr int lastBar = 11;
+constexpr int FirstBar = 3;
+constexpr int LastBar = 11;
 
 struct Family {
     const char* name;
@@ -37,9 +37,7 @@ bool AddFamily(const Family& family, System& system, const Files& files, const s
     int joined = ~0;
     for (const char* name : family.files) {
         int added = system.AddFontFile(folder + files.Separator() + "Fonts" + files.Separator() + name);
-        if (added == 0) {
-            added = system.AddFontFile(folder + files.Separator() + name);
-        }
+        if (added == 0) added = system.AddFontFile(folder + files.Separator() + name);
         joined &= added;
     }
     return joined != 0;
@@ -55,10 +53,10 @@ bool CheckFonts(const Platform& platform, const std::function<void(int bar)>& pr
         for (Family& family : families) {
             family.found |= names[i] == family.name;
         }
-        progress(firstBar + static_cast<int>(i * (lastBar - firstBar) / names.size()));
+        progress(FirstBar + static_cast<int>(i * (LastBar - FirstBar) / names.size()));
         breather.Breathe();
     }
-    progress(lastBar);
+    progress(LastBar);
     const std::string folder = platform.files.ProgramDirectory();
     for (const Family& family : families) {
         if (family.found || AddFamily(family, platform.system, platform.files, folder) ||

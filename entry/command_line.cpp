@@ -9,17 +9,15 @@ namespace quorvane {
 
 namespace {
 
-constexpr const char* lineEnd = "\r\n";
+constexpr const char* LineEnd = "\r\n";
 
 std::string Rule() {
-    return std::string(54, '-') + lineEnd;
+    return std::string(54, '-') + LineEnd;
 }
 
 bool HasAny(std::string_view text, std::initializer_list<std::string_view> words) {
     for (const std::string_view word : words) {
-        if (text.find(word) != std::string_view::npos) {
-            return true;
-        }
+        if (text.find(word) != std::string_view::npos) return true;
     }
     return false;
 }
@@ -38,18 +36,18 @@ CommandLineRequests ReadCommandLine(std::string_view text) {
 }
 
 std::string VersionText() {
-    return std::string(18, ' ') + "Quorvane II" + lineEnd + Rule() + "Version: " + VersionNumbers() +
-           lineEnd + "Programming: the Quorvane project" + lineEnd + "Quorvane project, 2026" + lineEnd +
+    return std::string(18, ' ') + "Quorvane II" + LineEnd + Rule() + "Version: " + VersionNumbers() +
+           LineEnd + "Programming: the Quorvane project" + LineEnd + "Quorvane project, 2026" + LineEnd +
            Rule();
 }
 
 std::string HelpText() {
-    std::string text = std::string("Quorvane II command line switches") + lineEnd + Rule();
+    std::string text = std::string("Quorvane II command line switches") + LineEnd + Rule();
     for (const char* line :
          {"/win98; /win95; /win9x - Run on Windows 98", "/?; /h; /help - Show this help and exit...",
           "/test - Load test subsystem.", "/settings - Display configuration dialog.",
           "/v; /ver; /version - Show software version"}) {
-        text += std::string(line) + lineEnd;
+        text += std::string(line) + LineEnd;
     }
     return text + Rule();
 }

@@ -9,13 +9,13 @@ namespace {
 
 // A composition's large blocks are mapped one by one and go back to the system one by one: the threshold that
 // would otherwise grow with the largest block stays where it is.
-constexpr int mappedFrom = 128 * 1024;
+constexpr int MappedFrom = 128 * 1024;
 
 } // namespace
 
 int main(int argumentCount, char** arguments) {
     using namespace quorvane;
-    mallopt(M_MMAP_THRESHOLD, mappedFrom);
+    mallopt(M_MMAP_THRESHOLD, MappedFrom);
     ListenToTheToolkit();
     const std::string problem = DisplayProblem();
     if (!problem.empty()) {

@@ -11,7 +11,7 @@
 namespace {
 
 // Drawings of this many pixels and more only show that painting takes time.
-constexpr int kWidest = 20000;
+constexpr int KWidest = 20000;
 
 } // namespace
 
@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (write(file, data, size) != static_cast<ssize_t>(size)) return -1;
     std::string why;
     const auto picture = drawing.LoadPicture("/proc/self/fd/" + std::to_string(file), why);
-    if (picture && picture->Size().width < kWidest && picture->Size().height < kWidest) {
+    if (picture && picture->Size().width < KWidest && picture->Size().height < KWidest) {
         const auto surface = drawing.CreateSurface({60, 40});
         surface->StretchPicture(*picture, {-3, 2, 50, 50}, why);
         surface->StretchPicture(*picture, {10, -60, 90, 110}, why);

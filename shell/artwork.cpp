@@ -8,8 +8,8 @@ namespace quorvane {
 
 namespace {
 
-constexpr int side = 16;
-constexpr Color background = Rgb(255, 0, 255); // shown as nothing
+constexpr int Side = 16;
+constexpr Color Background = Rgb(255, 0, 255); // shown as nothing
 
 GradientVertex Corner(int x, int y, int red, int green, int blue) {
     const auto channel = [](int value) {
@@ -21,11 +21,9 @@ GradientVertex Corner(int x, int y, int red, int green, int blue) {
 } // namespace
 
 std::shared_ptr<Surface> LandscapeBitmap(Drawing& drawing) {
-    std::shared_ptr<Surface> bitmap = drawing.CreateSurface({side, side});
-    if (!bitmap) {
-        return nullptr;
-    }
-    bitmap->Fill({0, 0, side, side}, background);
+    std::shared_ptr<Surface> bitmap = drawing.CreateSurface({Side, Side});
+    if (!bitmap) return nullptr;
+    bitmap->Fill({0, 0, Side, Side}, Background);
     bitmap->Fill({1, 2, 14, 12}, Rgb(60, 82, 112));
     bitmap->GradientRectangle(Corner(2, 3, 66, 140, 204), Corner(14, 13, 250, 214, 150),
                               GradientDirection::TopToBottom);

@@ -11,13 +11,11 @@ namespace quorvane {
 
 namespace {
 
-constexpr const char* title = "Quorvane II";
+constexpr const char* Title = "Quorvane II";
 
 ListedFile* FindFile(OneBased<ListedFile>& list, const std::string& path) {
     for (ListedFile& file : list) {
-        if (SameName(file.Path, path)) {
-            return &file;
-        }
+        if (SameName(file.Path, path)) return &file;
     }
     return nullptr;
 }
@@ -32,7 +30,7 @@ frmNotifyIcon::frmNotifyIcon(Forms& forms, GlobalRecord& record, const Platform&
 
 void frmNotifyIcon::OnLoad() {
     TrayRecord record;
-    record.tip = title;
+    record.tip = Title;
     platform_.tray.OnMessage([this](int message) { TakeMessage(message); });
     platform_.tray.Add(record);
     platform_.tray.SetVersion(record.version);
@@ -49,9 +47,9 @@ void frmNotifyIcon::OnUnload() {
 
 void frmNotifyIcon::ShowTrayTip() {
     TrayRecord record;
-    record.tip = title;
+    record.tip = Title;
     record.balloonText =
-        std::string(title) + "\r\nCurrent wallpaper: [" + record_.LastSelectedWallpaper + "]";
+        std::string(Title) + "\r\nCurrent wallpaper: [" + record_.LastSelectedWallpaper + "]";
     platform_.tray.Add(record);
 }
 
@@ -81,9 +79,7 @@ void frmNotifyIcon::BuildTrayMenu() {
 
 // The menu holds the bitmap itself; the number stands for it in the record and in the state dump.
 std::shared_ptr<Surface> frmNotifyIcon::Add_BM_Handler(std::shared_ptr<Surface> picture) {
-    if (picture) {
-        record_.BMHandles.push_back(record_.BMHandlesCount() + 1);
-    }
+    if (picture) record_.BMHandles.push_back(record_.BMHandlesCount() + 1);
     return picture;
 }
 
@@ -92,9 +88,7 @@ void frmNotifyIcon::TakeMessage(int message) {
         platform_.tray.Popup(mnu_popup);
     } else if (message == tray_message::LeftDoubleClick) {
         const int byDefault = mnu_popup.DefaultItem();
-        if (byDefault != -1) {
-            Menu::Choose(mnu_popup.Items()[static_cast<std::size_t>(byDefault)]);
-        }
+        if (byDefault != -1) Menu::Choose(mnu_popup.Items()[static_cast<std::size_t>(byDefault)]);
     }
 }
 
@@ -115,9 +109,8 @@ void frmNotifyIcon::AddCurrentWallpaper(OneBased<ListedFile>& list) {
 
 // The row stays, switched off.
 void frmNotifyIcon::RemoveCurrentFromFavorites() {
-    if (ListedFile* listed = FindFile(record_.FavoritesSources, record_.LastSelectedWallpaper)) {
+    if (ListedFile* listed = FindFile(record_.FavoritesSources, record_.LastSelectedWallpaper))
         listed->Active = false;
-    }
     hooks_.writeSettings();
 }
 

@@ -11,10 +11,10 @@ namespace quorvane {
 
 namespace {
 
-constexpr Color ground = Rgb(24, 34, 50);
-constexpr Color light = Rgb(240, 244, 250);
-constexpr Color dim = Rgb(168, 182, 204);
-constexpr int opacity = 244;
+constexpr Color Ground = Rgb(24, 34, 50);
+constexpr Color Light = Rgb(240, 244, 250);
+constexpr Color Dim = Rgb(168, 182, 204);
+constexpr int SplashOpacity = 244;
 
 } // namespace
 
@@ -24,15 +24,15 @@ frmSplash::frmSplash(Forms& forms, const Platform& platform)
     SetBorder(BorderStyle::None);
     SetShownInTaskBar(false);
     SetMargin(0);
-    Frame1.SetBackColor(ground);
+    Frame1.SetBackColor(Ground);
     Picture1.SetPreferred({6300, 2100});
     Picture1.onPaint = [](Surface& surface) { PaintLandscape(surface); };
     lblProductName.SetFont(FontSpec{"Monotype Corsiva", 26, true, true, false, false});
     for (Label* label : {&lblProductName, &lblLoading}) {
-        label->SetForeColor(light);
+        label->SetForeColor(Light);
     }
     for (Label* label : {&lblVersion, &lblPlatform, &lblCompanyProduct, &lblCopyright, &lblWarning}) {
-        label->SetForeColor(dim);
+        label->SetForeColor(Dim);
     }
     Frame1.SetLayout(Column({Picture1, lblProductName, Row({lblVersion, Stretch(), lblPlatform}),
                              Row({lblCompanyProduct, Stretch(), lblCopyright}), Gap(60), lblWarning,
@@ -51,7 +51,7 @@ void frmSplash::OnLoad() {
     const std::string name = platform_.system.Version().displayName;
     lblPlatform.SetCaption("OS platform: " + (name.empty() ? "Win32" : name));
     CutOutButtonFace();
-    SetOpacity(opacity);
+    SetOpacity(SplashOpacity);
 }
 
 // What stays in the colour of a plain window is cut out, so that the form shows as the shape of its picture.

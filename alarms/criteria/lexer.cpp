@@ -121,14 +121,14 @@ bool Lexer::Flush(Collecting kept) {
 
 // Everything up to "(" belongs to the name, but for operators and brackets, which are wrong here.
 bool Lexer::ScanInFunction() {
-    static constexpr std::string_view illegalName = "Illegal function name";
+    static constexpr std::string_view IllegalName = "Illegal function name";
     const char c = text_[at_++];
     switch (c) {
     case 'f':
         token_ = "f";
         return true;
     case '(':
-        if (!EnterWord(FunctionWords, scanned_.functions, 'f', illegalName)) return false;
+        if (!EnterWord(FunctionWords, scanned_.functions, 'f', IllegalName)) return false;
         token_.clear();
         collecting_ = Collecting::Nothing;
         return ScanBracket(c);
@@ -136,7 +136,7 @@ bool Lexer::ScanInFunction() {
     case '<':
     case '>':
     case '!':
-        FailIllegal(illegalName, token_);
+        FailIllegal(IllegalName, token_);
         scanned_.message.insert(scanned_.message.find('-'), " "); // two blanks in this one message
         return false;
     case '+':
@@ -152,7 +152,7 @@ bool Lexer::ScanInFunction() {
     case '|':
     case '{':
     case '}':
-        return FailIllegal(illegalName, token_);
+        return FailIllegal(IllegalName, token_);
     default:
         token_.push_back(c);
         return true;

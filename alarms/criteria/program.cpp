@@ -18,9 +18,8 @@ std::vector<CriteriaInstruction> ReadInstructions(std::string_view compiled) {
         more = end != std::string_view::npos;
         instructions.push_back(ReadInstruction(compiled.substr(0, end)));
         // Operands below the array's end cannot be reached.
-        if (instructions.back().operands > TopIndex + 1 - instructions.size()) {
+        if (instructions.back().operands > TopIndex + 1 - instructions.size())
             throw RunTimeError::SubscriptOutOfRange();
-        }
         compiled.remove_prefix(more ? end + 1 : 0);
     }
     return instructions;

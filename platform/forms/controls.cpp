@@ -20,9 +20,8 @@ void AllowDate(const DateTime& value) {
                         value.day >= 1 && value.hour >= 0 && value.hour < 24 && value.minute >= 0 &&
                         value.minute < 60 && value.second >= 0 && value.second < 60;
     const DateTime day{value.year, value.month, value.day};
-    if (!shaped || CivilFromDays(DaysFromCivil(value.year, value.month, value.day)) != day) {
+    if (!shaped || CivilFromDays(DaysFromCivil(value.year, value.month, value.day)) != day)
         throw RunTimeError::InvalidCall();
-    }
 }
 
 std::string DateText(const DateTime& value, bool withTime) {

@@ -12,12 +12,12 @@ namespace quorvane {
 namespace {
 
 // Twips, at the usual 96 dots per inch 15 a pixel.
-constexpr int spacing = 90;       // between neighbours
-constexpr int framePadding = 105; // between a frame and what it holds
-constexpr TwipSize leastButton{1125, 345};
-constexpr int thickness = 255; // of a scroll bar or a progress bar
-constexpr int sliderThickness = 375;
-constexpr int tabPadding = 360; // around the caption of a tab
+constexpr int Spacing = 90;       // between neighbours
+constexpr int FramePadding = 105; // between a frame and what it holds
+constexpr TwipSize LeastButton{1125, 345};
+constexpr int Thickness = 255; // of a scroll bar or a progress bar
+constexpr int SliderThickness = 375;
+constexpr int TabPadding = 360; // around the caption of a tab
 
 TwipSize operator+(const TwipSize& size, const Insets& around) {
     return {size.width + around.left + around.right, size.height + around.top + around.bottom};
@@ -42,7 +42,7 @@ class Sizer final : public ControlVisitor {
     void Visit(Label& control) override { size = Text(control, control.WrapWidth()) + Around(control); }
     void Visit(TextBox& control) override { VisitText(control); }
     void Visit(RichTextBox& control) override { VisitText(control); }
-    void Visit(Button& control) override { size = Larger(Text(control, 0) + Around(control), leastButton); }
+    void Visit(Button& control) override { size = Larger(Text(control, 0) + Around(control), LeastButton); }
     void Visit(CheckBox& control) override { size = Text(control, 0) + Around(control); }
     void Visit(OptionButton& control) override { size = Text(control, 0) + Around(control); }
     void Visit(ComboBox& control) override {
@@ -63,14 +63,14 @@ class Sizer final : public ControlVisitor {
     void Visit(TabStrip& control) override {
         const FontSpec font = FontOf(control, host_);
         for (const std::string& tab : control.Tabs()) {
-            size.width += host_.TextSize(font, PlainCaption(tab), 0).width + tabPadding;
+            size.width += host_.TextSize(font, PlainCaption(tab), 0).width + TabPadding;
         }
     }
-    void Visit(Frame& control) override { size = {Text(control, 0).width + 4 * framePadding, 0}; }
-    void Visit(Slider& control) override { size = {control.length, sliderThickness}; }
-    void Visit(ProgressBar& control) override { size = {control.length, thickness}; }
+    void Visit(Frame& control) override { size = {Text(control, 0).width + 4 * FramePadding, 0}; }
+    void Visit(Slider& control) override { size = {control.length, SliderThickness}; }
+    void Visit(ProgressBar& control) override { size = {control.length, Thickness}; }
     void Visit(ScrollBar& control) override {
-        size = control.Vertical() ? TwipSize{thickness, control.length} : TwipSize{control.length, thickness};
+        size = control.Vertical() ? TwipSize{Thickness, control.length} : TwipSize{control.length, Thickness};
     }
     void Visit(DatePicker& control) override {
         size = host_.TextSize(FontOf(control, host_), "00.00.0000 00:00:00", 0) + Around(control);
@@ -226,7 +226,7 @@ class LayoutRun {
             const bool apart = !line.pieces.empty() && piece.kind != LayoutItem::Kind::Nothing &&
                                line.pieces.back()->kind != LayoutItem::Kind::Nothing;
             line.pieces.push_back(&piece);
-            line.gaps.push_back(apart ? spacing : 0);
+            line.gaps.push_back(apart ? Spacing : 0);
             line.gapSum += line.gaps.back();
         }
         return line;
@@ -321,7 +321,7 @@ class LayoutRun {
             sum += length;
             full += length > 0;
         }
-        return sum + std::max(full - 1, 0) * spacing;
+        return sum + std::max(full - 1, 0) * Spacing;
     }
 
     TwipSize MeasureGrid(const LayoutItem& grid) {
@@ -343,8 +343,8 @@ class LayoutRun {
             if (HasRoom(grid.items[i])) {
                 Arrange(grid.items[i], {x, y, sizes.widths[column], sizes.heights[row]});
             }
-            if (sizes.widths[column] > 0) x += sizes.widths[column] + spacing;
-            if (column + 1 == columns && sizes.heights[row] > 0) y += sizes.heights[row] + spacing;
+            if (sizes.widths[column] > 0) x += sizes.widths[column] + Spacing;
+            if (column + 1 == columns && sizes.heights[row] > 0) y += sizes.heights[row] + Spacing;
         }
     }
 
@@ -359,10 +359,10 @@ class LayoutRun {
     // What a container draws around its children, and the padding inside that.
     Insets Frame(const Control& container) {
         Insets around = host_.Chrome(container.Kind());
-        around.left += framePadding;
-        around.top += framePadding;
-        around.right += framePadding;
-        around.bottom += framePadding;
+        around.left += FramePadding;
+        around.top += FramePadding;
+        around.right += FramePadding;
+        around.bottom += FramePadding;
         return around;
     }
 
@@ -371,9 +371,8 @@ class LayoutRun {
         Sizer sizer(host_);
         control.Accept(sizer);
         TwipSize size = sizer.size;
-        if (const auto* container = dynamic_cast<Container*>(&control)) {
+        if (const auto* container = dynamic_cast<Container*>(&control))
             size = Larger(size, Measure(container->Layout()) + Frame(control));
-        }
         sizes_[&control] = size;
         return size;
     }
@@ -389,7 +388,7 @@ class LayoutRun {
         if (!container) return;
         const TwipSize taken = TwipSize{} + Frame(control);
         Arrange(container->Layout(),
-                {framePadding, framePadding, area.width - taken.width, area.height - taken.height});
+                {FramePadding, FramePadding, area.width - taken.width, area.height - taken.height});
     }
 
     FormHost& host_;

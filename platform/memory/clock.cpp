@@ -4,15 +4,15 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::int64_t millisecondsOfDay = 86'400'000;
+constexpr std::int64_t MillisecondsOfDay = 86'400'000;
 
 } // namespace
 
 DateTime MemoryClock::Now() {
-    std::int64_t days = wall_ / millisecondsOfDay;
-    std::int64_t rest = wall_ % millisecondsOfDay;
+    std::int64_t days = wall_ / MillisecondsOfDay;
+    std::int64_t rest = wall_ % MillisecondsOfDay;
     if (rest < 0) {
-        rest += millisecondsOfDay;
+        rest += MillisecondsOfDay;
         --days;
     }
     DateTime now = CivilFromDays(static_cast<long>(days));
@@ -25,7 +25,7 @@ DateTime MemoryClock::Now() {
 
 void MemoryClock::SetNow(const DateTime& local) {
     const std::int64_t seconds = (local.hour * 60LL + local.minute) * 60 + local.second;
-    wall_ = DaysFromCivil(local.year, local.month, local.day) * millisecondsOfDay + seconds * 1000 +
+    wall_ = DaysFromCivil(local.year, local.month, local.day) * MillisecondsOfDay + seconds * 1000 +
             local.millisecond;
 }
 

@@ -13,9 +13,7 @@ class MemoryDesktop : public Desktop {
     PixelSize ScreenSize() override { return screenSize; }
     bool SetWallpaper(const std::string& path) override {
         calls_.Add("desktop.SetWallpaper " + path);
-        if (refuseWallpaper) {
-            return false;
-        }
+        if (refuseWallpaper) return false;
         wallpaper = path;
         return true;
     }

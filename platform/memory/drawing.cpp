@@ -21,11 +21,11 @@ std::string SizeText(PixelSize size) {
 }
 
 std::string ColorText(Color color) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    constexpr std::string_view KDigits = "0123456789ABCDEF";
     std::string text = "#";
     for (const int channel : {Red(color), Green(color), Blue(color)}) {
-        text += kDigits[static_cast<std::size_t>(channel / 16)];
-        text += kDigits[static_cast<std::size_t>(channel % 16)];
+        text += KDigits[static_cast<std::size_t>(channel / 16)];
+        text += KDigits[static_cast<std::size_t>(channel % 16)];
     }
     return text;
 }

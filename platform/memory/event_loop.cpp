@@ -9,7 +9,7 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::int64_t longestWait = 86'400'000; // of virtual time: a wait beyond it is a test's mistake
+constexpr std::int64_t LongestWait = 86'400'000; // of virtual time: a wait beyond it is a test's mistake
 
 } // namespace
 
@@ -42,13 +42,11 @@ void MemoryEventLoop::RunWhile(const std::function<bool()>& condition) {
         waiting_.pop_front();
         action();
     }
-    const std::int64_t end = clock_.Ticks() + longestWait;
+    const std::int64_t end = clock_.Ticks() + LongestWait;
     RunPosted();
     while (condition()) {
         const auto next = NextDue();
-        if (!next || next->due > end) {
-            throw std::logic_error("a wait that nothing ends");
-        }
+        if (!next || next->due > end) throw std::logic_error("a wait that nothing ends");
         clock_.Advance(std::max<std::int64_t>(next->due - clock_.Ticks(), 0));
         FireTimer(next);
         RunPosted();
@@ -77,9 +75,7 @@ void MemoryEventLoop::Advance(std::int64_t milliseconds) {
 
 bool MemoryEventLoop::Fire(std::string_view name) {
     const auto timer = Find(name);
-    if (timer) {
-        FireTimer(timer);
-    }
+    if (timer) FireTimer(timer);
     return timer != nullptr;
 }
 
@@ -129,18 +125,14 @@ void MemoryEventLoop::RunDue() {
     const auto before = timers_;
     for (const auto& timer : before) {
         const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();
-        if (stillRuns && timer->due <= clock_.Ticks()) {
-            FireTimer(timer);
-        }
+        if (stillRuns && timer->due <= clock_.Ticks()) FireTimer(timer);
     }
 }
 
 // The next tick is set before this one runs, and never in the past: ticks that were missed are merged.
 void MemoryEventLoop::FireTimer(const std::shared_ptr<Timer>& timer) {
     const std::int64_t now = clock_.Ticks();
-    if (timer->due <= now) {
-        timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
-    }
+    if (timer->due <= now) timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
     Deliver(timer->tick);
 }
 
@@ -148,9 +140,7 @@ void MemoryEventLoop::Deliver(const std::function<void()>& callback) {
     try {
         callback();
     } catch (const RunTimeError& error) {
-        if (!failureHandler_) {
-            throw;
-        }
+        if (!failureHandler_) throw;
         failureHandler_(error.Number(), error.what());
     }
 }

@@ -32,9 +32,8 @@ void MemoryFormView::BringToFront() {
 }
 
 void MemoryFormView::Update(Control& control, Aspect aspect) {
-    if (aspect == Aspect::Value || aspect == Aspect::Items || aspect == Aspect::Caption) {
+    if (aspect == Aspect::Value || aspect == Aspect::Items || aspect == Aspect::Caption)
         shown_[&control] = control.ValueText();
-    }
 }
 
 void MemoryFormView::UpdateForm(FormAspect aspect) {

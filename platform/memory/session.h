@@ -13,9 +13,7 @@ class MemorySession : public Session {
     std::string CommandLine() override { return commandLine; }
     bool SetAutostart(bool enabled, const std::string& switches) override {
         calls_.Add(std::string("session.SetAutostart ") + (enabled ? "on" : "off") + switches);
-        if (refuseAutostart) {
-            return false;
-        }
+        if (refuseAutostart) return false;
         autostart = enabled;
         return true;
     }
@@ -28,9 +26,7 @@ class MemorySession : public Session {
     // The system wants the program to end. A real platform calls the handler from its loop, once.
     void RequestEnd() {
         const std::function<void()> handler = std::exchange(endRequest_, nullptr);
-        if (handler) {
-            handler();
-        }
+        if (handler) handler();
     }
 
     std::string commandLine;

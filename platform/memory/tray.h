@@ -33,17 +33,13 @@ class MemoryTray : public Tray {
     void SetMenu(Menu* newMenu) override { menu = newMenu; }
     void Popup(Menu& shown) override {
         calls_.Add("tray.Popup");
-        if (whilePopup) {
-            whilePopup(shown);
-        }
+        if (whilePopup) whilePopup(shown);
     }
     void OnMessage(std::function<void(int message)> handler) override { handler_ = std::move(handler); }
 
     // What a person does with the icon.
     void Send(int message) {
-        if (handler_) {
-            handler_(message);
-        }
+        if (handler_) handler_(message);
     }
 
     bool present = true; // there is a notification area

@@ -11,21 +11,21 @@
 namespace quorvane {
 namespace {
 
-constexpr std::size_t kHeaderBytes = 54;
+constexpr std::size_t KHeaderBytes = 54;
 // Small enough to stay in the processor's cache between the copy and the write, which makes it quicker than
 // one write of everything.
-constexpr std::size_t kStripeBytes = 128 * 1024;
+constexpr std::size_t KStripeBytes = 128 * 1024;
 
-std::array<std::uint8_t, kHeaderBytes> Header(PixelSize size, std::uint32_t pixelBytes) {
-    std::array<std::uint8_t, kHeaderBytes> header{};
+std::array<std::uint8_t, KHeaderBytes> Header(PixelSize size, std::uint32_t pixelBytes) {
+    std::array<std::uint8_t, KHeaderBytes> header{};
     const auto put = [&](std::size_t at, std::uint32_t value, std::size_t bytes) {
         for (std::size_t i = 0; i < bytes; ++i)
             header[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
     };
     header[0] = 'B';
     header[1] = 'M';
-    put(2, static_cast<std::uint32_t>(kHeaderBytes) + pixelBytes, 4);
-    put(10, kHeaderBytes, 4);
+    put(2, static_cast<std::uint32_t>(KHeaderBytes) + pixelBytes, 4);
+    put(10, KHeaderBytes, 4);
     put(14, 40, 4); // bytes of the information header, which begins here
     put(18, static_cast<std::uint32_t>(size.width), 4);
     put(22, static_cast<std::uint32_t>(size.height), 4);
@@ -42,10 +42,10 @@ bool WriteBitmap(const PixelView& pixels, FileWriter& out) {
     const std::size_t used = static_cast<std::size_t>(pixels.size.width) * 3;
     const std::size_t padded = (used + 3) / 4 * 4;
     const std::size_t height = static_cast<std::size_t>(pixels.size.height);
-    if (padded > (std::numeric_limits<std::uint32_t>::max() - kHeaderBytes) / height) return false;
+    if (padded > (std::numeric_limits<std::uint32_t>::max() - KHeaderBytes) / height) return false;
 
     const auto header = Header(pixels.size, static_cast<std::uint32_t>(padded * height));
-    std::vector<std::uint8_t> stripe(std::max(kStripeBytes, kHeaderBytes + padded));
+    std::vector<std::uint8_t> stripe(std::max(KStripeBytes, KHeaderBytes + padded));
     std::memcpy(stripe.data(), header.data(), header.size());
     std::size_t filled = header.size();
     for (int y = pixels.size.height - 1; y >= 0; --y) {

@@ -45,13 +45,13 @@ std::string_view FindPngChunk(std::string_view file, std::string_view kind) {
 
 // The first segment of application data that begins as wanted; segments stand in front of the scan.
 std::string_view FindJpegSegment(std::string_view file, std::string_view start) {
-    constexpr std::uint32_t applicationData = 0xFFE1, scan = 0xFFDA;
+    constexpr std::uint32_t ApplicationData = 0xFFE1, scan = 0xFFDA;
     for (std::size_t at = 2;;) {
         const auto mark = Number(file, at, 2, Order::BigEndian);
         const auto length = Number(file, at + 2, 2, Order::BigEndian);
         if (!mark || !length || *mark <= 0xFF00 || *mark == scan || *length < 2) return {};
         const std::string_view content = file.substr(at + 4, *length - 2);
-        if (*mark == applicationData && content.starts_with(start)) return content;
+        if (*mark == ApplicationData && content.starts_with(start)) return content;
         at += 2 + *length;
     }
 }

@@ -9,22 +9,22 @@
 namespace quorvane {
 namespace {
 
-constexpr std::size_t kPixelBytes = 3;
+constexpr std::size_t KPixelBytes = 3;
 
 // Corners farther out than this are none that a screen has; within it no product below overflows.
-constexpr std::int32_t kFarthest = 1 << 27;
+constexpr std::int32_t KFarthest = 1 << 27;
 
 bool Reachable(const GradientVertex& vertex) {
-    return std::abs(static_cast<std::int64_t>(vertex.x)) < kFarthest &&
-           std::abs(static_cast<std::int64_t>(vertex.y)) < kFarthest;
+    return std::abs(static_cast<std::int64_t>(vertex.x)) < KFarthest &&
+           std::abs(static_cast<std::int64_t>(vertex.y)) < KFarthest;
 }
 
 void FillRow(std::uint8_t* row, int pixels, Color color) {
-    const std::size_t bytes = static_cast<std::size_t>(pixels) * kPixelBytes;
+    const std::size_t bytes = static_cast<std::size_t>(pixels) * KPixelBytes;
     row[0] = static_cast<std::uint8_t>(Blue(color));
     row[1] = static_cast<std::uint8_t>(Green(color));
     row[2] = static_cast<std::uint8_t>(Red(color));
-    for (std::size_t done = kPixelBytes; done < bytes; done *= 2)
+    for (std::size_t done = KPixelBytes; done < bytes; done *= 2)
         std::memcpy(row + done, row, std::min(done, bytes - done));
 }
 
@@ -65,31 +65,31 @@ Plane PlaneThrough(const GradientVertex& a, const GradientVertex& b, const Gradi
 // Paints `pixels` pixels of the plane's row `y` from `x` on. It works on blocks of 16 pixels, each byte of a
 // block in a lane of its own, so that the compiler makes vector code of it.
 void PaintRow(std::uint8_t* row, const Plane& plane, int x, int y, int pixels) {
-    constexpr std::size_t kBlock = 16, kLanes = kBlock * kPixelBytes;
-    constexpr int kFraction = 22;
-    constexpr double kScale = (1 << kFraction) / 256.0;
+    constexpr std::size_t KBlock = 16, kLanes = KBlock * KPixelBytes;
+    constexpr int KFraction = 22;
+    constexpr double KScale = (1 << KFraction) / 256.0;
     // Keeps rounding from pushing a level below the whole number it stands for.
-    constexpr double kGuard = (1 << kFraction) / 1024.0;
+    constexpr double KGuard = (1 << KFraction) / 1024.0;
 
     std::array<std::uint32_t, kLanes> level, step;
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
-        const std::size_t channel = lane % kPixelBytes;
-        const double along = static_cast<double>(lane / kPixelBytes) + x;
+        const std::size_t channel = lane % KPixelBytes;
+        const double along = static_cast<double>(lane / KPixelBytes) + x;
         const double value =
             plane.origin[channel] + plane.alongX[channel] * along + plane.alongY[channel] * y;
-        level[lane] = static_cast<std::uint32_t>(std::llround(value * kScale + kGuard));
+        level[lane] = static_cast<std::uint32_t>(std::llround(value * KScale + KGuard));
         step[lane] = static_cast<std::uint32_t>(
-            std::llround(plane.alongX[channel] * static_cast<double>(kBlock) * kScale));
+            std::llround(plane.alongX[channel] * static_cast<double>(KBlock) * KScale));
     }
-    std::size_t left = static_cast<std::size_t>(pixels) * kPixelBytes;
+    std::size_t left = static_cast<std::size_t>(pixels) * KPixelBytes;
     for (; left >= kLanes; left -= kLanes, row += kLanes) {
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            row[lane] = static_cast<std::uint8_t>(level[lane] >> kFraction);
+            row[lane] = static_cast<std::uint8_t>(level[lane] >> KFraction);
             level[lane] += step[lane];
         }
     }
     for (std::size_t lane = 0; lane < left; ++lane)
-        row[lane] = static_cast<std::uint8_t>(level[lane] >> kFraction);
+        row[lane] = static_cast<std::uint8_t>(level[lane] >> KFraction);
 }
 
 // Where the edge meets row `y`, to the right if between two pixels. Both triangles of an edge ask for it with
@@ -120,11 +120,11 @@ PixelRect Clip(const PixelRect& area, PixelSize size) {
 void FillArea(const Canvas& canvas, const PixelRect& area, Color color) {
     const PixelRect part = Clip(area, canvas.size);
     if (part.width == 0) return;
-    const std::ptrdiff_t offset = part.x * static_cast<std::ptrdiff_t>(kPixelBytes);
+    const std::ptrdiff_t offset = part.x * static_cast<std::ptrdiff_t>(KPixelBytes);
     const std::uint8_t* first = canvas.Row(part.y) + offset;
     FillRow(canvas.Row(part.y) + offset, part.width, color);
     for (int y = part.y + 1; y < part.y + part.height; ++y)
-        std::memcpy(canvas.Row(y) + offset, first, static_cast<std::size_t>(part.width) * kPixelBytes);
+        std::memcpy(canvas.Row(y) + offset, first, static_cast<std::size_t>(part.width) * KPixelBytes);
 }
 
 void FillGradientRectangle(const Canvas& canvas, const GradientVertex& upperLeft,
@@ -138,18 +138,18 @@ void FillGradientRectangle(const Canvas& canvas, const GradientVertex& upperLeft
     const PixelRect part = Clip(whole, canvas.size);
     if (part.width == 0) return;
 
-    const std::ptrdiff_t offset = part.x * static_cast<std::ptrdiff_t>(kPixelBytes);
+    const std::ptrdiff_t offset = part.x * static_cast<std::ptrdiff_t>(KPixelBytes);
     if (!across) {
         for (int y = part.y; y < part.y + part.height; ++y)
             FillRow(canvas.Row(y) + offset, part.width, Blend(first, second, y - whole.y, whole.height));
         return;
     }
     for (int x = part.x; x < part.x + part.width; ++x)
-        FillRow(canvas.Row(part.y) + static_cast<std::ptrdiff_t>(kPixelBytes) * x, 1,
+        FillRow(canvas.Row(part.y) + static_cast<std::ptrdiff_t>(KPixelBytes) * x, 1,
                 Blend(first, second, x - whole.x, whole.width));
     for (int y = part.y + 1; y < part.y + part.height; ++y)
         std::memcpy(canvas.Row(y) + offset, canvas.Row(part.y) + offset,
-                    static_cast<std::size_t>(part.width) * kPixelBytes);
+                    static_cast<std::size_t>(part.width) * KPixelBytes);
 }
 
 void FillGradientTriangle(const Canvas& canvas, const GradientVertex& a, const GradientVertex& b,
@@ -169,7 +169,7 @@ void FillGradientTriangle(const Canvas& canvas, const GradientVertex& a, const G
         const std::int64_t right =
             std::clamp<std::int64_t>(std::max(longEdge, shortEdge), 0, canvas.size.width);
         if (left < right)
-            PaintRow(canvas.Row(y) + left * static_cast<std::ptrdiff_t>(kPixelBytes), plane,
+            PaintRow(canvas.Row(y) + left * static_cast<std::ptrdiff_t>(KPixelBytes), plane,
                      static_cast<int>(left), y, static_cast<int>(right - left));
     }
 }

@@ -5,7 +5,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int kGather = 16;
+constexpr int KGather = 16;
 
 #if defined(__x86_64__) && defined(__ELF__) // the loader chooses, and only this one can
 #define QUORVANE_SHUFFLE_LOOP __attribute__((target_clones("avx2", "ssse3", "default")))
@@ -52,7 +52,7 @@ RowPainter::RowPainter(const Canvas& canvas, const PixelRect& target, Orientatio
     storedSize_ = orientation.Upright({target.width, target.height});
     if (orientation.transposed) {
         storedPart_ = {y, x, visible_.height, visible_.width};
-        gathered_.resize(static_cast<std::size_t>(visible_.height) * kGather * 4);
+        gathered_.resize(static_cast<std::size_t>(visible_.height) * KGather * 4);
     } else {
         storedPart_ = {x, y, visible_.width, visible_.height};
         if (orientation.mirrorX) reversed_.resize(static_cast<std::size_t>(visible_.width) * 4);
@@ -82,20 +82,20 @@ void RowPainter::Put(int row, const std::uint8_t* pixels) {
     }
     if (gatheredCount_ == 0) gatheredFrom_ = row;
     const std::size_t place =
-        static_cast<std::size_t>(orientation_.mirrorX ? kGather - 1 - gatheredCount_ : gatheredCount_);
+        static_cast<std::size_t>(orientation_.mirrorX ? KGather - 1 - gatheredCount_ : gatheredCount_);
     for (std::size_t i = 0; i < static_cast<std::size_t>(visible_.height); ++i)
-        std::memcpy(&gathered_[4 * (kGather * i + place)], pixels + 4 * i, 4);
-    if (++gatheredCount_ == kGather) Finish();
+        std::memcpy(&gathered_[4 * (KGather * i + place)], pixels + 4 * i, 4);
+    if (++gatheredCount_ == KGather) Finish();
 }
 
 void RowPainter::Finish() {
     if (gatheredCount_ == 0) return;
     const int last = gatheredFrom_ + gatheredCount_ - 1;
     const int x = orientation_.mirrorX ? visible_.width - 1 - last : gatheredFrom_;
-    const std::size_t skipped = static_cast<std::size_t>(orientation_.mirrorX ? kGather - gatheredCount_ : 0);
+    const std::size_t skipped = static_cast<std::size_t>(orientation_.mirrorX ? KGather - gatheredCount_ : 0);
     for (int i = 0; i < visible_.height; ++i) {
         const int y = orientation_.mirrorY ? visible_.height - 1 - i : i;
-        PutPixels(x, y, &gathered_[4 * (kGather * static_cast<std::size_t>(i) + skipped)], gatheredCount_);
+        PutPixels(x, y, &gathered_[4 * (KGather * static_cast<std::size_t>(i) + skipped)], gatheredCount_);
     }
     gatheredCount_ = 0;
 }

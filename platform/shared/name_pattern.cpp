@@ -36,10 +36,10 @@ std::size_t NextLetter(std::string_view text, std::size_t at) {
 // Both sides folded. On a mismatch the last star takes one letter more, so the work is bounded by the product
 // of the lengths.
 bool FitsWildcards(std::string_view name, std::string_view pattern) {
-    constexpr std::size_t none = std::string_view::npos;
+    constexpr std::size_t None = std::string_view::npos;
     std::size_t at = 0;
     std::size_t inPattern = 0;
-    std::size_t star = none;
+    std::size_t star = None;
     std::size_t starTook = 0;
     while (at < name.size()) {
         if (inPattern < pattern.size() && pattern[inPattern] == '*') {
@@ -51,14 +51,14 @@ bool FitsWildcards(std::string_view name, std::string_view pattern) {
         } else if (inPattern < pattern.size() && pattern[inPattern] == name[at]) {
             ++inPattern;
             ++at;
-        } else if (star != none) {
+        } else if (star != None) {
             inPattern = star;
             at = starTook = NextLetter(name, starTook);
         } else {
             return false;
         }
     }
-    return pattern.find_first_not_of('*', inPattern) == none;
+    return pattern.find_first_not_of('*', inPattern) == None;
 }
 
 } // namespace

@@ -22,8 +22,8 @@ void SeededRandom::Seed(double seed) {
 
 float SeededRandom::Next() {
     state_ += Step;
-    constexpr float unit = 1.0F / (1 << 24); // single precision holds 24 bits, so 1 is never reached
-    return static_cast<float>(Mix(state_) >> 40) * unit;
+    constexpr float Unit = 1.0F / (1 << 24); // single precision holds 24 bits, so 1 is never reached
+    return static_cast<float>(Mix(state_) >> 40) * Unit;
 }
 
 void OnceSeededRandom::Seed(double seed) {

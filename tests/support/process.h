@@ -27,9 +27,7 @@ inline bool WaitFor(const std::function<bool()>& condition,
                     std::chrono::milliseconds limit = std::chrono::seconds(20)) {
     const auto end = std::chrono::steady_clock::now() + limit;
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
+        if (std::chrono::steady_clock::now() > end) return false;
         poll(nullptr, 0, 10);
     }
     return true;
@@ -47,9 +45,7 @@ class Process {
     Process(const std::vector<std::string>& command, const std::vector<std::string>& environment = {},
             const fs::path& output = "/dev/null", const fs::path& errors = "/dev/null") {
         id_ = fork();
-        if (id_ != 0) {
-            return;
-        }
+        if (id_ != 0) return;
         for (const std::string& variable : environment) {
             const std::size_t equals = variable.find('=');
             if (equals == std::string::npos) {
@@ -83,9 +79,8 @@ class Process {
     // The exit status, 128 and more for a signal; nothing while it runs.
     std::optional<int> ExitStatus() {
         int raw = 0;
-        if (!status_ && waitpid(id_, &raw, WNOHANG) == id_) {
+        if (!status_ && waitpid(id_, &raw, WNOHANG) == id_)
             status_ = WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
-        }
         return status_;
     }
     std::optional<int> WaitForEnd(std::chrono::milliseconds limit = std::chrono::seconds(20)) {

@@ -11,9 +11,7 @@ class VirtualScreen {
   public:
     explicit VirtualScreen(const std::string& geometry = "1280x800x24") {
         int ends[2] = {-1, -1};
-        if (pipe(ends) != 0) {
-            return;
-        }
+        if (pipe(ends) != 0) return;
         server_ = std::make_unique<Process>(
             std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0", geometry,
                                      "-nolisten", "tcp", "-noreset"});
@@ -25,9 +23,7 @@ class VirtualScreen {
             number += digit;
         }
         close(ends[0]);
-        if (!number.empty()) {
-            display_ = ":" + number;
-        }
+        if (!number.empty()) display_ = ":" + number;
     }
 
     // ":5"; empty where no server could be started.

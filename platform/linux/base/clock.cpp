@@ -9,8 +9,8 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::time_t secondsOfWeek = 7 * 86400;
-constexpr int weeksSearched = 53; // a zone that has both kinds of time shows both within a year
+constexpr std::time_t SecondsOfWeek = 7 * 86400;
+constexpr int WeeksSearched = 53; // a zone that has both kinds of time shows both within a year
 
 int BiasMinutes(const std::tm& time) {
     return static_cast<int>(-time.tm_gmtoff / 60);
@@ -23,12 +23,10 @@ std::optional<std::tm> LocalTime(std::time_t moment) {
 
 // The bias of the other kind of time, daylight or standard, where the zone has it nearest to `moment`.
 std::optional<int> NearestBias(std::time_t moment, bool daylight) {
-    for (int week = 1; week <= weeksSearched; ++week) {
-        for (const std::time_t distance : {-week * secondsOfWeek, week * secondsOfWeek}) {
+    for (int week = 1; week <= WeeksSearched; ++week) {
+        for (const std::time_t distance : {-week * SecondsOfWeek, week * SecondsOfWeek}) {
             const auto time = LocalTime(moment + distance);
-            if (time && (time->tm_isdst > 0) == daylight) {
-                return BiasMinutes(*time);
-            }
+            if (time && (time->tm_isdst > 0) == daylight) return BiasMinutes(*time);
         }
     }
     return std::nullopt;

@@ -48,9 +48,8 @@ class FolderChain {
         path += '/';
         for (std::size_t at = path.find('/'); at != std::string::npos; at = path.find('/', at + 1)) {
             struct stat status {};
-            if (stat(path.substr(0, at + 1).c_str(), &status) == 0) {
+            if (stat(path.substr(0, at + 1).c_str(), &status) == 0)
                 folders_.emplace_back(status.st_dev, status.st_ino);
-            }
         }
     }
 
@@ -192,9 +191,8 @@ bool LinuxFiles::Exists(const std::string& path) {
 std::optional<std::string> LinuxFiles::Read(const std::string& path) {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
-    if (file.Number() < 0 || fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (file.Number() < 0 || fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    }
     std::string content(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t filled = 0;
     for (;;) {

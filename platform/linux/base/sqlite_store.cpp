@@ -150,12 +150,12 @@ bool MakeFolderOf(const std::string& file) {
 
 // A file name as SQLite's own URI, for the options that only a URI can carry.
 std::string FileUri(const std::string& file, const char* options) {
-    static constexpr char digits[] = "0123456789ABCDEF";
+    static constexpr char Digits[] = "0123456789ABCDEF";
     std::string uri = "file:";
     for (const char c : file) {
         const auto byte = static_cast<unsigned char>(c);
         if (c == '%' || c == '?' || c == '#' || byte < 0x20) {
-            uri.append({'%', digits[byte >> 4], digits[byte & 0xF]});
+            uri.append({'%', Digits[byte >> 4], Digits[byte & 0xF]});
         } else {
             uri.push_back(c);
         }
@@ -321,9 +321,8 @@ int SqliteStore::Commit() {
 // Ends one write with what it answered: outside a batch it is a transaction of its own.
 int SqliteStore::EndWrite(int error) {
     // Some failures, a full disk for one, have taken the whole transaction back already.
-    if (transaction_ == Transaction::Writing && sqlite3_get_autocommit(database_.get())) {
+    if (transaction_ == Transaction::Writing && sqlite3_get_autocommit(database_.get()))
         transaction_ = Transaction::None;
-    }
     if (batchDepth_ == 0 && transaction_ != Transaction::None) {
         const int commitError = Commit();
         if (!error) error = commitError;

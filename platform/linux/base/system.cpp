@@ -19,7 +19,7 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::int32_t familyNt = 2;
+constexpr std::int32_t FamilyNt = 2;
 
 std::string OsReleaseText() {
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
@@ -47,15 +47,11 @@ std::string FontFamily(FcPattern* pattern, int index) {
 std::string OsReleaseValue(std::string_view text, std::string_view name) {
     for (const std::string& line : Split(text, '\n')) {
         const std::size_t equals = line.find('=');
-        if (equals == std::string::npos || Trim(std::string_view(line).substr(0, equals)) != name) {
-            continue;
-        }
+        if (equals == std::string::npos || Trim(std::string_view(line).substr(0, equals)) != name) continue;
         std::string_view value = Trim(std::string_view(line).substr(equals + 1));
         const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
                             value.back() == value.front();
-        if (!quoted) {
-            return std::string(value);
-        }
+        if (!quoted) return std::string(value);
         std::string plain;
         value = value.substr(1, value.size() - 2);
         for (std::size_t i = 0; i < value.size(); ++i) {
@@ -72,9 +68,7 @@ void ReadKernelRelease(std::string_view release, VersionRecord& record) {
     const char* const end = at + release.size();
     for (std::int32_t* number : {&record.dwMajorVersion, &record.dwMinorVersion, &record.dwBuildNumber}) {
         const auto [stop, error] = std::from_chars(at, end, *number);
-        if (error != std::errc() || stop == end || *stop != '.') {
-            return;
-        }
+        if (error != std::errc() || stop == end || *stop != '.') return;
         at = stop + 1;
     }
 }
@@ -82,22 +76,18 @@ void ReadKernelRelease(std::string_view release, VersionRecord& record) {
 VersionRecord LinuxSystem::Version() {
     VersionRecord record;
     record.dwOSVersionInfoSize = 148;
-    record.dwPlatformId = familyNt;
+    record.dwPlatformId = FamilyNt;
     utsname kernel{};
     uname(&kernel);
     ReadKernelRelease(kernel.release, record);
     record.displayName = OsReleaseValue(OsReleaseText(), "PRETTY_NAME");
-    if (record.displayName.empty()) {
-        record.displayName = std::string(kernel.sysname) + " " + kernel.release;
-    }
+    if (record.displayName.empty()) record.displayName = std::string(kernel.sysname) + " " + kernel.release;
     return record;
 }
 
 std::string LinuxSystem::UserName() {
     const passwd* entry = getpwuid(geteuid());
-    if (entry && entry->pw_name && *entry->pw_name) {
-        return entry->pw_name;
-    }
+    if (entry && entry->pw_name && *entry->pw_name) return entry->pw_name;
     const char* name = std::getenv("USER");
     return name ? name : "";
 }
@@ -148,17 +138,13 @@ bool LinuxSystem::SubstitutesFont(const std::string& family) {
     FcResult result = FcResultNoMatch;
     FcPattern* match = FcFontMatch(nullptr, wanted, &result);
     const bool found = match && !FontFamily(match, 0).empty();
-    if (match) {
-        FcPatternDestroy(match);
-    }
+    if (match) FcPatternDestroy(match);
     FcPatternDestroy(wanted);
     return found;
 }
 
 int LinuxSystem::AddFontFile(const std::string& path) {
-    if (access(path.c_str(), R_OK) != 0) {
-        return 0;
-    }
+    if (access(path.c_str(), R_OK) != 0) return 0;
     return FcConfigAppFontAddFile(nullptr, reinterpret_cast<const FcChar8*>(path.c_str())) ? 1 : 0;
 }
 

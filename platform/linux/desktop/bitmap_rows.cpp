@@ -9,10 +9,10 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::size_t headerBytes = 54; // of the file and of the information about the picture
-constexpr int largestSide = 32767;
+constexpr std::size_t HeaderBytes = 54; // of the file and of the information about the picture
+constexpr int LargestSide = 32767;
 
-std::int32_t Number(const std::array<std::uint8_t, headerBytes>& header, std::size_t at) {
+std::int32_t Number(const std::array<std::uint8_t, HeaderBytes>& header, std::size_t at) {
     std::uint32_t number = 0;
     for (std::size_t byte = 4; byte-- > 0;)
         number = number << 8 | header[at + byte];
@@ -24,18 +24,16 @@ std::int32_t Number(const std::array<std::uint8_t, headerBytes>& header, std::si
 std::unique_ptr<BitmapRows> BitmapRows::Open(const std::string& path) {
     std::unique_ptr<BitmapRows> rows(new BitmapRows);
     rows->file_ = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    std::array<std::uint8_t, headerBytes> header{};
-    if (rows->file_ < 0 || pread(rows->file_, header.data(), headerBytes, 0) != headerBytes) {
-        return nullptr;
-    }
+    std::array<std::uint8_t, HeaderBytes> header{};
+    if (rows->file_ < 0 || pread(rows->file_, header.data(), HeaderBytes, 0) != HeaderBytes) return nullptr;
     const int bitsAndPlanes = Number(header, 26);
-    constexpr int onePlaneOf24Bits = 24 << 16 | 1;
+    constexpr int OnePlaneOf24Bits = 24 << 16 | 1;
     const int width = Number(header, 18);
     const int height = Number(header, 22);
     const bool known = header[0] == 'B' && header[1] == 'M' && Number(header, 14) >= 40 &&
-                       bitsAndPlanes == onePlaneOf24Bits && Number(header, 30) == 0;
-    if (!known || width < 1 || width > largestSide || height == 0 || height > largestSide ||
-        height < -largestSide) {
+                       bitsAndPlanes == OnePlaneOf24Bits && Number(header, 30) == 0;
+    if (!known || width < 1 || width > LargestSide || height == 0 || height > LargestSide ||
+        height < -LargestSide) {
         return nullptr;
     }
     rows->bottomUp_ = height > 0;
@@ -51,9 +49,7 @@ std::unique_ptr<BitmapRows> BitmapRows::Open(const std::string& path) {
 }
 
 BitmapRows::~BitmapRows() {
-    if (file_ >= 0) {
-        close(file_);
-    }
+    if (file_ >= 0) close(file_);
 }
 
 bool BitmapRows::Read(int x, int y, int count, std::uint32_t* to) {

@@ -43,17 +43,13 @@ std::optional<std::string> RunCommand(const std::string& program, const std::vec
     process.setStandardErrorFile(QProcess::nullDevice());
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(QString::fromStdString(program), ToList(arguments));
-    if (!process.waitForStarted(timeoutMilliseconds)) {
-        return std::nullopt;
-    }
+    if (!process.waitForStarted(timeoutMilliseconds)) return std::nullopt;
     if (!process.waitForFinished(timeoutMilliseconds)) {
         process.kill();
         process.waitForFinished(1000);
         return std::nullopt;
     }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        return std::nullopt;
-    }
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) return std::nullopt;
     return process.readAllStandardOutput().toStdString();
 }
 
@@ -62,9 +58,7 @@ bool StartedProgram::IsRunning() const {
 }
 
 void StartedProgram::Terminate() const {
-    if (IsRunning()) {
-        kill(static_cast<pid_t>(processId), SIGTERM);
-    }
+    if (IsRunning()) kill(static_cast<pid_t>(processId), SIGTERM);
 }
 
 std::optional<StartedProgram> StartProgram(const std::string& program,
@@ -76,9 +70,7 @@ std::optional<StartedProgram> StartProgram(const std::string& program,
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     qint64 processId = 0;
-    if (!process.startDetached(&processId)) {
-        return std::nullopt;
-    }
+    if (!process.startDetached(&processId)) return std::nullopt;
     return StartedProgram{processId, StartTimeOf(processId)};
 }
 

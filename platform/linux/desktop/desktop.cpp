@@ -29,8 +29,8 @@ PixelRect ScreenPixels(const QScreen& screen) {
             qRound(geometry.height() * screen.devicePixelRatio())};
 }
 
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
+std::string Variable(const char* Name) {
+    const char* value = std::getenv(Name);
     return value ? value : "";
 }
 
@@ -52,18 +52,17 @@ int WorkspaceCount() {
     int count = 1;
     if (!xcb_connection_has_error(connection)) {
         const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-        constexpr std::string_view name = "_NET_NUMBER_OF_DESKTOPS";
+        constexpr std::string_view Name = "_NET_NUMBER_OF_DESKTOPS";
         xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
-            connection, xcb_intern_atom(connection, 1, name.size(), name.data()), nullptr);
+            connection, xcb_intern_atom(connection, 1, Name.size(), Name.data()), nullptr);
         xcb_get_property_reply_t* reply = nullptr;
         if (atom) {
             const auto asked =
                 xcb_get_property(connection, 0, screen->root, atom->atom, XCB_ATOM_CARDINAL, 0, 1);
             reply = xcb_get_property_reply(connection, asked, nullptr);
         }
-        if (reply && xcb_get_property_value_length(reply) == 4) {
+        if (reply && xcb_get_property_value_length(reply) == 4)
             count = *static_cast<const std::int32_t*>(xcb_get_property_value(reply));
-        }
         std::free(reply);
         std::free(atom);
     }
@@ -104,11 +103,11 @@ bool LinuxDesktop::SetWallpaper(const std::string& path) {
             return PaintRootWindow(file, style, places);
         };
     }
-    const std::string name = Variable("XDG_CURRENT_DESKTOP");
-    const bool told = HandOver(FindDesktopRow(name), handover);
+    const std::string Name = Variable("XDG_CURRENT_DESKTOP");
+    const bool told = HandOver(FindDesktopRow(Name), handover);
     if (!told && !complained_) {
         complained_ = true;
-        system_.Complain("the wallpaper could not be handed over to the desktop \"" + name +
+        system_.Complain("the wallpaper could not be handed over to the desktop \"" + Name +
                          "\": " + handover.file);
     }
     // The composition is over when this event is: what it held goes back to the system.
@@ -117,9 +116,7 @@ bool LinuxDesktop::SetWallpaper(const std::string& path) {
 }
 
 void LinuxDesktop::ShowBusyPointer(bool busy) {
-    if (busy == busy_) {
-        return;
-    }
+    if (busy == busy_) return;
     busy_ = busy;
     if (busy) {
         QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));

@@ -32,9 +32,7 @@ bool AnswersWayland(const std::string& name) {
     const std::string path = name.starts_with('/') ? name : Variable("XDG_RUNTIME_DIR") + "/" + name;
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
-        return false;
-    }
+    if (path.size() >= sizeof address.sun_path) return false;
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     const int socketId = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     const bool answers = connect(socketId, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
@@ -46,15 +44,10 @@ bool AnswersWayland(const std::string& name) {
 // process: that the connection to the display broke.
 void TakeMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
     const bool broke = message.contains(QLatin1String("connection broke"));
-    if (broke || type == QtCriticalMsg || type == QtFatalMsg) {
+    if (broke || type == QtCriticalMsg || type == QtFatalMsg)
         std::fprintf(stderr, "quorvane: %s\n", message.toUtf8().constData());
-    }
-    if (broke) {
-        LinuxSession::DisplayIsGone();
-    }
-    if (type == QtFatalMsg) {
-        _exit(1);
-    }
+    if (broke) LinuxSession::DisplayIsGone();
+    if (type == QtFatalMsg) _exit(1);
 }
 
 } // namespace
@@ -66,9 +59,8 @@ std::string DisplayProblem() {
         (!x.empty() && AnswersX())) {
         return {};
     }
-    if (x.empty() && wayland.empty()) {
+    if (x.empty() && wayland.empty())
         return "there is no display to run on: neither DISPLAY nor WAYLAND_DISPLAY is set";
-    }
     return "the display \"" + (x.empty() ? wayland : x) + "\" cannot be opened";
 }
 

@@ -58,9 +58,7 @@ void QtEventLoop::RunOnePosted() {
 }
 
 void QtEventLoop::Deliver(const std::function<void()>& work) {
-    if (ended_) {
-        return;
-    }
+    if (ended_) return;
     try {
         work();
     } catch (const ProcessEnd& end) {
@@ -136,9 +134,7 @@ void QtEventLoop::RunDue() {
     for (const auto& timer : before) {
         const std::int64_t now = SteadyMilliseconds();
         const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();
-        if (!stillRuns || timer->due > now) {
-            continue;
-        }
+        if (!stillRuns || timer->due > now) continue;
         timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
         Arm();
         Deliver(timer->tick);

@@ -36,9 +36,7 @@ using Entries = std::map<QAction*, MenuItem*>;
 
 void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, Entries& entries) {
     for (MenuItem& item : items) {
-        if (!item.visible) {
-            continue;
-        }
+        if (!item.visible) continue;
         if (item.IsSeparator()) {
             shown.addSeparator();
             continue;
@@ -55,9 +53,7 @@ void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, En
         action->setEnabled(item.enabled);
         action->setCheckable(item.checked);
         action->setChecked(item.checked);
-        if (item.bitmap) {
-            action->setIcon(ToIcon(*item.bitmap));
-        }
+        if (item.bitmap) action->setIcon(ToIcon(*item.bitmap));
         entries[action] = &item;
         if (events && item.items.empty()) {
             // The menu may be filled anew while this one is open: the entry is kept as it was shown.
@@ -69,9 +65,7 @@ void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, En
 }
 
 Entries Fill(QMenu& shown, Menu& menu, EventLoop* events) {
-    if (menu.onOpen) {
-        menu.onOpen();
-    }
+    if (menu.onOpen) menu.onOpen();
     shown.clear();
     Entries entries;
     AddEntries(shown, menu.Items(), events, entries);
@@ -79,9 +73,7 @@ Entries Fill(QMenu& shown, Menu& menu, EventLoop* events) {
     if (byDefault >= 0 && byDefault < static_cast<int>(menu.Items().size())) {
         const MenuItem* item = &menu.Items()[static_cast<std::size_t>(byDefault)];
         for (const auto& [action, entry] : entries) {
-            if (entry == item) {
-                shown.setDefaultAction(action);
-            }
+            if (entry == item) shown.setDefaultAction(action);
         }
     }
     return entries;
@@ -97,20 +89,14 @@ void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events) {
     bar.clear();
     for (std::size_t i = 0; i < menu.Items().size(); ++i) {
         const MenuItem& title = menu.Items()[i];
-        if (!title.visible) {
-            continue;
-        }
+        if (!title.visible) continue;
         QMenu* below = bar.addMenu(QString::fromStdString(title.caption));
         below->setEnabled(title.enabled);
         const auto fill = [below, i, &menu, &events] {
-            if (menu.onOpen) {
-                events.Deliver(menu.onOpen);
-            }
+            if (menu.onOpen) events.Deliver(menu.onOpen);
             below->clear();
             Entries entries;
-            if (i < menu.Items().size()) {
-                AddEntries(*below, menu.Items()[i].items, &events, entries);
-            }
+            if (i < menu.Items().size()) AddEntries(*below, menu.Items()[i].items, &events, entries);
         };
         QObject::connect(below, &QMenu::aboutToShow, below, fill);
     }
@@ -120,9 +106,7 @@ void ShowMenuAtPointer(Menu& menu) {
     QMenu shown;
     const Entries entries = Fill(shown, menu, nullptr);
     const auto chosen = entries.find(shown.exec(QCursor::pos()));
-    if (chosen != entries.end()) {
-        Menu::Choose(*chosen->second);
-    }
+    if (chosen != entries.end()) Menu::Choose(*chosen->second);
 }
 
 } // namespace quorvane

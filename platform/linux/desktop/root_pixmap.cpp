@@ -15,7 +15,7 @@ namespace quorvane {
 
 namespace {
 
-constexpr int borderPixels = 4; // by which a composed wallpaper exceeds the screen, both sides together
+constexpr int BorderPixels = 4; // by which a composed wallpaper exceeds the screen, both sides together
 
 template<typename T>
 using Reply = std::unique_ptr<T, decltype(&std::free)>;
@@ -48,14 +48,10 @@ class RootWindow {
     RootWindow() {
         int number = 0;
         connection_ = xcb_connect(nullptr, &number);
-        if (xcb_connection_has_error(connection_)) {
-            return;
-        }
+        if (xcb_connection_has_error(connection_)) return;
         auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
         for (; screens.rem > 0; xcb_screen_next(&screens)) {
-            if (number-- == 0) {
-                screen_ = screens.data;
-            }
+            if (number-- == 0) screen_ = screens.data;
         }
     }
     ~RootWindow() { xcb_disconnect(connection_); }
@@ -84,9 +80,7 @@ PixelForm RootWindow::Form() const {
     form.highByteFirst = setup->image_byte_order == XCB_IMAGE_ORDER_MSB_FIRST;
     for (auto formats = xcb_setup_pixmap_formats_iterator(setup); formats.rem > 0;
          xcb_format_next(&formats)) {
-        if (formats.data->depth == screen_->root_depth) {
-            form.bitsPerPixel = formats.data->bits_per_pixel;
-        }
+        if (formats.data->depth == screen_->root_depth) form.bitsPerPixel = formats.data->bits_per_pixel;
     }
     for (auto depths = xcb_screen_allowed_depths_iterator(screen_); depths.rem > 0; xcb_depth_next(&depths)) {
         auto visuals = xcb_depth_visuals_iterator(depths.data);
@@ -102,9 +96,7 @@ PixelForm RootWindow::Form() const {
 }
 
 std::uint32_t Placed(int channel, std::uint32_t mask) {
-    if (mask == 0) {
-        return 0;
-    }
+    if (mask == 0) return 0;
     const int low = __builtin_ctz(mask);
     const std::uint32_t largest = mask >> low;
     return (static_cast<std::uint32_t>(channel) * largest + 127) / 255 << low;
@@ -127,9 +119,8 @@ void ConvertRow(const QRgb* from, int count, const PixelForm& form, std::uint8_t
 std::optional<QPoint> BorderAround(PixelSize monitor, PixelSize picture) {
     const int widthOver = picture.width - monitor.width;
     const int heightOver = picture.height - monitor.height;
-    if (widthOver < 0 || widthOver > borderPixels || heightOver < 0 || heightOver > borderPixels) {
+    if (widthOver < 0 || widthOver > BorderPixels || heightOver < 0 || heightOver > BorderPixels)
         return std::nullopt;
-    }
     return QPoint(widthOver / 2, heightOver / 2);
 }
 
@@ -175,9 +166,8 @@ xcb_atom_t RootWindow::Atom(const char* name) const {
 std::optional<xcb_pixmap_t> RootWindow::PixmapOf(xcb_atom_t property) const {
     const auto cookie = xcb_get_property(connection_, 0, screen_->root, property, XCB_ATOM_PIXMAP, 0, 1);
     const auto reply = Own(xcb_get_property_reply(connection_, cookie, nullptr));
-    if (!reply || reply->type != XCB_ATOM_PIXMAP || xcb_get_property_value_length(reply.get()) != 4) {
+    if (!reply || reply->type != XCB_ATOM_PIXMAP || xcb_get_property_value_length(reply.get()) != 4)
         return std::nullopt;
-    }
     return *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()));
 }
 
@@ -192,9 +182,7 @@ bool RootWindow::Show(const RowSource& picture) {
     const xcb_pixmap_t pixmap = xcb_generate_id(connection_);
     xcb_create_pixmap(connection_, screen_->root_depth, pixmap, screen_->root, screen_->width_in_pixels,
                       screen_->height_in_pixels);
-    if (!Send(pixmap, picture)) {
-        return false;
-    }
+    if (!Send(pixmap, picture)) return false;
     xcb_grab_server(connection_);
     for (const xcb_atom_t property : {shown, left}) {
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, screen_->root, property, XCB_ATOM_PIXMAP, 32,
@@ -202,9 +190,7 @@ bool RootWindow::Show(const RowSource& picture) {
     }
     xcb_change_window_attributes(connection_, screen_->root, XCB_CW_BACK_PIXMAP, &pixmap);
     xcb_clear_area(connection_, 0, screen_->root, 0, 0, 0, 0);
-    if (ownerIsGone) {
-        xcb_kill_client(connection_, *before);
-    }
+    if (ownerIsGone) xcb_kill_client(connection_, *before);
     xcb_set_close_down_mode(connection_, XCB_CLOSE_DOWN_RETAIN_PERMANENT);
     xcb_ungrab_server(connection_);
     // A round trip: all of it has been done, or the connection has failed.
@@ -234,9 +220,7 @@ QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize siz
 
 bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors) {
     RootWindow root;
-    if (!root.IsConnected()) {
-        return false;
-    }
+    if (!root.IsConnected()) return false;
     const PixelSize size = root.Size();
     const bool oneMonitor =
         monitors.size() == 1 && monitors.front() == PixelRect{0, 0, size.width, size.height};
@@ -249,9 +233,7 @@ bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::v
         }
     }
     const QImage picture = QImage(QString::fromStdString(file)).convertToFormat(QImage::Format_RGB32);
-    if (picture.isNull()) {
-        return false;
-    }
+    if (picture.isNull()) return false;
     QImage whole(size.width, size.height, QImage::Format_RGB32);
     whole.fill(Qt::black);
     QPainter painter(&whole);

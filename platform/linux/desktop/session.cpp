@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array endSignals{SIGTERM, SIGINT, SIGHUP};
+constexpr std::array EndSignals{SIGTERM, SIGINT, SIGHUP};
 
 // A signal handler and a message handler get no argument; these two are what they reach the session by.
 std::array<int, 2> signalPipe{-1, -1};
@@ -75,7 +75,7 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
         struct sigaction action {};
         action.sa_handler = TellPipe;
         action.sa_flags = SA_RESTART;
-        for (const int number : endSignals) {
+        for (const int number : EndSignals) {
             sigaction(number, &action, nullptr);
         }
     }
@@ -91,7 +91,7 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
 
 LinuxSession::~LinuxSession() {
     theSession = nullptr;
-    for (const int number : endSignals) {
+    for (const int number : EndSignals) {
         std::signal(number, SIG_DFL);
     }
     signals_.reset();
@@ -101,9 +101,7 @@ LinuxSession::~LinuxSession() {
 
 void LinuxSession::RequestEnd() {
     const std::function<void()> handler = std::exchange(endRequest_, nullptr);
-    if (handler) {
-        events_.Deliver(handler);
-    }
+    if (handler) events_.Deliver(handler);
 }
 
 void LinuxSession::DisplayIsGone() {
@@ -153,16 +151,12 @@ bool LinuxSession::SetAutostart(bool enabled, const std::string&) {
         return !error;
     }
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    if (error || !(fs::create_directories(entry.parent_path(), error) || !error)) {
-        return false;
-    }
+    if (error || !(fs::create_directories(entry.parent_path(), error) || !error)) return false;
     const fs::path beside = entry.string() + ".new";
     std::ofstream file(beside, std::ios::trunc);
     file << AutostartEntry(program.string());
     file.close();
-    if (!file) {
-        return false;
-    }
+    if (!file) return false;
     fs::rename(beside, entry, error);
     return !error;
 }

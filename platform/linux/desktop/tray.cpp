@@ -18,11 +18,11 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::size_t tipBytes = 128;
-constexpr std::size_t balloonTitleBytes = 64;
-constexpr std::size_t balloonTextBytes = 256;
-constexpr int balloonFlag = 16;
-constexpr int searchMilliseconds = 2000;
+constexpr std::size_t TipBytes = 128;
+constexpr std::size_t BalloonTitleBytes = 64;
+constexpr std::size_t BalloonTextBytes = 256;
+constexpr int BalloonFlag = 16;
+constexpr int SearchMilliseconds = 2000;
 
 // At most `bytes` of UTF-8, never a part of a letter, line ends as the toolkit wants them.
 QString FieldText(const std::string& text, std::size_t bytes) {
@@ -37,9 +37,7 @@ QString FieldText(const std::string& text, std::size_t bytes) {
 
 // Asking for the bus starts one where none is; an area on a bus that was not there cannot be.
 bool HasBusArea() {
-    if (!std::getenv("DBUS_SESSION_BUS_ADDRESS")) {
-        return false;
-    }
+    if (!std::getenv("DBUS_SESSION_BUS_ADDRESS")) return false;
     const QDBusConnection bus = QDBusConnection::sessionBus();
     return bus.isConnected() &&
            bus.interface()->isServiceRegistered(QStringLiteral("org.kde.StatusNotifierWatcher"));
@@ -49,16 +47,12 @@ bool HasBusArea() {
 // which asks the bus once and keeps to the first answer.
 bool HasWindowArea() {
     const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11) {
-        return false;
-    }
+    if (!x11) return false;
     xcb_connection_t* connection = x11->connection();
-    constexpr std::string_view name = "_NET_SYSTEM_TRAY_S0";
+    constexpr std::string_view Name = "_NET_SYSTEM_TRAY_S0";
     xcb_intern_atom_reply_t* atom =
-        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, name.size(), name.data()), nullptr);
-    if (!atom) {
-        return false;
-    }
+        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, Name.size(), Name.data()), nullptr);
+    if (!atom) return false;
     xcb_get_selection_owner_reply_t* owner =
         xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom), nullptr);
     const bool has = owner && owner->owner != XCB_WINDOW_NONE;
@@ -85,7 +79,7 @@ QSystemTrayIcon::MessageIcon BalloonIcon(int number) {
 LinuxTray::LinuxTray(EventLoop& events, System& system)
     : events_(events)
     , system_(system) {
-    search_.setInterval(searchMilliseconds);
+    search_.setInterval(SearchMilliseconds);
     search_.setTimerType(Qt::VeryCoarseTimer);
     QObject::connect(&search_, &QTimer::timeout, [this] { Search(); });
 }
@@ -95,9 +89,7 @@ LinuxTray::~LinuxTray() = default;
 bool LinuxTray::Add(const TrayRecord& record) {
     added_ = true;
     record_ = record;
-    if (AppearWhereThereIsAnArea()) {
-        return true;
-    }
+    if (AppearWhereThereIsAnArea()) return true;
     search_.start();
     return false;
 }
@@ -112,9 +104,7 @@ void LinuxTray::Search() {
 
 bool LinuxTray::AppearWhereThereIsAnArea() {
     if (!icon_) {
-        if (!HasBusArea() && !HasWindowArea()) {
-            return false;
-        }
+        if (!HasBusArea() && !HasWindowArea()) return false;
         icon_ = std::make_unique<QSystemTrayIcon>(ProgramIcon());
         QObject::connect(icon_.get(), &QSystemTrayIcon::activated,
                          [this](QSystemTrayIcon::ActivationReason reason) { Activated(reason); });
@@ -127,18 +117,16 @@ bool LinuxTray::AppearWhereThereIsAnArea() {
 }
 
 void LinuxTray::Apply() {
-    icon_->setToolTip(FieldText(record_.tip, tipBytes));
+    icon_->setToolTip(FieldText(record_.tip, TipBytes));
 }
 
 bool LinuxTray::Modify(const TrayRecord& record) {
     record_ = record;
-    if (!added_ || !icon_) {
-        return false;
-    }
+    if (!added_ || !icon_) return false;
     Apply();
-    if ((record.flags & balloonFlag) != 0 && !record.balloonText.empty()) {
-        icon_->showMessage(FieldText(record.balloonTitle, balloonTitleBytes),
-                           FieldText(record.balloonText, balloonTextBytes), BalloonIcon(record.balloonIcon),
+    if ((record.flags & BalloonFlag) != 0 && !record.balloonText.empty()) {
+        icon_->showMessage(FieldText(record.balloonTitle, BalloonTitleBytes),
+                           FieldText(record.balloonText, BalloonTextBytes), BalloonIcon(record.balloonIcon),
                            record.balloonTimeoutMilliseconds);
     }
     return true;
@@ -157,25 +145,19 @@ void LinuxTray::Remove() {
 
 void LinuxTray::SetMenu(Menu* menu) {
     menu_ = menu;
-    if (shownMenu_) {
-        shownMenu_.release()->deleteLater();
-    }
+    if (shownMenu_) shownMenu_.release()->deleteLater();
     if (menu) {
         shownMenu_ = std::make_unique<QMenu>();
         FillMenu(*shownMenu_, *menu, &events_);
         QObject::connect(shownMenu_.get(), &QMenu::aboutToShow,
                          [this] { events_.Deliver([this] { FillMenu(*shownMenu_, *menu_, &events_); }); });
     }
-    if (icon_) {
-        icon_->setContextMenu(shownMenu_.get());
-    }
+    if (icon_) icon_->setContextMenu(shownMenu_.get());
 }
 
 // The area shows the icon's own menu by itself.
 void LinuxTray::Popup(Menu& menu) {
-    if (popupOpen_ || &menu == menu_) {
-        return;
-    }
+    if (popupOpen_ || &menu == menu_) return;
     popupOpen_ = true;
     ShowMenuAtPointer(menu);
     popupOpen_ = false;
@@ -207,9 +189,7 @@ void LinuxTray::Activated(int reason) {
 
 void LinuxTray::Tell(int message) {
     events_.Deliver([this, message] {
-        if (handler_) {
-            handler_(message);
-        }
+        if (handler_) handler_(message);
     });
 }
 

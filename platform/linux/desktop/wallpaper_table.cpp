@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int busTimeoutMilliseconds = 5000;
+constexpr int BusTimeoutMilliseconds = 5000;
 
 // A desktop's own words for the three styles, in the order of WallpaperStyle.
 struct StyleWords {
@@ -33,9 +33,7 @@ std::string FileUri(const std::string& path) {
 
 // The text form that the settings command parses; it takes plain text as it stands.
 std::string SettingText(const std::string& text) {
-    if (text.find_first_of("'\"\\") == std::string::npos) {
-        return text;
-    }
+    if (text.find_first_of("'\"\\") == std::string::npos) return text;
     return "\"" + Replace(Replace(text, "\\", "\\\\"), "\"", "\\\"") + "\"";
 }
 
@@ -43,13 +41,13 @@ bool Gsettings(const char* schema, const char* key, const std::string& value) {
     return RunCommand("gsettings", {"set", schema, key, SettingText(value)}).has_value();
 }
 
-constexpr StyleWords gnomeStyles{{"centered", "wallpaper", "stretched"}};
+constexpr StyleWords GnomeStyles{{"centered", "wallpaper", "stretched"}};
 
 // The dark key came later than the light one; where it is missing the light one is all there is.
 bool TellGnome(const Handover& handover) {
     const char* schema = "org.gnome.desktop.background";
     const std::string uri = FileUri(handover.file);
-    Gsettings(schema, "picture-options", gnomeStyles.Of(handover.style));
+    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style));
     const bool told = Gsettings(schema, "picture-uri", uri);
     Gsettings(schema, "picture-uri-dark", uri);
     return told;
@@ -57,18 +55,18 @@ bool TellGnome(const Handover& handover) {
 
 bool TellCinnamon(const Handover& handover) {
     const char* schema = "org.cinnamon.desktop.background";
-    Gsettings(schema, "picture-options", gnomeStyles.Of(handover.style));
+    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style));
     return Gsettings(schema, "picture-uri", FileUri(handover.file));
 }
 
 bool TellMate(const Handover& handover) {
     const char* schema = "org.mate.background";
-    Gsettings(schema, "picture-options", gnomeStyles.Of(handover.style));
+    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style));
     return Gsettings(schema, "picture-filename", handover.file);
 }
 
 // Fill modes of the shell's picture plug-in: 6 pads, 3 tiles, 0 stretches.
-constexpr StyleWords plasmaStyles{{"6", "3", "0"}};
+constexpr StyleWords PlasmaStyles{{"6", "3", "0"}};
 
 // A percent-encoded address holds no character that would need an escape in the script.
 bool TellPlasma(const Handover& handover) {
@@ -76,7 +74,7 @@ bool TellPlasma(const Handover& handover) {
                                " desktop.wallpaperPlugin = 'org.kde.image';"
                                " desktop.currentConfigGroup = ['Wallpaper', 'org.kde.image', 'General'];"
                                " desktop.writeConfig('FillMode', " +
-                               std::string(plasmaStyles.Of(handover.style)) +
+                               std::string(PlasmaStyles.Of(handover.style)) +
                                ");"
                                " desktop.writeConfig('Image', '" +
                                Replace(FileUri(handover.file), "'", "%27") + "'); }";
@@ -84,12 +82,12 @@ bool TellPlasma(const Handover& handover) {
         QStringLiteral("org.kde.plasmashell"), QStringLiteral("/PlasmaShell"),
         QStringLiteral("org.kde.PlasmaShell"), QStringLiteral("evaluateScript"));
     call << QString::fromStdString(script);
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, busTimeoutMilliseconds);
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, BusTimeoutMilliseconds);
     return reply.type() == QDBusMessage::ReplyMessage;
 }
 
-constexpr StyleWords xfceStyles{{"1", "2", "3"}};
-constexpr const char* xfceChannel = "xfce4-desktop";
+constexpr StyleWords XfceStyles{{"1", "2", "3"}};
+constexpr const char* XfceChannel = "xfce4-desktop";
 
 // The properties that stand, without their last name, and one for each monitor and workspace that is to be.
 std::set<std::string> XfceBackdrops(const Handover& handover) {
@@ -100,13 +98,11 @@ std::set<std::string> XfceBackdrops(const Handover& handover) {
                              std::to_string(workspace));
         }
     }
-    const auto listed = RunCommand("xfconf-query", {"-c", xfceChannel, "-p", "/backdrop", "-l"});
+    const auto listed = RunCommand("xfconf-query", {"-c", XfceChannel, "-p", "/backdrop", "-l"});
     for (const std::string& line : Split(listed.value_or(""), '\n')) {
         const std::string property(Trim(line));
-        constexpr std::string_view ending = "/last-image";
-        if (property.ends_with(ending)) {
-            backdrops.insert(property.substr(0, property.size() - ending.size()));
-        }
+        constexpr std::string_view Ending = "/last-image";
+        if (property.ends_with(Ending)) backdrops.insert(property.substr(0, property.size() - Ending.size()));
     }
     return backdrops;
 }
@@ -114,26 +110,26 @@ std::set<std::string> XfceBackdrops(const Handover& handover) {
 bool TellXfce(const Handover& handover) {
     bool told = false;
     for (const std::string& backdrop : XfceBackdrops(handover)) {
-        RunCommand("xfconf-query", {"-c", xfceChannel, "-p", backdrop + "/image-style", "-n", "-t", "int",
-                                    "-s", xfceStyles.Of(handover.style)});
-        told |= RunCommand("xfconf-query", {"-c", xfceChannel, "-p", backdrop + "/last-image", "-n", "-t",
+        RunCommand("xfconf-query", {"-c", XfceChannel, "-p", backdrop + "/image-style", "-n", "-t", "int",
+                                    "-s", XfceStyles.Of(handover.style)});
+        told |= RunCommand("xfconf-query", {"-c", XfceChannel, "-p", backdrop + "/last-image", "-n", "-t",
                                             "string", "-s", handover.file})
                     .has_value();
     }
     return told;
 }
 
-constexpr StyleWords pcmanfmStyles{{"center", "tile", "stretch"}};
+constexpr StyleWords PcmanfmStyles{{"center", "tile", "stretch"}};
 
 bool TellLxqt(const Handover& handover) {
     return RunCommand("pcmanfm-qt", {"--set-wallpaper", handover.file, "--wallpaper-mode",
-                                     pcmanfmStyles.Of(handover.style)})
+                                     PcmanfmStyles.Of(handover.style)})
         .has_value();
 }
 
 bool TellLxde(const Handover& handover) {
     return RunCommand("pcmanfm", {"--set-wallpaper", handover.file,
-                                  std::string("--wallpaper-mode=") + pcmanfmStyles.Of(handover.style)})
+                                  std::string("--wallpaper-mode=") + PcmanfmStyles.Of(handover.style)})
         .has_value();
 }
 
@@ -149,10 +145,8 @@ bool TellSway(const Handover& handover) {
     const std::string record = handover.stateFolder + "/swaybg";
     const StartedProgram earlier = ReadStarted(record);
     const auto started =
-        StartProgram("swaybg", {"-i", handover.file, "-m", pcmanfmStyles.Of(handover.style)});
-    if (!started) {
-        return false;
-    }
+        StartProgram("swaybg", {"-i", handover.file, "-m", PcmanfmStyles.Of(handover.style)});
+    if (!started) return false;
     std::ofstream(record, std::ios::trunc) << started->processId << ' ' << started->startTime << '\n';
     earlier.Terminate();
     return true;
@@ -201,18 +195,14 @@ bool PlaceUnder(const std::string& file, const std::string& name) {
         error.clear();
         fs::copy_file(file, beside, fs::copy_options::overwrite_existing, error);
     }
-    if (!error) {
-        fs::rename(beside, name, error);
-    }
+    if (!error) fs::rename(beside, name, error);
     return !error;
 }
 
 } // namespace
 
 WallpaperStyle ToWallpaperStyle(std::string_view published) {
-    if (published == "1") {
-        return WallpaperStyle::Tiled;
-    }
+    if (published == "1") return WallpaperStyle::Tiled;
     return published == "2" ? WallpaperStyle::Stretched : WallpaperStyle::Centred;
 }
 
@@ -220,9 +210,7 @@ const DesktopRow& FindDesktopRow(std::string_view currentDesktop) {
     for (const std::string& name : Split(currentDesktop, ':')) {
         const std::string wanted = FoldedName(name);
         for (const DesktopRow& row : Table()) {
-            if (std::find(row.names.begin(), row.names.end(), wanted) != row.names.end()) {
-                return row;
-            }
+            if (std::find(row.names.begin(), row.names.end(), wanted) != row.names.end()) return row;
         }
     }
     return Table().back();

@@ -18,9 +18,9 @@
 namespace quorvane {
 namespace {
 
-constexpr double kTwipsPerInch = 1440;
-constexpr int kMostDecodedMebibytes = 512;
-constexpr int kLargestPiece = 256 << 10;
+constexpr double KTwipsPerInch = 1440;
+constexpr int KMostDecodedMebibytes = 512;
+constexpr int KLargestPiece = 256 << 10;
 
 ScreenDots Dots() {
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
@@ -32,10 +32,10 @@ ScreenDots Dots() {
 } // namespace
 
 LinuxDrawing::LinuxDrawing() {
-    QImageReader::setAllocationLimit(kMostDecodedMebibytes);
+    QImageReader::setAllocationLimit(KMostDecodedMebibytes);
     // Large pieces of memory come from the system one by one and go back to it when they are freed. By
     // default the allocator begins to keep them after the first.
-    mallopt(M_MMAP_THRESHOLD, kLargestPiece);
+    mallopt(M_MMAP_THRESHOLD, KLargestPiece);
 }
 
 std::unique_ptr<Surface> LinuxDrawing::CreateSurface(PixelSize size) {
@@ -62,11 +62,11 @@ bool LinuxDrawing::WritePng(const PixelView& pixels, FileWriter& out) {
 }
 
 double LinuxDrawing::TwipsPerPixelX() const {
-    return kTwipsPerInch / Dots().x;
+    return KTwipsPerInch / Dots().x;
 }
 
 double LinuxDrawing::TwipsPerPixelY() const {
-    return kTwipsPerInch / Dots().y;
+    return KTwipsPerInch / Dots().y;
 }
 
 std::unique_ptr<Drawing> CreateDrawing() {

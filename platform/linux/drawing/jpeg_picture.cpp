@@ -15,9 +15,9 @@ namespace quorvane {
 namespace {
 
 // What a progressive file may make the library hold: the coefficients of some 130 million pixels.
-constexpr long kMostMemory = 512L << 20;
+constexpr long KMostMemory = 512L << 20;
 // A file of more scans than that is made to keep a program busy.
-constexpr int kMostScans = 200;
+constexpr int KMostScans = 200;
 
 // The library's state. It leaves its own routines by a jump on an error, so everything between Guarded and a
 // call of the library must be plain data.
@@ -89,7 +89,7 @@ void Decoder::OnMessage(j_common_ptr info, int level) {
 }
 
 void Decoder::OnProgress(j_common_ptr info) {
-    if (info->is_decompressor && Of(info).info.input_scan_number > kMostScans) OnError(info);
+    if (info->is_decompressor && Of(info).info.input_scan_number > KMostScans) OnError(info);
 }
 
 bool Decoder::ReadHeader() {
@@ -98,7 +98,7 @@ bool Decoder::ReadHeader() {
         jpeg_create_decompress(&info);
         info.client_data = this;
         info.progress = &progress_;
-        info.mem->max_memory_to_use = kMostMemory;
+        info.mem->max_memory_to_use = KMostMemory;
         jpeg_stdio_src(&info, file_);
         jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF);
         jpeg_read_header(&info, TRUE);

@@ -25,9 +25,9 @@
 namespace quorvane {
 namespace {
 
-constexpr double kScreenDots = 96; // an inch, as the pictures of metafiles are measured
-constexpr qint64 kLargestFile = 64 << 20;
-constexpr qsizetype kLargestDrawing = 64 << 20;
+constexpr double KScreenDots = 96; // an inch, as the pictures of metafiles are measured
+constexpr qint64 KLargestFile = 64 << 20;
+constexpr qsizetype KLargestDrawing = 64 << 20;
 
 // The numbers of a metafile's header. Beyond its end they read as 0.
 class Header {
@@ -51,7 +51,7 @@ class Header {
 
 PixelSize SizeInPixels(double width, double height, double unitsPerInch) {
     const auto pixels = [unitsPerInch](double units) {
-        return static_cast<int>(std::lround(std::min(std::abs(units) / unitsPerInch * kScreenDots, 1e9)));
+        return static_cast<int>(std::lround(std::min(std::abs(units) / unitsPerInch * KScreenDots, 1e9)));
     };
     return {pixels(width), pixels(height)};
 }
@@ -65,13 +65,13 @@ PixelSize EnhancedSize(const Header& header) {
 // A placeable metafile tells its frame and its unit. Of any other the window that it sets itself is taken, in
 // twips.
 PixelSize WindowsSize(const Header& header) {
-    constexpr int kSetWindowExtent = 0x020C;
-    constexpr qsizetype kHeaderBytes = 18;
+    constexpr int KSetWindowExtent = 0x020C;
+    constexpr qsizetype KHeaderBytes = 18;
     if (static_cast<std::uint32_t>(header.Long(0)) == 0x9AC6CDD7U)
         return SizeInPixels(header.Short(10) - header.Short(6), header.Short(12) - header.Short(8),
                             std::max(static_cast<int>(static_cast<std::uint16_t>(header.Short(14))), 1));
-    for (qsizetype at = kHeaderBytes; at + 6 <= header.Bytes();) {
-        if (header.Short(at + 4) == kSetWindowExtent)
+    for (qsizetype at = KHeaderBytes; at + 6 <= header.Bytes();) {
+        if (header.Short(at + 4) == KSetWindowExtent)
             return SizeInPixels(header.Short(at + 8), header.Short(at + 6), 1440);
         const qsizetype words = header.Long(at);
         if (words < 3) break;
@@ -84,16 +84,16 @@ bool ConvertWindows(const std::string& path, std::FILE* out) {
     wmfAPI_Options options{};
     options.function = wmf_svg_function;
     wmfAPI* api = nullptr;
-    constexpr unsigned long kFlags =
+    constexpr unsigned long KFlags =
         WMF_OPT_FUNCTION | WMF_OPT_IGNORE_NONFATAL | WMF_OPT_NO_ERROR | WMF_OPT_NO_DEBUG;
     wmfD_Rect box{};
-    if (wmf_api_create(&api, kFlags, &options) != wmf_E_None) return false;
+    if (wmf_api_create(&api, KFlags, &options) != wmf_E_None) return false;
     if (wmf_file_open(api, path.c_str()) != wmf_E_None || wmf_scan(api, 0, &box) != wmf_E_None) return false;
     wmf_svg_t* device = WMF_SVG_GetData(api);
     device->out = wmf_stream_create(api, out);
     device->bbox = box;
     device->flags |= WMF_SVG_INLINE_IMAGES;
-    wmf_display_size(api, &device->width, &device->height, kScreenDots, kScreenDots);
+    wmf_display_size(api, &device->width, &device->height, KScreenDots, KScreenDots);
     return wmf_play(api, 0, &box) == wmf_E_None;
 }
 
@@ -120,8 +120,8 @@ void Restrict() {
         if (std::fscanf(memory, "%ld", &pages) != 1) pages = 0;
         std::fclose(memory);
     }
-    constexpr rlim_t kMore = rlim_t{512} << 20;
-    const rlim_t bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + kMore;
+    constexpr rlim_t KMore = rlim_t{512} << 20;
+    const rlim_t bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + KMore;
     const rlimit memory{bytes, bytes};
     if (pages > 0) setrlimit(RLIMIT_AS, &memory);
 }
@@ -148,14 +148,14 @@ QByteArray InChild(const std::function<bool(std::FILE*)>& convert) {
     QByteArray svg;
     char bytes[16384];
     ssize_t count = 0;
-    while (child > 0 && svg.size() < kLargestDrawing &&
+    while (child > 0 && svg.size() < KLargestDrawing &&
            ((count = read(ends[0], bytes, sizeof bytes)) > 0 || (count < 0 && errno == EINTR)))
         if (count > 0) svg.append(bytes, count);
     close(ends[0]);
     int status = -1;
     while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    const bool done = WIFEXITED(status) && WEXITSTATUS(status) == 0 && svg.size() < kLargestDrawing;
+    const bool done = WIFEXITED(status) && WEXITSTATUS(status) == 0 && svg.size() < KLargestDrawing;
     return done ? svg : QByteArray();
 }
 
@@ -180,7 +180,7 @@ class MetafilePicture final : public LinuxPicture {
             return InChild([this](std::FILE* out) { return ConvertWindows(path_, out); });
         QFile file(QString::fromStdString(path_));
         if (!file.open(QIODevice::ReadOnly)) return {};
-        const QByteArray bytes = file.read(kLargestFile);
+        const QByteArray bytes = file.read(KLargestFile);
         return InChild([&bytes](std::FILE* out) { return ConvertEnhanced(bytes, out); });
     }
 
@@ -194,7 +194,7 @@ class MetafilePicture final : public LinuxPicture {
 std::unique_ptr<LinuxPicture> OpenMetafile(const std::string& path, Metafile kind, GuiSession& gui,
                                            std::string& why) {
     QFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestFile) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > KLargestFile) {
         why = file.isOpen() ? "the metafile is too large" : file.errorString().toStdString();
         return nullptr;
     }

@@ -15,14 +15,14 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::size_t kMostKept = std::size_t{32} << 20;
-constexpr std::int64_t kMostPixels = std::int64_t{1} << 30;
+constexpr std::size_t KMostKept = std::size_t{32} << 20;
+constexpr std::int64_t KMostPixels = std::int64_t{1} << 30;
 
 struct Kind {
     std::string_view start;
     const char* format;
 };
-constexpr Kind kQtKinds[] = {
+constexpr Kind KQtKinds[] = {
     {"\x89PNG\r\n\x1A\n"sv, "png"},
     {"GIF87a"sv, "gif"},
     {"GIF89a"sv, "gif"},
@@ -45,7 +45,7 @@ bool LooksLikeSvg(std::string_view head) {
 } // namespace
 
 bool SensibleSize(PixelSize size, std::string& why) {
-    if (size.width > 0 && size.height > 0 && std::int64_t{size.width} * size.height <= kMostPixels)
+    if (size.width > 0 && size.height > 0 && std::int64_t{size.width} * size.height <= KMostPixels)
         return true;
     why = "the picture has an absurd size, " + std::to_string(size.width) + " by " +
           std::to_string(size.height) + " pixels";
@@ -55,7 +55,7 @@ bool SensibleSize(PixelSize size, std::string& why) {
 bool LinuxPicture::Keep(PixelSize size) const {
     const std::size_t bytes =
         static_cast<std::size_t>(size.width) * 3 * static_cast<std::size_t>(size.height);
-    return mode_ == RowPainter::Mode::Copy && size == lastSize_ && bytes <= kMostKept;
+    return mode_ == RowPainter::Mode::Copy && size == lastSize_ && bytes <= KMostKept;
 }
 
 bool LinuxPicture::DrawAnew(const Canvas& canvas, const PixelRect& target, std::string& why) const {
@@ -119,7 +119,7 @@ std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& g
         return OpenMetafile(path, Metafile::Windows, gui, why);
     if (head.starts_with("\1\0\0\0"sv) && Holds(head, 40, " EMF"))
         return OpenMetafile(path, Metafile::Enhanced, gui, why);
-    for (const Kind& kind : kQtKinds)
+    for (const Kind& kind : KQtKinds)
         if (head.starts_with(kind.start)) return OpenQtPicture(path, kind.format, gui, why);
     if (LooksLikeSvg(head)) return OpenQtPicture(path, "svg", gui, why);
     why = "no picture of a known format";

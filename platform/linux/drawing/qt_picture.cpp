@@ -16,11 +16,11 @@ namespace quorvane {
 namespace {
 
 // A decoded picture of at most that size is kept for the next drawing, which a tiled wallpaper makes at once.
-constexpr qsizetype kMostKept = 4 << 20;
+constexpr qsizetype KMostKept = 4 << 20;
 // Rows that are brought into the common form at a time.
-constexpr int kBand = 16;
+constexpr int KBand = 16;
 // Metadata farther from the beginning of the file is not looked for.
-constexpr qint64 kHeadBytes = 1 << 20;
+constexpr qint64 KHeadBytes = 1 << 20;
 
 std::string Damaged(const QString& reason) {
     return "the picture is damaged: " + reason.toStdString();
@@ -62,8 +62,8 @@ void PaintScaled(const QImage& image, RowPainter& painter) {
     Resampler resampler(FromQt(image.size()), painter.StoredSize(), painter.StoredPart(),
                         [&painter](int row, const std::uint8_t* pixels) { painter.Put(row, pixels); });
     const std::size_t rowBytes = static_cast<std::size_t>(image.width()) * 4;
-    for (int y = resampler.FirstRow(); y < resampler.EndRow(); y += kBand) {
-        const int count = std::min(kBand, resampler.EndRow() - y);
+    for (int y = resampler.FirstRow(); y < resampler.EndRow(); y += KBand) {
+        const int count = std::min(KBand, resampler.EndRow() - y);
         QImage band(image.constScanLine(y), image.width(), count, image.bytesPerLine(), image.format());
         band.setColorTable(image.colorTable());
         band.convertTo(QImage::Format_ARGB32_Premultiplied);
@@ -90,7 +90,7 @@ class QtPicture final : public LinuxPicture {
                 why = Damaged(reader.errorString());
                 return false;
             }
-            if (image.sizeInBytes() <= kMostKept) kept_ = image;
+            if (image.sizeInBytes() <= KMostKept) kept_ = image;
         }
         PaintScaled(image, painter);
         return true;
@@ -116,9 +116,9 @@ class SvgPicture final : public LinuxPicture {
 };
 
 std::unique_ptr<LinuxPicture> OpenSvg(const QString& path, std::string& why) {
-    constexpr qint64 kLargest = 64 << 20;
+    constexpr qint64 KLargest = 64 << 20;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargest) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > KLargest) {
         why = file.isOpen() ? "the drawing is too large" : file.errorString().toStdString();
         return nullptr;
     }
@@ -139,7 +139,7 @@ Orientation StoredOrientation(const QString& path, const QImageReader& reader) {
         return FromQt(reader.transformation());
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return {};
-    const QByteArray head = file.read(kHeadBytes);
+    const QByteArray head = file.read(KHeadBytes);
     return OrientationOf(
         ExifOrientation(FindExif({head.constData(), static_cast<std::size_t>(head.size())})));
 }

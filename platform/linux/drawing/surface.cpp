@@ -14,8 +14,8 @@ namespace quorvane {
 namespace {
 
 // Farther out nothing can be seen, and the painter's own arithmetic ends.
-constexpr double kFarthest = 1e6;
-constexpr double kInchesPerMetre = 1 / 0.0254;
+constexpr double KFarthest = 1e6;
+constexpr double KInchesPerMetre = 1 / 0.0254;
 
 QFont FontOf(const FontSpec& spec, QPaintDevice* device) {
     return QFont(FontOf(spec), device);
@@ -32,8 +32,8 @@ LinuxSurface::LinuxSurface(PixelSize size, MappedBuffer buffer, ScreenDots dots,
     , canvas_{buffer_.Data(), std::ptrdiff_t{3} * size.width, size}
     , image_(buffer_.Data(), size.width, size.height, canvas_.stride, QImage::Format_BGR888)
     , gui_(gui) {
-    image_.setDotsPerMeterX(static_cast<int>(std::lround(dots.x * kInchesPerMetre)));
-    image_.setDotsPerMeterY(static_cast<int>(std::lround(dots.y * kInchesPerMetre)));
+    image_.setDotsPerMeterX(static_cast<int>(std::lround(dots.x * KInchesPerMetre)));
+    image_.setDotsPerMeterY(static_cast<int>(std::lround(dots.y * KInchesPerMetre)));
 }
 
 void LinuxSurface::Fill(const PixelRect& area, Color color) {
@@ -65,7 +65,7 @@ double LinuxSurface::TextHeight(const FontSpec& font) {
 }
 
 void LinuxSurface::PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) {
-    if (text.empty() || !(std::abs(x) < kFarthest) || !(std::abs(y) < kFarthest) || !gui_.Ready()) return;
+    if (text.empty() || !(std::abs(x) < KFarthest) || !(std::abs(y) < KFarthest) || !gui_.Ready()) return;
     QPainter painter(&image_);
     const QFont face = FontOf(font, &image_);
     painter.setFont(face);

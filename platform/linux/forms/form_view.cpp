@@ -175,9 +175,8 @@ void QtFormView::UpdateForm(FormAspect aspect) {
         ShowWindowKind();
         ShowMenuBar();
         ShowPlace();
-        if (form_.IsVisible() && form_.Minimized() != window_->isMinimized()) {
+        if (form_.IsVisible() && form_.Minimized() != window_->isMinimized())
             form_.Minimized() ? window_->showMinimized() : window_->showNormal();
-        }
         break;
     }
 }

@@ -11,7 +11,7 @@ int VirtualKeyOf(int key) {
     static constexpr struct {
         int key;
         int code;
-    } table[] = {
+    } Table[] = {
         {Qt::Key_Backspace, key_code::Backspace},
         {Qt::Key_Tab, key_code::Tab},
         {Qt::Key_Return, key_code::Enter},
@@ -38,8 +38,8 @@ int VirtualKeyOf(int key) {
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) return key;
     if (key == Qt::Key_Space) return key;
     const auto* row =
-        std::find_if(std::begin(table), std::end(table), [key](const auto& each) { return each.key == key; });
-    return row == std::end(table) ? 0 : row->code;
+        std::find_if(std::begin(Table), std::end(Table), [key](const auto& each) { return each.key == key; });
+    return row == std::end(Table) ? 0 : row->code;
 }
 
 int ShiftStateOf(Qt::KeyboardModifiers modifiers) {

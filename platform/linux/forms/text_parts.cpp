@@ -41,9 +41,8 @@ class PagePart final : public PartOf<Kind, Shown> {
     }
     void ShowValue() override {
         const std::string& text = this->control_.Text();
-        if (FromWidgetText(this->widget_->toPlainText()) != text) {
+        if (FromWidgetText(this->widget_->toPlainText()) != text)
             this->widget_->setPlainText(ToWidgetText(text));
-        }
         const int start = this->control_.SelectionStart();
         QTextCursor cursor = this->widget_->textCursor();
         cursor.setPosition(ToWidgetPosition(text, start));
@@ -175,9 +174,8 @@ class ListPart final : public PartOf<ListView, QTreeWidget> {
         }
         const bool checked = control_.Rows()[static_cast<std::size_t>(row)].checked;
         const Qt::CheckState state = checked ? Qt::Checked : Qt::Unchecked;
-        if (!item->data(0, Qt::CheckStateRole).isValid() || item->checkState(0) != state) {
+        if (!item->data(0, Qt::CheckStateRole).isValid() || item->checkState(0) != state)
             item->setCheckState(0, state);
-        }
     }
 
     std::vector<ListView::Column> shownColumns_;

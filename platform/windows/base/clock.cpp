@@ -32,9 +32,9 @@ bool RulesOf(int year, TIME_ZONE_INFORMATION& rules) {
 std::int64_t Minutes(const SYSTEMTIME& time) {
     FILETIME file{};
     SystemTimeToFileTime(&time, &file);
-    constexpr std::int64_t hundredNanosecondsPerMinute = 600'000'000;
+    constexpr std::int64_t HundredNanosecondsPerMinute = 600'000'000;
     return ((static_cast<std::int64_t>(file.dwHighDateTime) << 32) | file.dwLowDateTime) /
-           hundredNanosecondsPerMinute;
+           HundredNanosecondsPerMinute;
 }
 
 } // namespace

@@ -146,9 +146,8 @@ std::optional<std::string> WindowsFiles::Read(const std::string& path) {
     std::string piece(1U << 16, '\0');
     DWORD count = 0;
     do {
-        if (!ReadFile(file.Get(), piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr)) {
+        if (!ReadFile(file.Get(), piece.data(), static_cast<DWORD>(piece.size()), &count, nullptr))
             return std::nullopt;
-        }
         content.append(piece, 0, count);
     } while (count > 0);
     return content;

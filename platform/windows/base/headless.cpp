@@ -30,13 +30,13 @@ std::unique_ptr<Store> CreateScratchStore() {
         const char* key;
         const char* name;
     };
-    constexpr SystemValue systemValues[] = {{"Control Panel\\International", "sDecimal"},
+    constexpr SystemValue SystemValues[] = {{"Control Panel\\International", "sDecimal"},
                                             {"Control Panel\\International", "sShortDate"},
                                             {"Control Panel\\International", "iFirstDayOfWeek"},
                                             {"Control Panel\\Colors", "ButtonFace"}};
     RegistryStore registry;
     auto scratch = std::make_unique<MemoryStore>();
-    for (const SystemValue& place : systemValues) {
+    for (const SystemValue& place : SystemValues) {
         const StoreKey from{{}, Hive::CurrentUser, place.key, KEY_READ};
         const StoreKey to{{}, Hive::CurrentUser, place.key};
         StoredValue value;

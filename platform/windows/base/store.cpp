@@ -9,8 +9,8 @@
 namespace quorvane {
 namespace {
 
-constexpr std::size_t longestKeyName = 256;     // letters, the zero included
-constexpr std::size_t longestValueName = 16384; // likewise
+constexpr std::size_t LongestKeyName = 256;     // letters, the zero included
+constexpr std::size_t LongestValueName = 16384; // likewise
 
 std::string_view WithoutEnd(std::string_view path) {
     while (path.ends_with('\\'))
@@ -140,7 +140,7 @@ int RegistryStore::SubKeys(const StoreKey& key, std::vector<std::string>& out) {
     out.clear();
     const OpenKey open(key, false);
     if (open.Error() != ERROR_SUCCESS) return Noted(open.Error());
-    return Noted(Enumerate(longestKeyName, out, [&](DWORD index, wchar_t* name, DWORD* length) {
+    return Noted(Enumerate(LongestKeyName, out, [&](DWORD index, wchar_t* name, DWORD* length) {
         return RegEnumKeyExW(open.Handle(), index, name, length, nullptr, nullptr, nullptr, nullptr);
     }));
 }
@@ -149,7 +149,7 @@ int RegistryStore::ValueNames(const StoreKey& key, std::vector<std::string>& out
     out.clear();
     const OpenKey open(key, false);
     if (open.Error() != ERROR_SUCCESS) return Noted(open.Error());
-    return Noted(Enumerate(longestValueName, out, [&](DWORD index, wchar_t* name, DWORD* length) {
+    return Noted(Enumerate(LongestValueName, out, [&](DWORD index, wchar_t* name, DWORD* length) {
         return RegEnumValueW(open.Handle(), index, name, length, nullptr, nullptr, nullptr, nullptr);
     }));
 }

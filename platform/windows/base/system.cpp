@@ -30,9 +30,7 @@ VersionRecord WindowsSystem::Version() {
     // GetVersionEx answers with the newest system that the manifest names; this one tells the truth.
     using RtlGetVersion = LONG(WINAPI*)(OSVERSIONINFOEXW*);
     const auto rtlGetVersion = SystemFunction<RtlGetVersion>(L"ntdll", "RtlGetVersion");
-    if (!rtlGetVersion || rtlGetVersion(&info) != 0) {
-        GetVersionExW(reinterpret_cast<OSVERSIONINFOW*>(&info));
-    }
+    if (!rtlGetVersion || rtlGetVersion(&info) != 0) GetVersionExW(reinterpret_cast<OSVERSIONINFOW*>(&info));
     VersionRecord record;
     record.dwOSVersionInfoSize = static_cast<std::int32_t>(info.dwOSVersionInfoSize);
     record.dwMajorVersion = static_cast<std::int32_t>(info.dwMajorVersion);

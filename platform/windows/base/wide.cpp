@@ -25,9 +25,9 @@ std::string Utf8(std::wstring_view wide) {
 }
 
 std::wstring WidePath(std::string_view utf8) {
-    constexpr std::size_t longestPlain = 240; // folders must leave room for a short file name
+    constexpr std::size_t LongestPlain = 240; // folders must leave room for a short file name
     std::wstring path = Wide(utf8);
-    if (path.size() < longestPlain || path.starts_with(L"\\\\?\\")) return path;
+    if (path.size() < LongestPlain || path.starts_with(L"\\\\?\\")) return path;
     const DWORD room = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
     std::wstring full(room, L'\0');
     full.resize(GetFullPathNameW(path.c_str(), room, full.data(), nullptr));

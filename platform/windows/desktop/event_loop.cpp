@@ -9,11 +9,11 @@
 namespace quorvane {
 namespace {
 
-constexpr wchar_t className[] = L"QuorvaneEvents";
-constexpr UINT postedMessage = WM_APP + 1;
-constexpr int internalError = 51;
+constexpr wchar_t ClassName[] = L"QuorvaneEvents";
+constexpr UINT PostedMessage = WM_APP + 1;
+constexpr int InternalError = 51;
 // A tick that takes longer than its interval must not hold Pump for ever.
-constexpr DWORD longestPumpMilliseconds = 200;
+constexpr DWORD LongestPumpMilliseconds = 200;
 
 } // namespace
 
@@ -23,9 +23,9 @@ WindowsEventLoop::WindowsEventLoop() {
     windowClass.cbSize = sizeof windowClass;
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = instance;
-    windowClass.lpszClassName = className;
+    windowClass.lpszClassName = ClassName;
     RegisterClassExW(&windowClass); // fails where a loop stood before, and the class with it
-    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, className, L"Quorvane II", WS_POPUP, 0, 0, 0, 0, nullptr,
+    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, ClassName, L"Quorvane II", WS_POPUP, 0, 0, 0, 0, nullptr,
                               nullptr, instance, nullptr);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
@@ -49,7 +49,7 @@ void WindowsEventLoop::StopTimer(TimerId timer) {
 
 void WindowsEventLoop::Post(std::function<void()> work) {
     posted_.push_back(std::move(work));
-    PostMessageW(window_, postedMessage, 0, 0);
+    PostMessageW(window_, PostedMessage, 0, 0);
 }
 
 void WindowsEventLoop::Deliver(const std::function<void()>& work) {
@@ -67,7 +67,7 @@ void WindowsEventLoop::Pump() {
     MSG message{};
     while (!end_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         Dispatch(message);
-        if (message.message == WM_TIMER && GetTickCount() - begin > longestPumpMilliseconds) break;
+        if (message.message == WM_TIMER && GetTickCount() - begin > LongestPumpMilliseconds) break;
     }
     LeaveIfEnding();
 }
@@ -122,7 +122,7 @@ LRESULT WindowsEventLoop::Handle(UINT message, WPARAM wide, LPARAM low) {
         Tick(static_cast<TimerId>(wide));
         return 0;
     }
-    if (message == postedMessage) {
+    if (message == PostedMessage) {
         RunPosted();
         return 0;
     }
@@ -164,7 +164,7 @@ void WindowsEventLoop::Settle() {
         } catch (const RunTimeError& error) {
             if (onFailure_) onFailure_(error.Number(), error.what());
         } catch (const std::exception& error) {
-            if (onFailure_) onFailure_(internalError, error.what());
+            if (onFailure_) onFailure_(InternalError, error.what());
         }
     } catch (const ProcessEnd& end) {
         end_ = end.status;

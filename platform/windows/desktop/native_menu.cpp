@@ -72,9 +72,9 @@ bool NativeMenu::DrawPart(UINT message, LPARAM low) {
         auto& wanted = *reinterpret_cast<MEASUREITEMSTRUCT*>(low);
         const auto* bitmap = reinterpret_cast<const Surface*>(wanted.itemData);
         if (wanted.CtlType != ODT_MENU || !bitmap) return false;
-        constexpr UINT room = 2;
-        wanted.itemWidth = static_cast<UINT>(bitmap->Size().width) + room;
-        wanted.itemHeight = static_cast<UINT>(bitmap->Size().height) + room;
+        constexpr UINT Room = 2;
+        wanted.itemWidth = static_cast<UINT>(bitmap->Size().width) + Room;
+        wanted.itemHeight = static_cast<UINT>(bitmap->Size().height) + Room;
         return true;
     }
     if (message != WM_DRAWITEM) return false;

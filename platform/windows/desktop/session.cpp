@@ -11,9 +11,9 @@
 namespace quorvane {
 namespace {
 
-constexpr StoreKey runKey{{}, Hive::CurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
-constexpr std::string_view runValue = "Quorvane II";
-constexpr DWORD patienceMilliseconds = 10'000;
+constexpr StoreKey RunKey{{}, Hive::CurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
+constexpr std::string_view RunValue = "Quorvane II";
+constexpr DWORD PatienceMilliseconds = 10'000;
 
 // The window that a console's requests go to. They come on a thread of the system's own, which knows nothing
 // but this.
@@ -24,7 +24,7 @@ BOOL WINAPI OnConsoleRequest(DWORD) {
     if (!target) return FALSE;
     PostMessageW(target, WM_CLOSE, 0, 0);
     // The system ends the process as soon as this returns; the loop needs time to save and to leave.
-    Sleep(patienceMilliseconds);
+    Sleep(PatienceMilliseconds);
     return TRUE;
 }
 
@@ -60,7 +60,7 @@ std::string WindowsSession::CommandLine() {
 
 bool WindowsSession::SetAutostart(bool enabled, const std::string& switches) {
     if (!enabled) {
-        const int error = store_.DeleteValue(runKey, runValue);
+        const int error = store_.DeleteValue(RunKey, RunValue);
         return error == store_error::None || error == store_error::NotFound;
     }
     std::wstring program(32768, L'\0');
@@ -68,7 +68,7 @@ bool WindowsSession::SetAutostart(bool enabled, const std::string& switches) {
     std::string command = Utf8(program);
     if (!switches.empty()) command += " " + switches;
     command.push_back('\0');
-    return store_.Set(runKey, runValue, {ValueType::Text, command}) == store_error::None;
+    return store_.Set(RunKey, RunValue, {ValueType::Text, command}) == store_error::None;
 }
 
 void WindowsSession::OnEndRequest(std::function<void()> handler) {

@@ -10,9 +10,9 @@
 namespace quorvane {
 namespace {
 
-constexpr UINT iconId = 1;
-constexpr UINT callbackMessage = 512;
-constexpr std::size_t tipBytes = 128, titleBytes = 64, textBytes = 256; // the zero at the end included
+constexpr UINT IconId = 1;
+constexpr UINT CallbackMessage = 512;
+constexpr std::size_t TipBytes = 128, titleBytes = 64, textBytes = 256; // the zero at the end included
 
 template<std::size_t capacity>
 void CopyCut(const std::string& text, std::size_t bytes, wchar_t (&field)[capacity]) {
@@ -33,7 +33,7 @@ WindowsTray::WindowsTray(WindowsEventLoop& events)
             if (wanted_) Add(shown_);
             return 0;
         }
-        if (message != callbackMessage || wide != iconId) return std::nullopt;
+        if (message != CallbackMessage || wide != IconId) return std::nullopt;
         const int event = static_cast<int>(LOWORD(low));
         const bool told = event == tray_message::LeftDoubleClick || event == tray_message::RightButtonUp;
         if (told && onMessage_) events_.Deliver([this, event] { onMessage_(event); });
@@ -50,12 +50,12 @@ bool WindowsTray::Tell(DWORD operation, const TrayRecord& record) {
     NOTIFYICONDATAW data{};
     data.cbSize = sizeof data;
     data.hWnd = events_.Window();
-    data.uID = iconId;
+    data.uID = IconId;
     data.uFlags = static_cast<UINT>(record.flags) & (NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_INFO);
     if (record.balloonText.empty()) data.uFlags &= ~UINT{NIF_INFO};
-    data.uCallbackMessage = callbackMessage;
+    data.uCallbackMessage = CallbackMessage;
     data.hIcon = icon_;
-    CopyCut(record.tip, tipBytes, data.szTip);
+    CopyCut(record.tip, TipBytes, data.szTip);
     CopyCut(record.balloonTitle, titleBytes, data.szInfoTitle);
     CopyCut(record.balloonText, textBytes, data.szInfo);
     data.dwInfoFlags = static_cast<DWORD>(record.balloonIcon);

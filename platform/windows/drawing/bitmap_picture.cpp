@@ -14,7 +14,7 @@ namespace quorvane {
 namespace {
 
 // The interface by which a decoder decodes at a smaller scale; the cross compiler's headers do not have it.
-constexpr GUID reducedDecodeId{0x3B16811B, 0x6A43, 0x4EC9, {0xB7, 0x13, 0x3D, 0x5A, 0x0C, 0x13, 0xB9, 0x40}};
+constexpr GUID ReducedDecodeId{0x3B16811B, 0x6A43, 0x4EC9, {0xB7, 0x13, 0x3D, 0x5A, 0x0C, 0x13, 0xB9, 0x40}};
 struct ReducedDecode : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE CopyPixels(const WICRect* part, UINT width, UINT height,
                                                  WICPixelFormatGUID* format, WICBitmapTransformOptions turn,
@@ -28,10 +28,10 @@ struct ReducedDecode : IUnknown {
     ~ReducedDecode() = default;
 };
 
-constexpr int bandRows = 16; // decoded at a time
+constexpr int BandRows = 16; // decoded at a time
 // A decoded picture of at most that size is kept for the next drawing, which a tiled wallpaper makes at once.
-constexpr std::size_t mostKept = 4 << 20;
-constexpr UINT largestSide = 1U << 20;
+constexpr std::size_t MostKept = 4 << 20;
+constexpr UINT LargestSide = 1U << 20;
 
 // Rows of decoded pixels, blue first.
 struct Pixels {
@@ -126,7 +126,7 @@ class BitmapPicture final : public WindowsPicture {
             return false;
         const std::size_t area =
             static_cast<std::size_t>(stored_.width) * static_cast<std::size_t>(stored_.height);
-        if (area * 4 > mostKept) return PaintBands(converted.Get(), canvas, target);
+        if (area * 4 > MostKept) return PaintBands(converted.Get(), canvas, target);
         Pixels whole(stored_, 4);
         if (!CopyRows(converted.Get(), 0, whole)) return false;
         kept_ = std::move(whole);
@@ -140,7 +140,7 @@ class BitmapPicture final : public WindowsPicture {
         const PixelSize wanted = orientation_.Upright({target.width, target.height});
         ComPointer<ReducedDecode> reducer;
         if (wanted.width * 2 > stored_.width || wanted.height * 2 > stored_.height ||
-            FAILED(frame->QueryInterface(reducedDecodeId, reinterpret_cast<void**>(reducer.Out())))) {
+            FAILED(frame->QueryInterface(ReducedDecodeId, reinterpret_cast<void**>(reducer.Out())))) {
             return false;
         }
         auto width = static_cast<UINT>(wanted.width);
@@ -173,8 +173,8 @@ class BitmapPicture final : public WindowsPicture {
         RowPainter painter(canvas, target, orientation_, mode_);
         Resampler resampler = MakeResampler(stored_, painter);
         bool decoded = true;
-        for (int y = resampler.FirstRow(); decoded && y < resampler.EndRow(); y += bandRows) {
-            Pixels band({stored_.width, std::min(bandRows, resampler.EndRow() - y)}, 4);
+        for (int y = resampler.FirstRow(); decoded && y < resampler.EndRow(); y += BandRows) {
+            Pixels band({stored_.width, std::min(BandRows, resampler.EndRow() - y)}, 4);
             decoded = CopyRows(source, y, band);
             for (int row = 0; decoded && row < band.size.height; ++row) {
                 PutRow(band.Row(row), band, resampler.InputRow());
@@ -227,7 +227,7 @@ std::unique_ptr<Picture> LoadBitmapPicture(IWICImagingFactory& imaging, const st
         why = "no picture of a known format";
         return nullptr;
     }
-    if (width == 0 || height == 0 || width > largestSide || height > largestSide) {
+    if (width == 0 || height == 0 || width > LargestSide || height > LargestSide) {
         why = "the picture has an absurd size, " + std::to_string(width) + " by " + std::to_string(height) +
               " pixels";
         return nullptr;

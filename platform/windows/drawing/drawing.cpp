@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int largestSide = 32767; // of a bitmap that GDI still handles everywhere
+constexpr int LargestSide = 32767; // of a bitmap that GDI still handles everywhere
 
 int ScreenDotsPerInch(int index) {
     const HDC screen = GetDC(nullptr);
@@ -153,16 +153,16 @@ class DibSurface final : public Surface {
 
 // The beginning of a file: enough for its format and for the orientation that a photograph carries.
 bool ReadHead(const std::string& path, std::string& head, std::string& why) {
-    constexpr std::size_t bytes = 128 * 1024;
+    constexpr std::size_t Bytes = 128 * 1024;
     const HANDLE file = CreateFileW(WidePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                     nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         why = GetLastError() == ERROR_ACCESS_DENIED ? "the file may not be read" : "the file is not there";
         return false;
     }
-    head.resize(bytes);
+    head.resize(Bytes);
     DWORD count = 0;
-    const bool read = ReadFile(file, head.data(), static_cast<DWORD>(bytes), &count, nullptr);
+    const bool read = ReadFile(file, head.data(), static_cast<DWORD>(Bytes), &count, nullptr);
     CloseHandle(file);
     head.resize(read ? count : 0);
     if (head.empty()) why = read ? "the file is empty" : "the file cannot be read";
@@ -234,7 +234,7 @@ IWICImagingFactory* WindowsDrawing::Imaging() {
 }
 
 std::unique_ptr<Surface> WindowsDrawing::CreateSurface(PixelSize size) {
-    if (size.width <= 0 || size.height <= 0 || size.width > largestSide || size.height > largestSide)
+    if (size.width <= 0 || size.height <= 0 || size.width > LargestSide || size.height > LargestSide)
         return nullptr;
     const HDC dc = CreateCompatibleDC(nullptr);
     const BITMAPINFO info = HeaderOf(size);
@@ -267,8 +267,8 @@ bool WindowsDrawing::WritePng(const PixelView& pixels, FileWriter& out) {
         FAILED(stream->Stat(&status, STATFLAG_NONAME))) {
         return false;
     }
-    const void* bytes = GlobalLock(memory);
-    const bool written = bytes && out.Write(bytes, static_cast<std::size_t>(status.cbSize.QuadPart));
+    const void* Bytes = GlobalLock(memory);
+    const bool written = Bytes && out.Write(Bytes, static_cast<std::size_t>(status.cbSize.QuadPart));
     GlobalUnlock(memory);
     return written;
 }

@@ -36,21 +36,21 @@ int PixelsOf(double inches, int dotsPerInch) {
     return static_cast<int>(std::lround(inches * dotsPerInch));
 }
 
-constexpr double hundredthMillimetresPerInch = 2540;
+constexpr double HundredthMillimetresPerInch = 2540;
 
 // The header in front of a placeable metafile: a rectangle and its units an inch. It lies packed in the file.
 struct Placement {
-    static constexpr std::size_t bytes = 22;
-    static constexpr std::uint32_t key = 0x9AC6CDD7;
+    static constexpr std::size_t Bytes = 22;
+    static constexpr std::uint32_t Key = 0x9AC6CDD7;
 
     std::int16_t left = 0, top = 0, right = 0, bottom = 0;
     std::uint16_t unitsPerInch = 0;
 
     static bool Read(const std::string& content, Placement& out) {
         std::uint32_t first = 0;
-        if (content.size() <= bytes) return false;
+        if (content.size() <= Bytes) return false;
         std::memcpy(&first, content.data(), sizeof first);
-        if (first != key) return false;
+        if (first != Key) return false;
         const char* box = content.data() + 6;
         std::memcpy(&out.left, box, 2);
         std::memcpy(&out.top, box + 2, 2);
@@ -65,8 +65,8 @@ struct Placement {
 
 PixelSize SizeOf(const ENHMETAHEADER& header, int dotsPerInch) {
     return {
-        PixelsOf((header.rclFrame.right - header.rclFrame.left) / hundredthMillimetresPerInch, dotsPerInch),
-        PixelsOf((header.rclFrame.bottom - header.rclFrame.top) / hundredthMillimetresPerInch, dotsPerInch)};
+        PixelsOf((header.rclFrame.right - header.rclFrame.left) / HundredthMillimetresPerInch, dotsPerInch),
+        PixelsOf((header.rclFrame.bottom - header.rclFrame.top) / HundredthMillimetresPerInch, dotsPerInch)};
 }
 
 // Owns `file`, which may be null.
@@ -95,10 +95,10 @@ std::unique_ptr<Picture> LoadOld(const std::string& content, int dotsPerInch) {
     Placement placement;
     if (!Placement::Read(content, placement)) return LoadEnhanced(Converted(content, nullptr), dotsPerInch);
     const METAFILEPICT extents{
-        MM_ANISOTROPIC, static_cast<LONG>(placement.InchesWide() * hundredthMillimetresPerInch),
-        static_cast<LONG>(placement.InchesHigh() * hundredthMillimetresPerInch), nullptr};
+        MM_ANISOTROPIC, static_cast<LONG>(placement.InchesWide() * HundredthMillimetresPerInch),
+        static_cast<LONG>(placement.InchesHigh() * HundredthMillimetresPerInch), nullptr};
     return MakePicture(
-        Converted(std::string_view(content).substr(Placement::bytes), &extents),
+        Converted(std::string_view(content).substr(Placement::Bytes), &extents),
         {PixelsOf(placement.InchesWide(), dotsPerInch), PixelsOf(placement.InchesHigh(), dotsPerInch)});
 }
 

@@ -12,7 +12,7 @@
 namespace quorvane {
 namespace {
 
-constexpr wchar_t formClass[] = L"QuorvaneForm";
+constexpr wchar_t FormClass[] = L"QuorvaneForm";
 
 int ShiftState() {
     const auto down = [](int key) { return GetKeyState(key) < 0; };
@@ -57,9 +57,9 @@ void WindowsFormView::RegisterClasses() {
         data.lpszClassName = name;
         RegisterClassExW(&data); // fails where a host stood before, and the class with it
     };
-    add(formClass, FormProcedure);
-    add(pictureClass, PictureProcedure);
-    add(paneClass, PaneProcedure);
+    add(FormClass, FormProcedure);
+    add(PictureClass, PictureProcedure);
+    add(PaneClass, PaneProcedure);
 }
 
 WindowsFormView::WindowsFormView(WindowsFormHost& host, Form& form)
@@ -69,7 +69,7 @@ WindowsFormView::WindowsFormView(WindowsFormHost& host, Form& form)
     const Applying applying(*this);
     // Without an entry in the task bar a window belongs to one that has none either.
     const HWND owner = form_.ShownInTaskBar() ? nullptr : host_.Events().Window();
-    window_ = CreateWindowExW(ExtendedStyle(), formClass, Wide(form_.Caption()).c_str(), Style(), 0, 0, 0, 0,
+    window_ = CreateWindowExW(ExtendedStyle(), FormClass, Wide(form_.Caption()).c_str(), Style(), 0, 0, 0, 0,
                               owner, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     toolTips_ =
@@ -192,9 +192,8 @@ void WindowsFormView::SetModal(bool modal) {
         EnableWindow(window, TRUE);
     disabled_.clear();
     if (!modal) return;
-    if (const HWND below = host_.ActiveWindow(); below && below != window_) {
+    if (const HWND below = host_.ActiveWindow(); below && below != window_)
         SetWindowLongPtrW(window_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(below));
-    }
     for (WindowsFormView* view : host_.Views()) {
         if (view == this || !IsWindowEnabled(view->window_)) continue;
         EnableWindow(view->window_, FALSE);
@@ -250,9 +249,8 @@ void WindowsFormView::UpdateForm(FormAspect aspect) {
                        static_cast<LONG>(Style() | (IsWindowVisible(window_) ? DWORD{WS_VISIBLE} : 0U)));
         ShowMenuBar();
         PlaceWindow();
-        if (IsWindowVisible(window_) && IsIconic(window_) != form_.Minimized()) {
+        if (IsWindowVisible(window_) && IsIconic(window_) != form_.Minimized())
             ShowWindow(window_, form_.Minimized() ? SW_MINIMIZE : SW_RESTORE);
-        }
         break;
     }
 }
@@ -389,9 +387,8 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
         }
         return 0;
     case WM_NOTIFY:
-        if (Widget* widget = WidgetOf(reinterpret_cast<NMHDR*>(low)->hwndFrom)) {
+        if (Widget* widget = WidgetOf(reinterpret_cast<NMHDR*>(low)->hwndFrom))
             return widget->OnNotify(*reinterpret_cast<NMHDR*>(low));
-        }
         return 0;
     case WM_HSCROLL:
     case WM_VSCROLL:
@@ -501,9 +498,8 @@ HBRUSH WindowsFormView::GroundOf(const Control* control) {
 LRESULT CALLBACK WindowsFormView::WidgetProcedure(HWND window, UINT message, WPARAM wide, LPARAM low,
                                                   UINT_PTR, DWORD_PTR view) {
     auto* self = reinterpret_cast<WindowsFormView*>(view);
-    if (const auto found = self->widgets_.find(window); found != self->widgets_.end()) {
+    if (const auto found = self->widgets_.find(window); found != self->widgets_.end())
         if (const auto answer = self->HandleWidget(*found->second, message, wide, low)) return *answer;
-    }
     return DefSubclassProc(window, message, wide, low);
 }
 
@@ -600,9 +596,8 @@ Frame* WindowsFormView::FrameAt(const POINT& at) {
     for (Control* control : order_) {
         if (control->Kind() != ControlKind::Frame || !control->IsShown()) continue;
         const PixelRect area = AreaOf(*control);
-        if (at.x >= area.x && at.y >= area.y && at.x < area.x + area.width && at.y < area.y + area.height) {
+        if (at.x >= area.x && at.y >= area.y && at.x < area.x + area.width && at.y < area.y + area.height)
             innermost = static_cast<Frame*>(control);
-        }
     }
     return innermost;
 }
@@ -685,9 +680,8 @@ bool WindowsFormView::MoveFocus(bool backwards) {
         next = reachable.size() - 1;
     }
     Focus(*reachable[next]);
-    if (dynamic_cast<TextBox*>(reachable[next])) {
+    if (dynamic_cast<TextBox*>(reachable[next]))
         SendMessageW(entries_[reachable[next]].widget->Window(), EM_SETSEL, 0, -1);
-    }
     return true;
 }
 

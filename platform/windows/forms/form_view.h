@@ -15,8 +15,8 @@ class WindowsFormHost;
 // they hold; what is shown and where follows the model alone.
 class WindowsFormView final : public FormView, public WidgetSite {
   public:
-    static constexpr wchar_t pictureClass[] = L"QuorvanePicture";
-    static constexpr wchar_t paneClass[] = L"QuorvanePane";
+    static constexpr wchar_t PictureClass[] = L"QuorvanePicture";
+    static constexpr wchar_t PaneClass[] = L"QuorvanePane";
     static void RegisterClasses();
 
     WindowsFormView(WindowsFormHost& host, Form& form);

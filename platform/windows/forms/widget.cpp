@@ -140,9 +140,8 @@ class ButtonWidget final : public Widget {
   public:
     ButtonWidget(WidgetSite& site, Button& model)
         : Widget(site, model, WC_BUTTONW, WS_TABSTOP | BS_NOTIFY | BS_PUSHBUTTON | BS_MULTILINE) {
-        if (model.OwnerForm().DefaultButton() == &model) {
+        if (model.OwnerForm().DefaultButton() == &model)
             SendMessageW(window_, BM_SETSTYLE, BS_DEFPUSHBUTTON | BS_MULTILINE, FALSE);
-        }
     }
     void OnCommand(WORD code) override {
         if (code == BN_CLICKED) Report(act::Click{});
@@ -186,17 +185,16 @@ class ComboWidget final : public Widget {
         ShowValue();
     }
     void ShowValue() override {
-        if (SendMessageW(window_, CB_GETCURSEL, 0, 0) != combo_.ListIndex()) {
+        if (SendMessageW(window_, CB_GETCURSEL, 0, 0) != combo_.ListIndex())
             SendMessageW(window_, CB_SETCURSEL, static_cast<WPARAM>(combo_.ListIndex()), 0);
-        }
         if (combo_.Editable()) SetText(combo_.Text());
     }
     void Place(const PixelRect& area) override {
         // The height given to the system is that of the open box; the closed one follows its edit line.
-        constexpr int openLines = 12;
-        constexpr int borders = 6;
-        SendMessageW(window_, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(area.height - borders, 8));
-        Widget::Place({area.x, area.y, area.width, area.height * openLines});
+        constexpr int OpenLines = 12;
+        constexpr int Borders = 6;
+        SendMessageW(window_, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(area.height - Borders, 8));
+        Widget::Place({area.x, area.y, area.width, area.height * OpenLines});
     }
     void OnCommand(WORD code) override {
         if (code == CBN_SELCHANGE) {
@@ -245,10 +243,10 @@ class ListWidget final : public Widget {
         }
         const int shown = ListView_GetNextItem(window_, -1, LVNI_SELECTED);
         if (shown == list_.SelectedRow()) return;
-        constexpr UINT chosen = LVIS_SELECTED | LVIS_FOCUSED;
-        if (shown >= 0) ListView_SetItemState(window_, shown, 0, chosen);
+        constexpr UINT Chosen = LVIS_SELECTED | LVIS_FOCUSED;
+        if (shown >= 0) ListView_SetItemState(window_, shown, 0, Chosen);
         if (list_.SelectedRow() < 0) return;
-        ListView_SetItemState(window_, list_.SelectedRow(), chosen, chosen);
+        ListView_SetItemState(window_, list_.SelectedRow(), Chosen, Chosen);
         ListView_EnsureVisible(window_, list_.SelectedRow(), FALSE);
     }
     LRESULT OnNotify(NMHDR& header) override {
@@ -311,7 +309,7 @@ class TabWidget final : public Widget {
     TabWidget(WidgetSite& site, TabStrip& model)
         : Widget(site, model, WC_TABCONTROLW, WS_TABSTOP | TCS_FOCUSONBUTTONDOWN)
         , tabs_(model)
-        , pane_(CreateWindowExW(0, WindowsFormView::paneClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
+        , pane_(CreateWindowExW(0, WindowsFormView::PaneClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
                                 site.Window(), nullptr, GetModuleHandleW(nullptr), nullptr)) {}
 
     void ShowCaption() override { ShowItems(); }
@@ -468,9 +466,8 @@ class DateWidget final : public Widget {
     void ShowCaption() override {}
     void ShowValue() override {
         SYSTEMTIME time = SystemTimeOf(picker_.Value());
-        if (DateTimeOf(Shown()) != picker_.Value()) {
+        if (DateTimeOf(Shown()) != picker_.Value())
             SendMessageW(window_, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
-        }
     }
     LRESULT OnNotify(NMHDR& header) override {
         if (header.code == DTN_DATETIMECHANGE) Report(act::PickDate{DateTimeOf(Shown())});
@@ -516,7 +513,7 @@ class MonthWidget final : public Widget {
 class PictureWidget final : public Widget {
   public:
     PictureWidget(WidgetSite& site, PictureBox& model)
-        : Widget(site, model, WindowsFormView::pictureClass, 0) {
+        : Widget(site, model, WindowsFormView::PictureClass, 0) {
         SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&model));
     }
     void ShowCaption() override {}

@@ -47,9 +47,7 @@ TEST_F(MemoryEventLoopTest, TickThatPumpsCanBeEnteredAgainAndOneThatDoesNotCanno
     machine_.events.StartTimer("slow", 100, [&] {
         deepest = std::max(deepest, ++depth);
         machine_.clock.MoveTicks(250);
-        if (pumps && depth < 3) {
-            machine_.events.Pump();
-        }
+        if (pumps && depth < 3) machine_.events.Pump();
         --depth;
     });
     machine_.events.Advance(100);

@@ -48,9 +48,8 @@ TEST(NamePattern, TableOfPatternsAndNames) {
 // The meaning of the wildcards word for word, in exponential time.
 bool FitsSlowly(std::string_view name, std::string_view pattern) {
     if (pattern.empty()) return name.empty();
-    if (pattern[0] == '*') {
+    if (pattern[0] == '*')
         return FitsSlowly(name, pattern.substr(1)) || (!name.empty() && FitsSlowly(name.substr(1), pattern));
-    }
     return !name.empty() && (pattern[0] == '?' || pattern[0] == name[0]) &&
            FitsSlowly(name.substr(1), pattern.substr(1));
 }

@@ -13,8 +13,8 @@ TEST(SeededRandom, FillsItsRangeEvenly) {
     SeededRandom random;
     random.Seed(1);
     std::array<int, 100> buckets{};
-    constexpr int draws = 100000;
-    for (int i = 0; i < draws; ++i) {
+    constexpr int Draws = 100000;
+    for (int i = 0; i < Draws; ++i) {
         const float number = random.Next();
         ASSERT_GE(number, 0.0F);
         ASSERT_LT(number, 1.0F);
@@ -22,7 +22,7 @@ TEST(SeededRandom, FillsItsRangeEvenly) {
     }
     double chiSquare = 0;
     for (const int count : buckets) {
-        chiSquare += std::pow(count - draws / 100, 2) / (draws / 100);
+        chiSquare += std::pow(count - Draws / 100, 2) / (Draws / 100);
     }
     EXPECT_LT(chiSquare, 160) << "99 degrees of freedom: one in ten thousand lies above";
 }

@@ -34,9 +34,7 @@ class ProgramTest : public ::testing::Test {
                              "QT_QPA_PLATFORM", "SESSION_MANAGER", "DBUS_SESSION_BUS_ADDRESS=disabled:"});
     }
     void TearDown() override {
-        if (HasFailure()) {
-            std::fprintf(stderr, "the program said:\n%s\n", Said().c_str());
-        }
+        if (HasFailure()) std::fprintf(stderr, "the program said:\n%s\n", Said().c_str());
     }
 
     // Three pictures of one colour each, so that a wallpaper tells which one it shows.
@@ -143,9 +141,7 @@ class ProgramTest : public ::testing::Test {
         std::string id;
         while (ids >> id) {
             const auto place = WindowPlace(id);
-            if (place && fits(*place)) {
-                return place;
-            }
+            if (place && fits(*place)) return place;
         }
         return std::nullopt;
     }

@@ -47,9 +47,7 @@ class SessionManager {
     bool LogOff() {
         saved_ = false;
         SmsSaveYourself(client_, SmSaveBoth, True, SmInteractStyleNone, False);
-        if (!WaitFor([this] { return Serve(), saved_; })) {
-            return false;
-        }
+        if (!WaitFor([this] { return Serve(), saved_; })) return false;
         SmsSaveComplete(client_);
         SmsDie(client_);
         return true;
@@ -62,20 +60,15 @@ class SessionManager {
         for (const IceConn connection : connections_) {
             waits.push_back({IceConnectionNumber(connection), POLLIN, 0});
         }
-        if (poll(waits.data(), waits.size(), 5) <= 0) {
-            return;
-        }
+        if (poll(waits.data(), waits.size(), 5) <= 0) return;
         const std::size_t listeners = static_cast<std::size_t>(listenerCount_);
         IceConn gone = nullptr;
         for (std::size_t i = 0; i < waits.size(); ++i) {
-            if ((waits[i].revents & POLLIN) == 0) {
-                continue;
-            }
+            if ((waits[i].revents & POLLIN) == 0) continue;
             if (i < listeners) {
                 IceAcceptStatus status = IceAcceptSuccess;
-                if (const IceConn connection = IceAcceptConnection(listeners_[i], &status)) {
+                if (const IceConn connection = IceAcceptConnection(listeners_[i], &status))
                     connections_.push_back(connection);
-                }
             } else if (IceProcessMessages(connections_[i - listeners], nullptr, nullptr) !=
                        IceProcessMessagesSuccess) {
                 gone = connections_[i - listeners];

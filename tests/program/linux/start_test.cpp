@@ -82,9 +82,7 @@ TEST_F(ProgramTest, ADamagedTreeIsSetAsideAndAFreshOneBegun) {
     OpenStore().reset();
     fs::path store;
     for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "home/XDG_CONFIG_HOME")) {
-        if (entry.is_regular_file() && entry.file_size() > 0) {
-            store = entry.path();
-        }
+        if (entry.is_regular_file() && entry.file_size() > 0) store = entry.path();
     }
     ASSERT_FALSE(store.empty());
     std::ofstream(store, std::ios::trunc) << "this was a tree of settings once, and now it is none";

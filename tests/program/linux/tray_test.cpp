@@ -30,7 +30,7 @@ class TrayMenuTest : public ProgramTest {
         ClickAt(menu.x + 60, menu.y + static_cast<int>(menu.height * height), {"click", "1"});
     }
     // Six entries, one of them a thin line.
-    static constexpr double change = 0.1;
+    static constexpr double Change = 0.1;
     static constexpr double addFavorite = 0.28;
     static constexpr double addBlacklist = 0.66;
     static constexpr double exit = 0.91;
@@ -39,7 +39,7 @@ class TrayMenuTest : public ProgramTest {
 };
 
 TEST_F(TrayMenuTest, ChangesByEntryAndByDoubleClick) {
-    ClickEntry(change);
+    ClickEntry(Change);
     ASSERT_TRUE(WaitForAnotherWallpaper(wallpaper_));
     wallpaper_ = RootPixmap();
     ASSERT_TRUE(WaitFor([this] { return !PopupMenu(); }));

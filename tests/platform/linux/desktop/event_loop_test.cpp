@@ -89,9 +89,7 @@ TEST_F(QtEventLoopTest, FailuresGoToTheHandlerAndOneInsideTheHandlerEnds) {
     std::vector<int> numbers;
     loop_.OnFailure([&](int number, const char*) {
         numbers.push_back(number);
-        if (number == 6) {
-            throw RunTimeError::Overflow();
-        }
+        if (number == 6) throw RunTimeError::Overflow();
     });
     loop_.Post([] { throw RunTimeError::DivisionByZero(); });
     loop_.Post([] { throw std::bad_alloc(); });

@@ -61,9 +61,7 @@ class Looker {
                                               1, ~0U),
                                 nullptr),
             &std::free);
-        if (!reply) {
-            return std::nullopt;
-        }
+        if (!reply) return std::nullopt;
         const std::uint8_t* bytes = xcb_get_image_data(reply.get());
         return qRgb(bytes[2], bytes[1], bytes[0]);
     }

@@ -181,9 +181,8 @@ class FakePlasma : public QDBusVirtualObject {
   public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-        if (message.member() == QLatin1String("evaluateScript")) {
+        if (message.member() == QLatin1String("evaluateScript"))
             scripts.push_back(message.arguments().value(0).toString().toStdString());
-        }
         return connection.send(message.createReply(QVariantList{QString()}));
     }
     std::vector<std::string> scripts;

@@ -158,11 +158,11 @@ TEST_F(PictureTest, TurnsPhotographsUpright) {
         char row;
         char column;
     };
-    constexpr Turn kTurns[] = {{'t', 'l'}, {'t', 'r'}, {'b', 'r'}, {'b', 'l'},
+    constexpr Turn KTurns[] = {{'t', 'l'}, {'t', 'r'}, {'b', 'r'}, {'b', 'l'},
                                {'l', 't'}, {'r', 't'}, {'r', 'b'}, {'l', 'b'}};
     const PixelSize upright{96, 64};
     for (int number = 1; number <= 8; ++number) {
-        const Turn turn = kTurns[number - 1];
+        const Turn turn = KTurns[number - 1];
         const bool rowsRunDown = turn.row == 't' || turn.row == 'b';
         const PixelSize stored = rowsRunDown ? upright : PixelSize{upright.height, upright.width};
         const auto content = samples::Jpeg(stored,
@@ -210,9 +210,9 @@ TEST_F(PictureTest, RunsLinearlyWhenItEnlarges) {
         {2, 2}, [](int x, int) { return x ? Rgb(240, 240, 240) : Rgb(0, 0, 0); }, "png"));
     const auto surface = drawing.CreateSurface({8, 8});
     ASSERT_TRUE(surface->StretchPicture(*two, {0, 0, 8, 8}, why));
-    constexpr int kWanted[] = {0, 0, 30, 90, 150, 210, 240, 240};
+    constexpr int KWanted[] = {0, 0, 30, 90, 150, 210, 240, 240};
     for (int x = 0; x < 8; ++x)
-        EXPECT_NEAR(Red(At(surface->Pixels(), x, x)), kWanted[x], 1) << x;
+        EXPECT_NEAR(Red(At(surface->Pixels(), x, x)), KWanted[x], 1) << x;
 }
 
 TEST_F(PictureTest, KeepsEachPixelAtItsOwnSize) {

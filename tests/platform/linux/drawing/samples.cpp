@@ -46,8 +46,8 @@ std::string Encoded(const QImage& image, const char* format) {
     return buffer.data().toStdString();
 }
 
-constexpr PixelSize kSmall{16, 12};
-constexpr std::array<Color, 4> kPalette{Rgb(255, 0, 0), Rgb(0, 255, 0), Rgb(0, 0, 255), Rgb(255, 255, 255)};
+constexpr PixelSize KSmall{16, 12};
+constexpr std::array<Color, 4> KPalette{Rgb(255, 0, 0), Rgb(0, 255, 0), Rgb(0, 0, 255), Rgb(255, 255, 255)};
 
 int Quarter(int x, int y, PixelSize size) {
     return (x < size.width / 2 ? 0 : 1) + (y < size.height / 2 ? 0 : 2);
@@ -56,7 +56,7 @@ int Quarter(int x, int y, PixelSize size) {
 } // namespace
 
 Color Quarters(int x, int y, PixelSize size) {
-    return kPalette[static_cast<std::size_t>(Quarter(x, y, size))];
+    return KPalette[static_cast<std::size_t>(Quarter(x, y, size))];
 }
 
 std::string Jpeg(PixelSize size, const Painter& painter, JpegKind kind) {
@@ -121,16 +121,16 @@ std::string TransparentPng(PixelSize size) {
 
 std::string Gif() {
     std::string file = "GIF89a";
-    Put16(file, kSmall.width);
-    Put16(file, kSmall.height);
+    Put16(file, KSmall.width);
+    Put16(file, KSmall.height);
     file += std::string("\x91\0\0", 3); // four colours follow
-    for (const Color color : kPalette)
+    for (const Color color : KPalette)
         for (const int channel : {Red(color), Green(color), Blue(color)})
             file += static_cast<char>(channel);
     file += ',';
     Put32(file, 0);
-    Put16(file, kSmall.width);
-    Put16(file, kSmall.height);
+    Put16(file, KSmall.width);
+    Put16(file, KSmall.height);
     file += std::string("\0\2", 2);
     // Codes of three bits, the table cleared before each pair of pixels so that it never grows past them.
     std::string packed;
@@ -141,10 +141,10 @@ std::string Gif() {
         for (held += 3; held >= 8; held -= 8, bits >>= 8)
             packed += static_cast<char>(bits & 0xFF);
     };
-    for (int y = 0; y < kSmall.height; ++y) {
-        for (int x = 0; x < kSmall.width; ++x) {
+    for (int y = 0; y < KSmall.height; ++y) {
+        for (int x = 0; x < KSmall.width; ++x) {
             if (x % 2 == 0) code(4);
-            code(Quarter(x, y, kSmall));
+            code(Quarter(x, y, KSmall));
         }
     }
     code(5);
@@ -155,10 +155,10 @@ std::string Gif() {
 
 std::string RunLengthBitmap() {
     std::string rows;
-    for (int y = kSmall.height - 1; y >= 0; --y) {
-        for (const int x : {0, kSmall.width / 2}) {
-            rows += static_cast<char>(kSmall.width / 2);
-            rows += static_cast<char>(Quarter(x, y, kSmall));
+    for (int y = KSmall.height - 1; y >= 0; --y) {
+        for (const int x : {0, KSmall.width / 2}) {
+            rows += static_cast<char>(KSmall.width / 2);
+            rows += static_cast<char>(Quarter(x, y, KSmall));
         }
         rows += std::string("\0\0", 2);
     }
@@ -169,8 +169,8 @@ std::string RunLengthBitmap() {
     Put32(file, 0);
     Put32(file, start);
     Put32(file, 40);
-    Put32(file, kSmall.width);
-    Put32(file, kSmall.height);
+    Put32(file, KSmall.width);
+    Put32(file, KSmall.height);
     Put16(file, 1);
     Put16(file, 8);
     Put32(file, 1); // run lengths of eight bits
@@ -179,7 +179,7 @@ std::string RunLengthBitmap() {
     Put32(file, 0);
     Put32(file, 4);
     Put32(file, 0);
-    for (const Color color : kPalette)
+    for (const Color color : KPalette)
         Put32(file, Red(color) << 16 | Green(color) << 8 | Blue(color));
     return file + rows;
 }

@@ -24,9 +24,8 @@ TEST_F(QtForms, BehaveAsEverywhere) {
     QtHands hands(form);
     form.Show();
     hands.Settle();
-    if (const char* shots = std::getenv("QUORVANE_SHOTS")) {
+    if (const char* shots = std::getenv("QUORVANE_SHOTS"))
         WindowOf(form)->grab().save(QString(shots) + "/conformance.png");
-    }
     CheckConformance(form, hands);
 }
 
