@@ -61,6 +61,35 @@ class Widget {
     HWND window_ = nullptr;
 };
 
+// Makes the widget of a control: one function for each kind.
+class WidgetMaker final : public ControlVisitor {
+  public:
+    explicit WidgetMaker(WidgetSite& site)
+        : site_(site) {}
+
+    std::unique_ptr<Widget> made;
+
+    void Visit(Label& control) override;
+    void Visit(TextBox& control) override;
+    void Visit(RichTextBox& control) override;
+    void Visit(Button& control) override;
+    void Visit(CheckBox& control) override;
+    void Visit(OptionButton& control) override;
+    void Visit(ComboBox& control) override;
+    void Visit(ListView& control) override;
+    void Visit(TabStrip& control) override;
+    void Visit(Frame& control) override;
+    void Visit(Slider& control) override;
+    void Visit(ProgressBar& control) override;
+    void Visit(ScrollBar& control) override;
+    void Visit(DatePicker& control) override;
+    void Visit(MonthView& control) override;
+    void Visit(PictureBox& control) override;
+
+  private:
+    WidgetSite& site_;
+};
+
 std::unique_ptr<Widget> CreateWidget(WidgetSite& site, Control& control);
 
 } // namespace quorvane

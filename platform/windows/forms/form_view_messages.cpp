@@ -1,0 +1,296 @@
+#include "platform/windows/desktop/event_loop.h"
+#include "platform/windows/drawing/drawing.h"
+#include "platform/windows/forms/form_host.h"
+#include "platform/windows/forms/form_view.h"
+#include "platform/windows/forms/keys.h"
+
+#include <windowsx.h>
+
+// What the form's window and its widgets are told by the system.
+namespace quorvane {
+namespace {
+
+int ButtonsHeld(WPARAM keys) {
+    return ((keys & MK_LBUTTON) ? 1 : 0) | ((keys & MK_RBUTTON) ? 2 : 0) | ((keys & MK_MBUTTON) ? 4 : 0);
+}
+
+// Paints a child's ground with what its form has for a ground.
+void Erase(HWND child, HDC dc) {
+    RECT area{};
+    GetClientRect(child, &area);
+    const LRESULT brush = SendMessageW(GetParent(child), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                                       reinterpret_cast<LPARAM>(child));
+    FillRect(dc, &area, reinterpret_cast<HBRUSH>(brush));
+}
+
+} // namespace
+
+LRESULT CALLBACK WindowsFormView::FormProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
+    auto* view = reinterpret_cast<WindowsFormView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return view ? view->Handle(message, wide, low) : DefWindowProcW(window, message, wide, low);
+}
+
+LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
+    const HWND window = window_; // the view may be gone behind a report
+    switch (message) {
+    case WM_CLOSE:
+        form_.Report(nullptr, act::CloseByFrame{});
+        return 0;
+    case WM_COMMAND:
+        if (!low) {
+            ChooseFromMenu(LOWORD(wide));
+        } else if (Widget* widget = WidgetOf(reinterpret_cast<HWND>(low))) {
+            widget->OnCommand(HIWORD(wide));
+        }
+        return 0;
+    case WM_NOTIFY:
+        if (Widget* widget = WidgetOf(reinterpret_cast<NMHDR*>(low)->hwndFrom))
+            return widget->OnNotify(*reinterpret_cast<NMHDR*>(low));
+        return 0;
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+        if (Widget* widget = WidgetOf(reinterpret_cast<HWND>(low))) widget->OnScroll(LOWORD(wide));
+        return 0;
+    case WM_MEASUREITEM:
+    case WM_DRAWITEM:
+        if (NativeMenu::DrawPart(message, low)) return TRUE;
+        break;
+    case WM_INITMENUPOPUP:
+        if (bar_) bar_->Refresh(reinterpret_cast<HMENU>(wide));
+        return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(wide) == WA_INACTIVE) {
+            if (const HWND focus = GetFocus(); focus && IsChild(window_, focus)) remembered_ = focus;
+        } else if (remembered_ && IsWindowEnabled(remembered_)) {
+            SetFocus(remembered_);
+            return 0;
+        }
+        break;
+    case WM_ERASEBKGND: {
+        RECT area{};
+        GetClientRect(window_, &area);
+        FillRect(reinterpret_cast<HDC>(wide), &area,
+                 background_ ? background_ : GetSysColorBrush(COLOR_BTNFACE));
+        return 1;
+    }
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+        if (const LRESULT brush = Colour(reinterpret_cast<HDC>(wide), reinterpret_cast<HWND>(low)))
+            return brush;
+        break;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP: {
+        const POINT at{GET_X_LPARAM(low), GET_Y_LPARAM(low)};
+        if (Frame* frame = FrameAt(at)) HandleMouse(*frame, at, message, wide);
+        return 0;
+    }
+    case WM_MOVE:
+    case WM_SIZE:
+        HandlePlace(message, wide);
+        return 0;
+    case WM_GETMINMAXINFO: {
+        RECT least{0, 0, scale_.PixelsX(form_.LeastSize().width), scale_.PixelsY(form_.LeastSize().height)};
+        AdjustWindowRectEx(&least, Style(), GetMenu(window_) != nullptr, ExtendedStyle());
+        reinterpret_cast<MINMAXINFO*>(low)->ptMinTrackSize = {least.right - least.left,
+                                                              least.bottom - least.top};
+        return 0;
+    }
+    default:
+        break;
+    }
+    return DefWindowProcW(window, message, wide, low);
+}
+
+void WindowsFormView::HandlePlace(UINT message, WPARAM wide) {
+    if (applying_ > 0) return;
+    if (message == WM_SIZE) {
+        const std::shared_ptr<bool> alive = alive_;
+        form_.Report(nullptr, act::Minimize{wide == SIZE_MINIMIZED});
+        if (!*alive || wide == SIZE_MINIMIZED) return;
+        RECT inner{};
+        GetClientRect(window_, &inner);
+        form_.Report(nullptr, act::Resize{{scale_.TwipsX(static_cast<int>(inner.right)),
+                                           scale_.TwipsY(static_cast<int>(inner.bottom))}});
+    } else if (!IsIconic(window_)) {
+        RECT frame{};
+        GetWindowRect(window_, &frame);
+        form_.Report(nullptr, act::Move{{scale_.TwipsX(static_cast<int>(frame.left)),
+                                         scale_.TwipsY(static_cast<int>(frame.top))}});
+    }
+}
+
+// The brush that a widget's ground is painted with; 0 for the system's own.
+LRESULT WindowsFormView::Colour(HDC dc, HWND child) {
+    Widget* widget = WidgetOf(child);
+    if (!widget) return reinterpret_cast<LRESULT>(GroundOf(nullptr));
+    const Control& control = widget->Model();
+    const bool onForm = control.Kind() != ControlKind::TextBox &&
+                        control.Kind() != ControlKind::RichTextBox && control.Kind() != ControlKind::ComboBox;
+    if (!onForm && !control.BackColor() && !control.ForeColor()) return 0;
+    SetTextColor(dc, control.ForeColor() ? static_cast<COLORREF>(*control.ForeColor())
+                                         : GetSysColor(COLOR_WINDOWTEXT));
+    if (control.BackColor()) {
+        SetBkColor(dc, static_cast<COLORREF>(*control.BackColor()));
+    } else if (!onForm) {
+        SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+    } else {
+        SetBkMode(dc, TRANSPARENT);
+    }
+    return reinterpret_cast<LRESULT>(GroundOf(&control));
+}
+
+// The brush of the control or of the nearest container with a colour of its own, else the form's.
+HBRUSH WindowsFormView::GroundOf(const Control* control) {
+    for (; control; control = control->Parent().AsControl()) {
+        if (const Entry* entry = Find(*control); entry && entry->brush) return entry->brush;
+    }
+    return background_ ? background_ : GetSysColorBrush(COLOR_BTNFACE);
+}
+
+LRESULT CALLBACK WindowsFormView::WidgetProcedure(HWND window, UINT message, WPARAM wide, LPARAM low,
+                                                  UINT_PTR, DWORD_PTR view) {
+    auto* self = reinterpret_cast<WindowsFormView*>(view);
+    if (const auto found = self->widgets_.find(window); found != self->widgets_.end())
+        if (const auto answer = self->HandleWidget(*found->second, message, wide, low)) return *answer;
+    return DefSubclassProc(window, message, wide, low);
+}
+
+// Empty where the widget's own procedure is to see the message.
+std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT message, WPARAM wide, LPARAM low) {
+    Control& control = widget.Model();
+    switch (message) {
+    case WM_ERASEBKGND:
+        // A frame paints no ground, and the form none below its widgets.
+        if (control.Kind() != ControlKind::Frame) return std::nullopt;
+        Erase(widget.Window(), reinterpret_cast<HDC>(wide));
+        return 1;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: {
+        const std::shared_ptr<bool> alive = alive_;
+        if (message == WM_KILLFOCUS) widget.LookAtCaret();
+        if (*alive) Report(control, act::Focus{message == WM_SETFOCUS});
+        return std::nullopt;
+    }
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_MOUSEMOVE: {
+        const std::shared_ptr<bool> alive = alive_;
+        const bool used = HandleMouse(control, {GET_X_LPARAM(low), GET_Y_LPARAM(low)}, message, wide);
+        if (*alive && message == WM_LBUTTONUP) {
+            // The caret stands where the click put it once the widget has seen it.
+            const LRESULT answer = DefSubclassProc(widget.Window(), message, wide, low);
+            if (*alive) widget.LookAtCaret();
+            return answer;
+        }
+        if (used || !*alive) return 0;
+        return std::nullopt;
+    }
+    case WM_KEYUP: {
+        const LRESULT answer = DefSubclassProc(widget.Window(), message, wide, low);
+        widget.LookAtCaret();
+        return answer;
+    }
+    case WM_CHAR:
+        // What a one-line box does not want makes it beep.
+        if ((wide == VK_RETURN || wide == VK_ESCAPE || wide == VK_TAB) &&
+            !widget.Keeps(static_cast<int>(wide))) {
+            return 0;
+        }
+        return std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+// Answers whether the widget itself must not see the message any more.
+bool WindowsFormView::HandleMouse(Control& control, const POINT& at, UINT message, WPARAM keys) {
+    const Entry* entry = Find(control);
+    const bool isFrame = control.Kind() == ControlKind::Frame;
+    const HWND window = isFrame ? window_ : entry->widget->Window();
+    const bool byMouse = isFrame || entry->widget->ClicksByMouse();
+    const std::shared_ptr<bool> alive = alive_;
+    const bool down = message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN ||
+                      message == WM_LBUTTONDBLCLK;
+    const bool moved = message == WM_MOUSEMOVE;
+    const bool right = message == WM_RBUTTONDOWN || message == WM_RBUTTONUP;
+    const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_LBUTTONDBLCLK;
+    RECT area{};
+    GetClientRect(window, &area);
+    const bool inside = PtInRect(&area, at);
+
+    if (control.onMouse) {
+        if (byMouse && down) SetCapture(window);
+        if (byMouse && !down && !moved && GetCapture() == window) ReleaseCapture();
+        POINT screen = at;
+        ClientToScreen(window, &screen);
+        const auto point = [this](const POINT& pixels) {
+            return TwipPoint{scale_.TwipsX(static_cast<int>(pixels.x)),
+                             scale_.TwipsY(static_cast<int>(pixels.y))};
+        };
+        const auto phase = down ? act::MousePhase::Down : moved ? act::MousePhase::Move : act::MousePhase::Up;
+        const int button = moved ? ButtonsHeld(keys) : left ? 1 : right ? 2 : 4;
+        Report(control, act::Mouse{phase, button, ShiftState(), point(at), point(screen)});
+        if (!*alive) return true;
+    }
+    if (message == WM_LBUTTONDBLCLK && control.onDoubleClick) Report(control, act::DoubleClick{});
+    if (*alive && message == WM_LBUTTONUP && byMouse && inside) Report(control, act::Click{});
+    return !*alive;
+}
+
+// The innermost frame at a place of the form that no other control takes.
+Frame* WindowsFormView::FrameAt(const POINT& at) {
+    Frame* innermost = nullptr;
+    for (Control* control : order_) {
+        if (control->Kind() != ControlKind::Frame || !control->IsShown()) continue;
+        const PixelRect area = AreaOf(*control);
+        if (at.x >= area.x && at.y >= area.y && at.x < area.x + area.width && at.y < area.y + area.height)
+            innermost = static_cast<Frame*>(control);
+    }
+    return innermost;
+}
+
+// The outline of a tab strip's pane, with the form's ground inside.
+LRESULT CALLBACK WindowsFormView::PaneProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
+    if (message == WM_ERASEBKGND) {
+        Erase(window, reinterpret_cast<HDC>(wide));
+        return 1;
+    }
+    if (message != WM_PAINT) return DefWindowProcW(window, message, wide, low);
+    PAINTSTRUCT paint{};
+    const HDC dc = BeginPaint(window, &paint);
+    RECT area{};
+    GetClientRect(window, &area);
+    FrameRect(dc, &area, GetSysColorBrush(COLOR_BTNSHADOW));
+    EndPaint(window, &paint);
+    return 0;
+}
+
+LRESULT CALLBACK WindowsFormView::PictureProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
+    auto* box = reinterpret_cast<PictureBox*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_ERASEBKGND) return 1;
+    if (message != WM_PAINT) return DefWindowProcW(window, message, wide, low);
+    PAINTSTRUCT paint{};
+    const HDC dc = BeginPaint(window, &paint);
+    if (box && box->Painted()) {
+        PaintSurface(*box->Painted(), dc, 0, 0);
+    } else {
+        FillRect(dc, &paint.rcPaint, GetSysColorBrush(COLOR_BTNFACE));
+    }
+    if (box && box->HasBorder()) {
+        RECT area{};
+        GetClientRect(window, &area);
+        FrameRect(dc, &area, GetSysColorBrush(COLOR_BTNSHADOW));
+    }
+    EndPaint(window, &paint);
+    return 0;
+}
+
+} // namespace quorvane
