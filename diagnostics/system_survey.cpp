@@ -1,5 +1,6 @@
 #include "diagnostics/system_survey.h"
 
+#include "core/program.h"
 #include "core/text.h"
 #include "platform/session.h"
 #include "platform/system.h"
@@ -105,13 +106,12 @@ std::string EditionName(std::uint16_t suiteMask) {
     return name;
 }
 
-void DetectSystem(GlobalRecord& record, System& system, Session& session,
-                  const std::function<void(int number, const std::string& description)>& ShowErrorDialog) {
+void DetectSystem(GlobalRecord& record, System& system, Session& session, Program& program) {
     record.lpVersionInformation = system.Version();
     const VersionRecord& version = record.lpVersionInformation;
     const std::string name = SystemName(version);
     if (name.empty() || (version.dwPlatformId < FamilyNt && !record.RunOnWin9x)) {
-        ShowErrorDialog(0, "This version OS isn't supported!");
+        program.ShowErrorDialog(0, "This version OS isn't supported!");
         session.End(1);
     }
     record.OS_Name = name;

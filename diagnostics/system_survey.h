@@ -2,18 +2,17 @@
 
 #include "config/global_record.h"
 
-#include <functional>
 #include <string>
 
 namespace quorvane {
 
+class Program;
 class Session;
 class System;
 
 // Finds out which operating system and machine the program runs on, and writes it into the record. A system
 // below the NT family is refused, by the error dialogue and the end of the process, unless RunOnWin9x is set.
-void DetectSystem(GlobalRecord& record, System& system, Session& session,
-                  const std::function<void(int number, const std::string& description)>& ShowErrorDialog);
+void DetectSystem(GlobalRecord& record, System& system, Session& session, Program& program);
 
 // Asks for the rights of the shutting-down actions. What is refused is simply not held.
 void EnableProcessPrivileges(System& system);

@@ -1,6 +1,7 @@
 #include "engine/apply.h"
 
 #include "config/settings.h"
+#include "core/program.h"
 #include "engine/tray_report.h"
 #include "platform/desktop.h"
 #include "platform/files.h"

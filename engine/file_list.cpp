@@ -1,6 +1,7 @@
 #include "engine/file_list.h"
 
 #include "core/run_time_error.h"
+#include "core/text.h"
 #include "engine/busy_flag.h"
 #include "engine/folder_scan.h"
 
@@ -34,6 +35,10 @@ bool FileList::ScanSources() {
 
 bool FileList::ScanSource(const WallpaperSource& source, Breather& breather) {
     std::string path = source.Path;
+    if (Trim(path).empty()) { // with a separator behind it, it would be the root of everything
+        complaints_.Tell("Wallpaper sources", "a source names no folder");
+        return false;
+    }
     if (!path.ends_with(files_.Separator())) path.push_back(files_.Separator());
     bool whole = false;
     PassOver([&] {

@@ -1,5 +1,6 @@
 #include "engine/frm_engine.h"
 
+#include "engine/apply.h"
 #include "engine/busy_flag.h"
 #include "engine/calendar_layer.h"
 #include "engine/tray_report.h"
@@ -8,7 +9,6 @@
 #include "platform/tray.h"
 
 #include <limits>
-#include <utility>
 
 namespace quorvane {
 namespace {
@@ -21,11 +21,11 @@ void CountDown(std::int32_t& left) {
 } // namespace
 
 frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platform,
-                     const LocaleStrings& locale, Hooks hooks)
+                     const LocaleStrings& locale, Program& program)
     : Form(forms, "frmEngine")
     , record_(record)
     , platform_(platform)
-    , hooks_(std::move(hooks))
+    , program_(program)
     , complaints_(platform.system)
     , fileList_(record, platform.clock, platform.events, platform.files, complaints_)
     , selection_(record, fileList_, platform.clock, platform.random)
@@ -38,18 +38,13 @@ frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platfor
 
 // The list is filled anew even where the first change has just done so: that change may have been refused.
 void frmEngine::OnLoad() {
-    RepaintSplash();
+    platform_.events.Pump(); // paints the splash
     if (record_.ChangeWallpaperAtStartUp) {
         record_.RESCANWALLPAPERSOURCESNOW = true;
         ChangeWallpaper("");
     }
-    RepaintSplash();
-    fileList_.ScanSources();
-}
-
-void frmEngine::RepaintSplash() {
-    if (hooks_.repaintSplash) hooks_.repaintSplash();
     platform_.events.Pump();
+    fileList_.ScanSources();
 }
 
 void frmEngine::ChangeWallpaper(const std::string& file, int mode) {
@@ -62,7 +57,7 @@ void frmEngine::ChangeWallpaper(const std::string& file, int mode) {
         ApplyWallpaper(composition_.Compose(file, platform_.desktop.ScreenSize()), mode, record_, platform_,
                        complaints_);
     }
-    if (record_.AutoExitAfterChange && hooks_.saveAndEnd) hooks_.saveAndEnd();
+    if (record_.AutoExitAfterChange) program_.SaveAndEnd();
 }
 
 // Runs also while the periodic change is switched off, so that it goes on at once when it is switched on.

@@ -2,7 +2,7 @@
 
 #include "config/global_record.h"
 #include "core/locale_strings.h"
-#include "engine/apply.h"
+#include "core/program.h"
 #include "engine/complaints.h"
 #include "engine/composition.h"
 #include "engine/file_list.h"
@@ -10,7 +10,6 @@
 #include "platform/forms/form.h"
 #include "platform/forms/timer.h"
 
-#include <functional>
 #include <string>
 
 namespace quorvane {
@@ -18,15 +17,9 @@ namespace quorvane {
 // The hidden form whose timers are the system's pulse, and the one entry to a change of the wallpaper.
 class frmEngine : public Form {
   public:
-    // What stands above the engine. An empty function is passed over.
-    struct Hooks {
-        std::function<void()> repaintSplash;
-        std::function<void()> saveAndEnd; // the orderly exit; does not come back
-    };
-
-    // Everything but the hooks must outlive the form.
+    // Everything must outlive the form.
     frmEngine(Forms& forms, GlobalRecord& record, const Platform& platform, const LocaleStrings& locale,
-              Hooks hooks);
+              Program& program);
 
     // Composes a wallpaper and hands it to the desktop. The engine chooses the picture where `file` is empty;
     // `mode` is a change_mode. Nothing is done while DISABLE_WALLPAPER_CHANGE is set, nor inside another
@@ -47,11 +40,10 @@ class frmEngine : public Form {
   private:
     void CountDownToChange();
     void CountDownToRescan();
-    void RepaintSplash();
 
     GlobalRecord& record_;
     const Platform& platform_;
-    Hooks hooks_;
+    Program& program_;
     Complaints complaints_;
     FileList fileList_;
     Selection selection_;

@@ -27,8 +27,8 @@ Application::Application(const Platform& platform, std::string storeNote)
     , storeNote_(std::move(storeNote))
     , forms_(platform_)
     , splash_(forms_, platform_)
-    , notifyIcon_(forms_, record_, platform_, TrayHooks())
-    , engine_(forms_, record_, platform_, locale_, EngineHooks()) {}
+    , notifyIcon_(forms_, record_, platform_, *this)
+    , engine_(forms_, record_, platform_, locale_, *this) {}
 
 int Application::Run() {
     platform_.events.OnFailure(
@@ -70,14 +70,13 @@ void Application::RunStages() {
     Bar(12);
     platform_.events.Pump();
 
-    const SettingsEvents events = Events();
-    DetectSystem(record_, platform_.system, platform_.session, events.ShowErrorDialog);
+    DetectSystem(record_, platform_.system, platform_.session, *this);
     if (record_.lpVersionInformation.dwPlatformId == FamilyNt) EnableProcessPrivileges(platform_.system);
     Bar(14);
     PresetRecord(record_, platform_.files);
     Bar(16);
     platform_.events.Pump();
-    ReadSettings(record_, platform_.store, platform_.files, platform_.prompts, events);
+    ReadSettings(record_, platform_.store, platform_.files, platform_.prompts, Events());
     // The person chooses a profile here.
     Bar(80);
     FindSystemDirectory();
@@ -126,9 +125,17 @@ void Application::AskToEnd() {
     SaveAndEnd();
 }
 
+void Application::ChangeWallpaper(const std::string& file, int mode) {
+    engine_.ChangeWallpaper(file, mode);
+}
+
+void Application::WriteSettings() {
+    quorvane::WriteSettings(record_, platform_.store, platform_.session, Events());
+}
+
 void Application::SaveAndEnd() {
     // The profile in use is saved here, in front of the settings.
-    WriteSettings(record_, platform_.store, platform_.session, Events());
+    WriteSettings();
     ReleaseAndEnd();
 }
 
@@ -151,23 +158,6 @@ SettingsEvents Application::Events() {
     };
     events.Progress = [this](int bar) { Bar(bar); };
     return events;
-}
-
-frmEngine::Hooks Application::EngineHooks() {
-    frmEngine::Hooks hooks;
-    hooks.saveAndEnd = [this] { SaveAndEnd(); };
-    return hooks;
-}
-
-frmNotifyIcon::Hooks Application::TrayHooks() {
-    frmNotifyIcon::Hooks hooks;
-    hooks.changeWallpaper = [this](const std::string& file, int mode) {
-        engine_.ChangeWallpaper(file, mode);
-    };
-    hooks.writeSettings = [this] { WriteSettings(record_, platform_.store, platform_.session, Events()); };
-    hooks.saveAndEnd = [this] { SaveAndEnd(); };
-    hooks.releaseAndEnd = [this] { ReleaseAndEnd(); };
-    return hooks;
 }
 
 } // namespace quorvane

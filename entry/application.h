@@ -3,6 +3,7 @@
 #include "config/global_record.h"
 #include "config/settings.h"
 #include "core/locale_strings.h"
+#include "core/program.h"
 #include "engine/frm_engine.h"
 #include "platform/forms/form.h"
 #include "platform/platform.h"
@@ -18,7 +19,7 @@ namespace quorvane {
 struct CommandLineRequests;
 
 // The program: owner of the global record and of the forms, and what joins the subsystems to each other.
-class Application {
+class Application final : public Program {
   public:
     // The platform outlives the application. `storeNote` is what the person should know about the stored
     // tree, empty for nothing; it is shown in a box once the start is over.
@@ -30,12 +31,11 @@ class Application {
     // The start in its order. Afterwards the process lives on by its forms.
     void Main();
 
-    // The orderly exit, and the exit without saving. Neither comes back.
-    void SaveAndEnd();
-    void ReleaseAndEnd();
-
-    // Shows the error dialogue and ends the process when it is closed.
-    void ShowErrorDialog(std::int32_t number, const std::string& description);
+    void ChangeWallpaper(const std::string& file, int mode) override;
+    void WriteSettings() override;
+    void SaveAndEnd() override;
+    void ReleaseAndEnd() override;
+    void ShowErrorDialog(std::int32_t number, const std::string& description) override;
 
     GlobalRecord& Record() { return record_; }
     Forms& LoadedForms() { return forms_; }
@@ -50,8 +50,6 @@ class Application {
     void ReadLanguage();
     void AskToEnd();
     SettingsEvents Events();
-    frmEngine::Hooks EngineHooks();
-    frmNotifyIcon::Hooks TrayHooks();
 
     const Platform platform_;
     std::string storeNote_;

@@ -1,7 +1,6 @@
 #include "shell/frm_notify_icon.h"
 
 #include "core/text.h"
-#include "engine/apply.h"
 #include "platform/tray.h"
 #include "shell/artwork.h"
 
@@ -22,11 +21,11 @@ ListedFile* FindFile(OneBased<ListedFile>& list, const std::string& path) {
 
 } // namespace
 
-frmNotifyIcon::frmNotifyIcon(Forms& forms, GlobalRecord& record, const Platform& platform, Hooks hooks)
+frmNotifyIcon::frmNotifyIcon(Forms& forms, GlobalRecord& record, const Platform& platform, Program& program)
     : Form(forms, "frmNotifyIcon")
     , record_(record)
     , platform_(platform)
-    , hooks_(std::move(hooks)) {}
+    , program_(program) {}
 
 void frmNotifyIcon::OnLoad() {
     TrayRecord record;
@@ -94,28 +93,28 @@ void frmNotifyIcon::TakeMessage(int message) {
 
 // A change by hand starts the interval anew.
 void frmNotifyIcon::ChangeNow() {
-    hooks_.changeWallpaper("", change_mode::User);
+    program_.ChangeWallpaper("", change_mode::User);
     record_.ChangeWallpaperIntervalCurrent = record_.ChangeWallpaperInterval;
 }
 
 void frmNotifyIcon::AddCurrentWallpaper(OneBased<ListedFile>& list) {
     if (ListedFile* listed = FindFile(list, record_.LastSelectedWallpaper)) {
         listed->Active = true;
-    } else {
+    } else if (!Trim(record_.LastSelectedWallpaper).empty()) { // there is one to add
         list.Add({record_.LastSelectedWallpaper, true});
     }
-    hooks_.writeSettings();
+    program_.WriteSettings();
 }
 
 // The row stays, switched off.
 void frmNotifyIcon::RemoveCurrentFromFavorites() {
     if (ListedFile* listed = FindFile(record_.FavoritesSources, record_.LastSelectedWallpaper))
         listed->Active = false;
-    hooks_.writeSettings();
+    program_.WriteSettings();
 }
 
 void frmNotifyIcon::Exit() {
-    record_.Main_Exec ? hooks_.releaseAndEnd() : hooks_.saveAndEnd();
+    record_.Main_Exec ? program_.ReleaseAndEnd() : program_.SaveAndEnd();
 }
 
 } // namespace quorvane

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "config/global_record.h"
+#include "core/program.h"
 #include "platform/forms/form.h"
 #include "platform/forms/menu.h"
 #include "platform/platform.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -14,15 +14,7 @@ namespace quorvane {
 // The hidden form behind the icon in the notification area, and the icon's menu.
 class frmNotifyIcon : public Form {
   public:
-    // What the menu sets in motion elsewhere.
-    struct Hooks {
-        std::function<void(const std::string& file, int mode)> changeWallpaper;
-        std::function<void()> writeSettings;
-        std::function<void()> saveAndEnd;
-        std::function<void()> releaseAndEnd;
-    };
-
-    frmNotifyIcon(Forms& forms, GlobalRecord& record, const Platform& platform, Hooks hooks);
+    frmNotifyIcon(Forms& forms, GlobalRecord& record, const Platform& platform, Program& program);
 
     // Adds the icon with the present wallpaper in its balloon.
     void ShowTrayTip();
@@ -46,7 +38,7 @@ class frmNotifyIcon : public Form {
 
     GlobalRecord& record_;
     const Platform& platform_;
-    Hooks hooks_;
+    Program& program_;
 };
 
 } // namespace quorvane

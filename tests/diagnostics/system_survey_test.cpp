@@ -3,6 +3,7 @@
 #include "core/run_time_error.h"
 #include "platform/memory/session.h"
 #include "platform/memory/system.h"
+#include "tests/support/recorded_program.h"
 
 #include <gtest/gtest.h>
 
@@ -46,15 +47,13 @@ TEST(SystemSurveyTest, NamesEditionsByTheSuiteMask) {
 
 class DetectSystemTest : public ::testing::Test {
   protected:
-    void Detect() {
-        DetectSystem(record_, system_, session_,
-                     [this](int, const std::string& description) { reported_ = description; });
-    }
+    void Detect() { DetectSystem(record_, system_, session_, program_); }
     CallLog calls_;
     MemorySystem system_{calls_};
     MemorySession session_{calls_};
     GlobalRecord record_;
-    std::string reported_;
+    CallLog reported_;
+    test::RecordedProgram program_{reported_};
 };
 
 TEST_F(DetectSystemTest, FillsTheRecord) {
@@ -69,7 +68,7 @@ TEST_F(DetectSystemTest, FillsTheRecord) {
     EXPECT_EQ(record_.CurrentSystem.Computer_Name, "workstation");
     EXPECT_EQ(record_.ProcessID, 4711);
     EXPECT_EQ(record_.ThreadID, 4712);
-    EXPECT_EQ(reported_, "");
+    EXPECT_TRUE(reported_.lines.empty());
 }
 
 TEST_F(DetectSystemTest, BelievesASystemThatSaysItsName) {
@@ -82,12 +81,12 @@ TEST_F(DetectSystemTest, BelievesASystemThatSaysItsName) {
 TEST_F(DetectSystemTest, RefusesTheOldFamilyUnlessToldToRunOnIt) {
     system_.version = Version(1, 4, 10);
     EXPECT_THROW(Detect(), ProcessEnd);
-    EXPECT_EQ(reported_, "This version OS isn't supported!");
+    EXPECT_TRUE(reported_.Has("program.ShowErrorDialog 0 This version OS isn't supported!"));
     record_.RunOnWin9x = true;
-    reported_.clear();
+    reported_.Clear();
     Detect();
     EXPECT_EQ(record_.OS_Name, "Microsoft Windows 98");
-    EXPECT_EQ(reported_, "");
+    EXPECT_TRUE(reported_.lines.empty());
 }
 
 TEST_F(DetectSystemTest, AsksForEachRightOnceAndMindsNoRefusal) {

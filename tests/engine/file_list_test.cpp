@@ -84,14 +84,17 @@ TEST_F(FileListTest, SourcesCountInOrderTwiceIfListedTwiceAndOnlyIfActive) {
 TEST_F(FileListTest, AFolderThatIsGoneMakesTheResultFalseAndTheRestGoesOn) {
     AddSource("/pics/one", "*.jpg", "inf");
     AddSource("/gone", "*.jpg", "0");
+    AddSource("", "*.jpg", "inf");
+    AddSource(" ", "*.jpg", "inf");
     AddSource("/other", "*.jpg", "1e999");
     AddSource("/other", "*.jpg", "0");
     files_.unreadable = {"/pics/one/two/three"};
+    files_.onList = [](const std::string& folder) { EXPECT_NE(folder, "/") << "no source names it"; };
     EXPECT_EQ(Rescan(), (Paths{"/pics/one/two/d.jpg", "/pics/one/c.jpg", "/other/f.jpg"}));
     EXPECT_FALSE(whole_);
     EXPECT_FALSE(record_.RESCANWALLPAPERSOURCESNOW) << "the request is used up all the same";
     Rescan();
-    EXPECT_EQ(system_.complaints.size(), 2U) << "each folder is named once";
+    EXPECT_EQ(system_.complaints.size(), 3U) << "each folder is named once";
 }
 
 TEST_F(FileListTest, ScansWhenAskedToOrWhenThePeriodicRescanIsOff) {

@@ -2,6 +2,7 @@
 
 #include "config/registry.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/support/recorded_program.h"
 
 #include <gtest/gtest.h>
 
@@ -46,9 +47,8 @@ class EngineTest : public testing::Test {
     GlobalRecord record_;
     LocaleStrings locale_;
     int listings_ = 0;
-    int splashes_ = 0;
-    int exits_ = 0;
-    frmEngine engine_{forms_, record_, platform_, locale_, {[this] { ++splashes_; }, [this] { ++exits_; }}};
+    test::RecordedProgram program_{machine_.calls};
+    frmEngine engine_{forms_, record_, platform_, locale_, program_};
 };
 
 TEST_F(EngineTest, LoadScansOnceAndTwiceWhereItChangesAtOnce) {
@@ -56,7 +56,6 @@ TEST_F(EngineTest, LoadScansOnceAndTwiceWhereItChangesAtOnce) {
     EXPECT_EQ(record_.Wallpapers_Cnt(), 3);
     EXPECT_EQ(listings_, 1);
     EXPECT_EQ(Changes(), 0);
-    EXPECT_EQ(splashes_, 2);
     EXPECT_EQ(machine_.events.TimerNames(), (std::vector<std::string>{"Timer1", "Timer2"}));
     engine_.Unload();
     EXPECT_TRUE(machine_.events.TimerNames().empty());
@@ -139,12 +138,12 @@ TEST_F(EngineTest, OneChangeFromThePointerToTheReport) {
                                         "tray.Modify Quorvane II - Applying wallpaper, please wait...",
                                         "desktop.SetWallpaper /home/ann/Wallpaper.bmp",
                                         "desktop.ShowBusyPointer off", "tray.SetVersion 3",
-                                        "tray.Modify Quorvane II\r[/pics/b.png]", "tray.SetVersion 3"}));
+                                        "tray.Modify Quorvane II\r[/pics/b.png]", "tray.SetVersion 3",
+                                        "program.SaveAndEnd"}));
     EXPECT_EQ(machine_.files.replaced, std::vector<std::string>{"/home/ann/Wallpaper.bmp"});
     const std::string bitmap = machine_.files.Read("/home/ann/Wallpaper.bmp").value_or("");
     EXPECT_EQ(bitmap.substr(0, 2), "BM");
     EXPECT_EQ(bitmap.size(), 54U + 44 * 24 * 3);
-    EXPECT_EQ(exits_, 1);
 }
 
 TEST_F(EngineTest, ATickInsideAChangeDoesNotEnterItAgain) {

@@ -2,25 +2,24 @@
 
 #include "platform/memory/memory_platform.h"
 #include "shell/frm_splash.h"
+#include "tests/support/recorded_program.h"
 
 #include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 class NotifyIconTest : public ::testing::Test {
   protected:
     NotifyIconTest() { icon_.Load(); }
 
-    frmNotifyIcon::Hooks Hooks() {
-        frmNotifyIcon::Hooks hooks;
-        hooks.changeWallpaper = [this](const std::string& file, int mode) {
-            done_ += "change[" + file + "]" + std::to_string(mode) + " ";
-        };
-        hooks.writeSettings = [this] { done_ += "write "; };
-        hooks.saveAndEnd = [this] { done_ += "save "; };
-        hooks.releaseAndEnd = [this] { done_ += "release "; };
-        return hooks;
+    // What the menu asked of the program since the last look.
+    std::vector<std::string> Asked() {
+        std::vector<std::string> asked = std::move(calls_.lines);
+        calls_.Clear();
+        return asked;
     }
     void Choose(const char* caption) { ASSERT_TRUE(ChooseFromMenu(icon_.mnu_popup, caption)) << caption; }
 
@@ -28,8 +27,9 @@ class NotifyIconTest : public ::testing::Test {
     const Platform platform_ = machine_.Services();
     Forms forms_{platform_};
     GlobalRecord record_;
-    std::string done_;
-    frmNotifyIcon icon_{forms_, record_, platform_, Hooks()};
+    CallLog calls_;
+    test::RecordedProgram program_{calls_};
+    frmNotifyIcon icon_{forms_, record_, platform_, program_};
 };
 
 TEST_F(NotifyIconTest, StandsInTheTrayWithItsMenuUntilItIsUnloaded) {
@@ -49,18 +49,18 @@ TEST_F(NotifyIconTest, StandsInTheTrayWithItsMenuUntilItIsUnloaded) {
     EXPECT_FALSE(machine_.tray.added);
     EXPECT_EQ(machine_.tray.menu, nullptr);
     machine_.tray.Send(tray_message::LeftDoubleClick);
-    EXPECT_EQ(done_, "");
+    EXPECT_EQ(Asked(), Lines{});
 }
 
 TEST_F(NotifyIconTest, DoubleClickIsTheDefaultEntryAndRightClickTheMenu) {
     record_.ChangeWallpaperInterval = 300;
     record_.ChangeWallpaperIntervalCurrent = 7;
     machine_.tray.Send(tray_message::LeftDoubleClick);
-    EXPECT_EQ(done_, "change[]0 ");
+    EXPECT_EQ(Asked(), Lines{"program.ChangeWallpaper 0"});
     EXPECT_EQ(record_.ChangeWallpaperIntervalCurrent, 300) << "a change by hand starts the interval anew";
     icon_.mnu_popup.SetDefaultItem(-1);
     machine_.tray.Send(tray_message::LeftDoubleClick);
-    EXPECT_EQ(done_, "change[]0 ");
+    EXPECT_EQ(Asked(), Lines{});
     machine_.tray.Send(tray_message::RightButtonUp);
     EXPECT_EQ(machine_.calls.Count("tray.Popup"), 1);
 }
@@ -68,7 +68,7 @@ TEST_F(NotifyIconTest, DoubleClickIsTheDefaultEntryAndRightClickTheMenu) {
 TEST_F(NotifyIconTest, FavoritesKeepTheirRowsAndEachChangeIsWritten) {
     record_.LastSelectedWallpaper = "/pics/A.png";
     Choose("Remove current wallpaper to favorites");
-    EXPECT_EQ(done_, "write ") << "also where nothing was to be removed";
+    EXPECT_EQ(Asked(), Lines{"program.WriteSettings"}) << "also where nothing was to be removed";
     EXPECT_EQ(record_.FavoritesSrcCnt(), 0);
     Choose("Add current wallpaper to favorites");
     ASSERT_EQ(record_.FavoritesSrcCnt(), 1);
@@ -82,7 +82,14 @@ TEST_F(NotifyIconTest, FavoritesKeepTheirRowsAndEachChangeIsWritten) {
     EXPECT_EQ(record_.BlacklistedSrcCnt(), 0);
     Choose("Add current wallpaper to blacklist");
     EXPECT_EQ(record_.BlacklistedSrcCnt(), 1);
-    EXPECT_EQ(done_, "write write write write write ");
+    EXPECT_EQ(Asked(), Lines(4, "program.WriteSettings"));
+}
+
+TEST_F(NotifyIconTest, NoWallpaperIsAddedToNoList) {
+    record_.LastSelectedWallpaper = " ";
+    Choose("Add current wallpaper to favorites");
+    Choose("Add current wallpaper to blacklist");
+    EXPECT_EQ(record_.FavoritesSrcCnt() + record_.BlacklistedSrcCnt(), 0);
 }
 
 TEST_F(NotifyIconTest, ExitSavesUnlessTheStartIsUnderWay) {
@@ -90,7 +97,7 @@ TEST_F(NotifyIconTest, ExitSavesUnlessTheStartIsUnderWay) {
     Choose("Exit");
     record_.Main_Exec = false;
     Choose("Exit");
-    EXPECT_EQ(done_, "release save ");
+    EXPECT_EQ(Asked(), (Lines{"program.ReleaseAndEnd", "program.SaveAndEnd"}));
 }
 
 TEST_F(NotifyIconTest, ShowsThePresentWallpaperInABalloon) {
