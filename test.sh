@@ -32,17 +32,18 @@ stage_asan() {
 
 stage_fuzz() {
     build linux-fuzz fuzzers || return 1
-    local target name
-    for target in build/linux-fuzz/fuzz_*; do
-        [ -x "$target" ] || continue
-        name=${target##*/fuzz_}
-        mkdir -p "build/linux-fuzz/corpus/$name"
-        echo "fuzzing $name"
-        "$target" -max_total_time="${QUORVANE_FUZZ_SECONDS:-30}" -rss_limit_mb=2048 -timeout=20 -print_final_stats=0 \
-            -verbosity=0 -artifact_prefix="build/linux-fuzz/$name-" "build/linux-fuzz/corpus/$name" \
-            $([ -d "fuzz/corpus/$name" ] && echo "fuzz/corpus/$name") || return 1
-    done
+    printf '%s\n' build/linux-fuzz/fuzz_* | grep -v '\.' | xargs -P "$(nproc)" -I {} bash -c 'fuzz {}'
 }
+
+# One target over its corpora, the grown one and the committed one; what it found wrong lies beside it.
+fuzz() {
+    local name=${1##*/fuzz_} grown=build/linux-fuzz/corpus/${1##*/fuzz_}
+    mkdir -p "$grown"
+    echo "fuzzing $name"
+    "$1" -max_total_time="${QUORVANE_FUZZ_SECONDS:-30}" -rss_limit_mb=2048 -timeout=20 -print_final_stats=0 \
+        -verbosity=0 -artifact_prefix="build/linux-fuzz/$name-" "$grown" $([ -d "fuzz/corpus/$name" ] && echo "fuzz/corpus/$name")
+}
+export -f fuzz
 
 # Without Wine the programs are built all the same, and windows_test.sh says that they were not run.
 stage_windows() {

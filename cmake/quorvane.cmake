@@ -34,6 +34,8 @@ function(quorvane_test name)
   string(REPLACE "/" "_" target ${name})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
   quorvane_program(test_${target} ${sources})
+  # Half a build's time went into optimising assertions; what is tested keeps its optimisation.
+  target_compile_options(test_${target} PRIVATE -O0)
   target_link_libraries(test_${target} PRIVATE ${arg_DEPENDS} GTest::gtest GTest::gtest_main)
   add_test(NAME ${target} COMMAND test_${target} --gtest_brief=1)
   set_tests_properties(${target} PROPERTIES TIMEOUT 300)
