@@ -28,14 +28,16 @@ function(quorvane_program name)
   endif()
 endfunction()
 
-# quorvane_test(NAME [DEPENDS target...]): tests/NAME/*.cpp as one GoogleTest program and one ctest entry.
+# quorvane_test(NAME [OPTIMISED] [DEPENDS target...]): tests/NAME/*.cpp as one GoogleTest program and one ctest
+# entry. Half a build's time went into optimising assertions, so only a test that computes much itself is OPTIMISED.
 function(quorvane_test name)
-  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  cmake_parse_arguments(arg "OPTIMISED" "" "DEPENDS" ${ARGN})
   string(REPLACE "/" "_" target ${name})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
   quorvane_program(test_${target} ${sources})
-  # Half a build's time went into optimising assertions; what is tested keeps its optimisation.
-  target_compile_options(test_${target} PRIVATE -O0)
+  if(NOT arg_OPTIMISED)
+    target_compile_options(test_${target} PRIVATE -O0)
+  endif()
   target_link_libraries(test_${target} PRIVATE ${arg_DEPENDS} GTest::gtest GTest::gtest_main)
   add_test(NAME ${target} COMMAND test_${target} --gtest_brief=1)
   set_tests_properties(${target} PROPERTIES TIMEOUT 300)

@@ -1,26 +1,11 @@
-#include "cli/commands.h"
+#include "tests/cli/run.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 namespace quorvane::cli {
 namespace {
-
-struct Ran {
-    int status = 0;
-    std::string out;
-};
-
-Ran RunWords(const std::vector<std::string>& words, const std::string& input = "") {
-    std::istringstream in(input);
-    std::ostringstream out;
-    std::ostringstream err;
-    Streams streams{in, out, err};
-    const int status = RunCommand(AllCommands(), words, streams);
-    return {status, out.str()};
-}
 
 TEST(WeekCommand, BatchKeepsOneLineForEachInput) {
     const Ran ran = RunWords({"week", "--json", "-"}, "2026-01-01\n2026-02-29\n1804-12-31\n");

@@ -1,19 +1,11 @@
-#include "cli/command.h"
+#include "tests/cli/run.h"
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 namespace quorvane::cli {
 namespace {
 
-struct Ran {
-    int status = 0;
-    std::string out;
-    std::string err;
-};
-
-Ran RunWords(const std::vector<std::string>& words, const std::string& input = "") {
+Ran RunEcho(const std::vector<std::string>& words, const std::string& input = "") {
     const std::vector<Command> commands{
         {"echo",
          "echo [--at T] [--times N] TEXT|-",
@@ -30,17 +22,12 @@ Ran RunWords(const std::vector<std::string>& words, const std::string& input = "
                  return Done;
              });
          }}};
-    std::istringstream in(input);
-    std::ostringstream out;
-    std::ostringstream err;
-    Streams streams{in, out, err};
-    const int status = RunCommand(commands, words, streams);
-    return {status, out.str(), err.str()};
+    return cli::RunWords(words, input, commands);
 }
 
 TEST(Command, StatusesTellDoneRefusedAndWrongUsage) {
-    EXPECT_EQ(RunWords({"echo", "hi"}).status, Done);
-    const Ran refused = RunWords({"echo", "bad"});
+    EXPECT_EQ(RunEcho({"echo", "hi"}).status, Done);
+    const Ran refused = RunEcho({"echo", "bad"});
     EXPECT_EQ(refused.status, Refused);
     EXPECT_EQ(refused.err, "quorvanectl: no bad text\n");
     for (const std::vector<std::string>& words :
@@ -53,20 +40,20 @@ TEST(Command, StatusesTellDoneRefusedAndWrongUsage) {
                                                {"echo", "a", "--at", "tomorrow"},
                                                {"echo", "a", "--times", "1.5"},
                                                {"echo", "a", "--loud=1"}}) {
-        const Ran wrong = RunWords(words);
+        const Ran wrong = RunEcho(words);
         EXPECT_EQ(wrong.status, WrongUsage);
         EXPECT_NE(wrong.err.find("usage: quorvanectl"), std::string::npos);
     }
 }
 
 TEST(Command, OptionsStandAnywhereAndABatchKeepsItsOrder) {
-    EXPECT_EQ(RunWords({"echo", "--at=2026-11-21 13:00:00", "a", "--times", "2", "--loud"}).out, "a!@13x2\n");
-    EXPECT_EQ(RunWords({"echo", "--", "--json"}).out, "--json\n");
-    EXPECT_EQ(RunWords({"echo", "-"}, "one\n\nthree\r\nlast").out, "one\n\nthree\nlast\n");
-    const Ran batch = RunWords({"echo", "-"}, "one\nbad\nthree\n");
+    EXPECT_EQ(RunEcho({"echo", "--at=2026-11-21 13:00:00", "a", "--times", "2", "--loud"}).out, "a!@13x2\n");
+    EXPECT_EQ(RunEcho({"echo", "--", "--json"}).out, "--json\n");
+    EXPECT_EQ(RunEcho({"echo", "-"}, "one\n\nthree\r\nlast").out, "one\n\nthree\nlast\n");
+    const Ran batch = RunEcho({"echo", "-"}, "one\nbad\nthree\n");
     EXPECT_EQ(batch.status, Done);
     EXPECT_EQ(batch.out, "one\n\nthree\n");
-    EXPECT_EQ(RunWords({"echo", "--", "--(1)"}).out, RunWords({"echo", "--(1)"}).out);
+    EXPECT_EQ(RunEcho({"echo", "--", "--(1)"}).out, RunEcho({"echo", "--(1)"}).out);
 }
 
 TEST(Command, DatesAreThoseOfTheCalendar) {

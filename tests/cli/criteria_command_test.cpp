@@ -1,27 +1,14 @@
-#include "cli/commands.h"
+#include "tests/cli/run.h"
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 namespace quorvane::cli {
 namespace {
 
-struct Ran {
-    int status = 0;
-    std::string out;
-    std::string err;
-};
-
 Ran RunCriteria(std::vector<std::string> words, const std::string& input = "") {
     words.insert(words.begin(), "criteria");
     words.insert(words.end(), {"--at", "2026-11-21 12:30:45"});
-    std::istringstream in(input);
-    std::ostringstream out;
-    std::ostringstream err;
-    Streams streams{in, out, err};
-    const int status = RunCommand({CriteriaCommand()}, words, streams);
-    return {status, out.str(), err.str()};
+    return RunWords(words, input);
 }
 
 TEST(CriteriaCommand, CompilesOrSaysWhyNot) {

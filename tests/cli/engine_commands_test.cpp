@@ -1,4 +1,4 @@
-#include "cli/commands.h"
+#include "tests/cli/run.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <sstream>
 
 namespace quorvane::cli {
 namespace {
@@ -30,41 +29,28 @@ class EngineCommands : public testing::Test {
     ~EngineCommands() override { fs::remove_all(folder_); }
 
     int Run(const std::vector<std::string>& words) {
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        Streams streams{in, out, err};
-        const int status = RunCommand(AllCommands(), words, streams);
-        out_ = out.str();
-        return status;
-    }
-
-    std::vector<std::string> Lines() const {
-        std::vector<std::string> lines;
-        std::istringstream text(out_);
-        for (std::string line; std::getline(text, line);) {
-            lines.push_back(line);
-        }
-        return lines;
+        ran_ = RunWords(words);
+        return ran_.status;
     }
 
     std::string Path(const std::string& name) const { return (folder_ / name).make_preferred().string(); }
 
     fs::path folder_;
-    std::string out_;
+    Ran ran_;
 };
 
 using Paths = std::vector<std::string>;
 
 TEST_F(EngineCommands, ScanListsTheDeepestFolderFirst) {
     EXPECT_EQ(Run({"scan", "--pattern", "*.jpg", "--level", "inf", folder_.string()}), Done);
-    EXPECT_EQ(Lines(), (Paths{Path("one/two/d.jpg"), Path("one/c.jpg"), Path("a.JPG")}));
+    EXPECT_EQ(ran_.Lines(), (Paths{Path("one/two/d.jpg"), Path("one/c.jpg"), Path("a.JPG")}));
     EXPECT_EQ(Run({"scan", Path("")}), Done);
-    const auto lines = Lines();
+    const auto lines = ran_.Lines();
     EXPECT_EQ(std::set<std::string>(lines.begin(), lines.end()),
               (std::set<std::string>{Path("a.JPG"), Path("b.png"), Path("none.reg")}));
     EXPECT_EQ(Run({"scan", "--json", "--pattern=*.png", folder_.string()}), Done);
-    EXPECT_EQ(out_.rfind("{\"files\": [" + JsonText(Path("b.png")) + "], \"seconds\": 0", 0), 0U) << out_;
+    EXPECT_EQ(ran_.out.rfind("{\"files\": [" + JsonText(Path("b.png")) + "], \"seconds\": 0", 0), 0U)
+        << ran_.out;
     EXPECT_EQ(Run({"scan", Path("gone")}), Refused);
     EXPECT_EQ(Run({"scan", Path("b.png")}), Refused);
     EXPECT_EQ(Run({"scan"}), WrongUsage);
@@ -83,20 +69,20 @@ TEST_F(EngineCommands, DrawFollowsItsSeedAndNeverRepeats) {
         return more;
     };
     ASSERT_EQ(Run(words({"--seed", "7", "--count", "40"})), Done);
-    const auto picks = Lines();
+    const auto picks = ran_.Lines();
     ASSERT_EQ(picks.size(), 40U);
     EXPECT_EQ(std::adjacent_find(picks.begin(), picks.end()), picks.end());
     EXPECT_EQ(std::set<std::string>(picks.begin(), picks.end()),
               (std::set<std::string>{Path("a.JPG"), Path("one/c.jpg"), Path("one/two/d.jpg")}));
     Run(words({"--count", "40", "--seed", "7", "--set", "General\\Rescan wallpaper sources=0"}));
-    EXPECT_EQ(Lines(), picks);
+    EXPECT_EQ(ran_.Lines(), picks);
     Run(words({"--count", "40", "--seed", "8"}));
-    EXPECT_NE(Lines(), picks);
+    EXPECT_NE(ran_.Lines(), picks);
     Run(words({"--json", "--seed=7"}));
-    EXPECT_EQ(out_, "{\"picks\": [" + JsonText(picks[0]) + "]}\n");
+    EXPECT_EQ(ran_.out, "{\"picks\": [" + JsonText(picks[0]) + "]}\n");
     Run({"draw", "--settings", Path("none.reg"), "--count", "2", "--set",
          "Wallpaper sources\\Wallpaper sources counter=0"});
-    EXPECT_EQ(out_, "\n\n") << "nothing to choose";
+    EXPECT_EQ(ran_.out, "\n\n") << "nothing to choose";
     EXPECT_EQ(Run({"draw", "--count", "-1"}), WrongUsage);
 }
 
@@ -138,12 +124,12 @@ TEST_F(EngineCommands, RenderPlacesAPictureOnItsBackground) {
                     "General\\Use gradient background fill=1", "--set", "Colors\\Right Upper color=0xFF"});
     };
     ASSERT_EQ(render("out.bmp", "40x20"), Done);
-    EXPECT_EQ(out_.rfind("{\"out\": " + JsonText(Path("out.bmp")) +
-                             ", \"width\": 44, \"height\": 24, \"picture\": " + JsonText(Path("green.bmp")) +
-                             ", \"calendar\": {\"x\": 0",
-                         0),
+    EXPECT_EQ(ran_.out.rfind("{\"out\": " + JsonText(Path("out.bmp")) +
+                                 ", \"width\": 44, \"height\": 24, \"picture\": " +
+                                 JsonText(Path("green.bmp")) + ", \"calendar\": {\"x\": 0",
+                             0),
               0U)
-        << out_;
+        << ran_.out;
     // 20 of 40 columns, times 24 / 20: from 12 to 36. Beside it red grows from 0 to 255 in 24 rows.
     const auto pixel = [&](int x, int y) { return FilePixel(folder_ / "out.bmp", 44, 24, x, y); };
     EXPECT_EQ(pixel(12, 0), (std::vector<int>{1, 200, 2}));
@@ -174,7 +160,7 @@ TEST_F(EngineCommands, RenderPutsTheCalendarWhereItSays) {
                     "--set",      "Colors\\Calendar background color=0x102030"});
     };
     ASSERT_EQ(render("1"), Done);
-    EXPECT_NE(out_.find("\"calendar\": {\"x\": 0, \"y\": 0, \"width\": "), std::string::npos) << out_;
+    EXPECT_NE(ran_.out.find("\"calendar\": {\"x\": 0, \"y\": 0, \"width\": "), std::string::npos) << ran_.out;
     EXPECT_EQ(FilePixel(folder_ / "out.bmp", 804, 604, 1, 1), (std::vector<int>{0x10, 0x20, 0x30}));
     EXPECT_EQ(FilePixel(folder_ / "out.bmp", 804, 604, 803, 603), (std::vector<int>{0, 0, 0}));
 }

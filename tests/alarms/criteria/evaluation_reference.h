@@ -2,6 +2,7 @@
 
 #include "alarms/criteria/instruction.h"
 #include "alarms/criteria/moment.h"
+#include "alarms/criteria/program.h"
 #include "core/text.h"
 
 #include <cstddef>
@@ -94,6 +95,13 @@ inline bool TestCriteria(std::string_view compiled, const CriteriaMoment& moment
     bool result = false;
     PassOver([&] { result = Arrays(top).Evaluate(compiled, moment, memory); });
     return result;
+}
+
+// Whether the decoded program answers as the arrays do and leaves the same entries; each way has its memory.
+inline bool Agree(std::string_view compiled, const CriteriaMoment& moment, CriteriaMemory& memory,
+                  CriteriaMemory& slowMemory, int top = 10000) {
+    const bool answer = quorvane::TestCriteria(compiled, moment, memory);
+    return answer == TestCriteria(compiled, moment, slowMemory, top) && memory.entries == slowMemory.entries;
 }
 
 } // namespace quorvane::reference

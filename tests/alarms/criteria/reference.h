@@ -1,7 +1,9 @@
 #pragma once
 
 #include "alarms/criteria/analyser.h"
+#include "alarms/criteria/generation.h"
 #include "alarms/criteria/grammar.h"
+#include "alarms/criteria/rewriting.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -146,6 +148,24 @@ inline std::optional<std::vector<Production>> Rewrite(std::vector<Production> li
         }
     }
     return std::nullopt;
+}
+
+// What the analyser and the rewriting do otherwise than the slow way, which ended as `slow`; empty where they
+// agree.
+inline std::string Difference(const std::string& leksems, std::size_t stackEntries, const Derivation& slow) {
+    Derivation fast = AnalyseLeksems(leksems, stackEntries);
+    if (fast.outcome != slow.outcome) return "the outcome";
+    if (fast.furthest != slow.furthest) return "the furthest leksem";
+    if (fast.outcome != Derivation::Outcome::Accepted) return "";
+    if (fast.productions != slow.productions) return "the derivation";
+
+    NumberValues(fast.productions);
+    const auto rewritten = Rewrite(fast.productions);
+    auto prefix = PrefixOrder(fast.productions);
+    for (Production& production : prefix) {
+        if (IsOperatorRow(production)) production.alternative = 2; // as the merged node is called
+    }
+    return rewritten && prefix == *rewritten ? "" : "the prefix order";
 }
 
 } // namespace quorvane::reference

@@ -1,4 +1,4 @@
-#include "cli/commands.h"
+#include "tests/cli/run.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
 namespace quorvane::cli {
 namespace {
@@ -18,18 +17,12 @@ class SettingsCommandTest : public testing::Test {
 
     int Run(std::vector<std::string> words, const std::string& input = "") {
         words.insert(words.begin(), "settings");
-        std::istringstream in(input);
-        std::ostringstream outStream;
-        std::ostringstream errStream;
-        Streams streams{in, outStream, errStream};
-        const int status = RunCommand(AllCommands(), words, streams);
-        out = outStream.str();
-        err = errStream.str();
-        return status;
+        ran = RunWords(words, input);
+        return ran.status;
     }
     std::string Get(const std::string& setting) {
         Run({"get", setting});
-        return out;
+        return ran.out;
     }
     std::string InFolder(const char* name) const { return folder.Path().string() + "/" + name; }
     std::string Content(const std::string& path) const {
@@ -38,8 +31,7 @@ class SettingsCommandTest : public testing::Test {
     }
 
     test::TemporaryFolder folder;
-    std::string out;
-    std::string err;
+    Ran ran;
 };
 
 TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
@@ -57,15 +49,15 @@ TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
         {"Favorites\\Is active favorites source #1", "False", R"("type": "text", "data": "False")"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(Run({"set", row.setting, row.data}), Done) << err;
-        EXPECT_EQ(Run({"get", "--json", row.setting}), Done) << err;
-        EXPECT_NE(out.find(row.json), std::string::npos) << out;
+        EXPECT_EQ(Run({"set", row.setting, row.data}), Done) << ran.err;
+        EXPECT_EQ(Run({"get", "--json", row.setting}), Done) << ran.err;
+        EXPECT_NE(ran.out.find(row.json), std::string::npos) << ran.out;
     }
     EXPECT_EQ(Run({"get", "-"}, "General\\Wallpaper position\nnonsense\nGeneral\\Scan time\n"), Done);
-    EXPECT_EQ(out, "4\n\n2.5\n");
+    EXPECT_EQ(ran.out, "4\n\n2.5\n");
     EXPECT_EQ(Run({"list", "general"}), Done);
-    EXPECT_EQ(out, "general\\Paint calendar=-1\ngeneral\\Scan time=2.5\ngeneral\\Wallpaper position=4\n"
-                   "general\\Week name=\n");
+    EXPECT_EQ(ran.out, "general\\Paint calendar=-1\ngeneral\\Scan time=2.5\ngeneral\\Wallpaper position=4\n"
+                       "general\\Week name=\n");
 }
 
 TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
@@ -82,7 +74,7 @@ TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
                                                         {"export", "/no/such/folder/file"}};
     for (const auto& words : refused) {
         EXPECT_EQ(Run(words), Refused) << words[1];
-        EXPECT_FALSE(err.empty());
+        EXPECT_FALSE(ran.err.empty());
     }
     const std::vector<std::vector<std::string>> wrong{{},
                                                       {"burn"},
@@ -92,9 +84,9 @@ TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
                                                       {"list", "--set", "General\\Wallpaper"},
                                                       {"set", "--set", "Colors\\x=1", "Colors\\x", "1"}};
     for (const auto& words : wrong)
-        EXPECT_EQ(Run(words), WrongUsage) << err;
+        EXPECT_EQ(Run(words), WrongUsage) << ran.err;
     EXPECT_EQ(Run({"list"}), Done);
-    EXPECT_EQ(out, "") << "nothing was written";
+    EXPECT_EQ(ran.out, "") << "nothing was written";
 }
 
 TEST_F(SettingsCommandTest, ExportsAndImportsTheStoredTree) {
@@ -112,12 +104,12 @@ TEST_F(SettingsCommandTest, ExportsAndImportsTheStoredTree) {
     EXPECT_EQ(Content(wide).substr(0, 4), std::string("\xFF\xFEW\0", 4));
     for (const std::string& file : {plain, wide}) {
         Run({"set", "General\\Wallpaper", "other"});
-        EXPECT_EQ(Run({"import", file}), Done) << err;
+        EXPECT_EQ(Run({"import", file}), Done) << ran.err;
         EXPECT_EQ(Get("General\\Wallpaper"), "/\xC3\xA4/w.bmp\n");
     }
     std::ofstream(plain, std::ios::app) << "\"Wallpaper\"=\"changed\"\n\"x\"=dword:xyz\n";
     EXPECT_EQ(Run({"import", plain}), Refused);
-    EXPECT_NE(err.find(plain + ", line 9: "), std::string::npos) << err;
+    EXPECT_NE(ran.err.find(plain + ", line 9: "), std::string::npos) << ran.err;
     EXPECT_EQ(Get("General\\Wallpaper"), "/\xC3\xA4/w.bmp\n");
 }
 
@@ -126,12 +118,12 @@ TEST_F(SettingsCommandTest, AFileAndSingleValuesLeaveTheStoredTreeAlone) {
     const std::string file = InFolder("settings.reg");
     std::ofstream(file) << "Windows Registry Editor Version 5.00\n[HKCU\\Software\\Quorvane\\General]\n"
                            "\"Wallpaper\"=\"from the file\"\n[HKCU\\Control Panel\\Colors]\n\"x\"=\"y\"\n";
-    EXPECT_EQ(Run({"get", "--settings", file, "General\\Wallpaper"}), Done) << err;
-    EXPECT_EQ(out, "from the file\n");
+    EXPECT_EQ(Run({"get", "--settings", file, "General\\Wallpaper"}), Done) << ran.err;
+    EXPECT_EQ(ran.out, "from the file\n");
     EXPECT_EQ(Run({"list", "--set", "General\\Week name=#=", "--set", "General\\Calendar position=9"}), Done);
-    EXPECT_EQ(out, "General\\Calendar position=9\nGeneral\\Wallpaper=stored\nGeneral\\Week name=#=\n");
+    EXPECT_EQ(ran.out, "General\\Calendar position=9\nGeneral\\Wallpaper=stored\nGeneral\\Week name=#=\n");
     EXPECT_EQ(Run({"list"}), Done);
-    EXPECT_EQ(out, "General\\Wallpaper=stored\n");
+    EXPECT_EQ(ran.out, "General\\Wallpaper=stored\n");
 }
 
 } // namespace
