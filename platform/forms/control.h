@@ -77,7 +77,7 @@ class ControlVisitor {
 enum class Aspect {
     Value,   // text, number, choice, check, date, selection, painted surface
     Caption, // also the captions of tabs
-    Items,   // entries, rows, columns, range
+    Items,   // entries, columns, range
     State,   // visible, enabled, read-only
     Look,    // font, colours, tool tip
     Bounds,

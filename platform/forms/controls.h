@@ -229,19 +229,22 @@ class ListView : public Control {
     const std::vector<RowData>& Rows() const { return rows_; }
     int RowCount() const { return static_cast<int>(rows_.size()); }
     // Row numbers outside the list throw SubscriptOutOfRange. Replacing the rows, or removing the chosen one,
-    // chooses none and raises nothing.
+    // chooses none and raises nothing. The host is told of the rows that changed and of no others.
     void SetRows(std::vector<RowData> rows);
     int AddRow(RowData row);
+    void InsertRow(int row, RowData data); // in front of that row, or behind the last
     void RemoveRow(int row);
     void SetCell(int row, int column, std::string text);
     void SetChecked(int row, bool checked);
     int SelectedRow() const { return selected_; } // -1 for none
     void SelectRow(int row);
 
-    std::function<void()> onItemClick;        // another row is chosen
+    std::function<void()> onItemClick;        // another row is chosen; the keyboard alone chooses none
     std::function<void(int row)> onItemCheck; // a row's box changed
     int lines = 8;                            // preferred height in rows
 
+    // A row's part of ValueText: its box and its cells.
+    std::string RowText(int row) const;
     std::string ValueText() const override;
 
   protected:
@@ -249,6 +252,7 @@ class ListView : public Control {
 
   private:
     RowData& At(int row);
+    void RowsChanged(int first, int removed, int inserted);
 
     std::vector<Column> columns_;
     bool checkBoxes_ = false;

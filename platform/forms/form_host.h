@@ -18,6 +18,14 @@ enum class FormAspect {
     Window, // border style, menu bar, minimised
 };
 
+// Rows of a list view that became other ones: where `removed` rows began at `first` there are `inserted` ones
+// now. As many of each are rows that stayed and changed.
+struct RowChange {
+    int first = 0;
+    int removed = 0;
+    int inserted = 0;
+};
+
 // A host's half of one form: the window and its widgets. It knows kinds and never a particular form, mirrors
 // what the model says, and reports what a person does by Form::Report; while it applies a change of the model
 // it reports nothing. Destroyed when the form is unloaded, possibly inside one of its own reports.
@@ -30,6 +38,9 @@ class FormView {
     virtual void Hide() = 0;
     virtual void BringToFront() = 0;
     virtual void Update(Control& control, Aspect aspect) = 0;
+    // The rows of a list view, and with them where the chosen one stands. Aspect::Items of a list view are
+    // its columns and check boxes, Aspect::Value is the chosen row.
+    virtual void UpdateRows(ListView& list, const RowChange& change) = 0;
     virtual void UpdateForm(FormAspect aspect) = 0;
     virtual void Focus(Control& control) = 0;
     // Opens the menu at the pointer and waits until it is closed.

@@ -1,6 +1,7 @@
 #include "core/run_time_error.h"
 #include "core/utf8.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/form.h"
 
 namespace quorvane {
 
@@ -12,7 +13,12 @@ ListView::RowData& ListView::At(int row) {
     return rows_[static_cast<std::size_t>(row)];
 }
 
+void ListView::RowsChanged(int first, int removed, int inserted) {
+    if (FormView* view = OwnerForm().View()) view->UpdateRows(*this, {first, removed, inserted});
+}
+
 void ListView::SetColumns(std::vector<Column> columns) {
+    if (columns == columns_) return;
     columns_ = std::move(columns);
     ChangedInSize(Aspect::Items);
 }
@@ -24,15 +30,22 @@ void ListView::SetCheckBoxes(bool shown) {
 }
 
 void ListView::SetRows(std::vector<RowData> rows) {
+    const int before = RowCount();
     rows_ = std::move(rows);
     selected_ = -1;
-    Changed(Aspect::Items);
+    RowsChanged(0, before, RowCount());
 }
 
 int ListView::AddRow(RowData row) {
-    rows_.push_back(std::move(row));
-    Changed(Aspect::Items);
+    InsertRow(RowCount(), std::move(row));
     return RowCount() - 1;
+}
+
+void ListView::InsertRow(int row, RowData data) {
+    if (row < 0 || row > RowCount()) throw RunTimeError::SubscriptOutOfRange();
+    rows_.insert(rows_.begin() + row, std::move(data));
+    if (selected_ >= row) ++selected_;
+    RowsChanged(row, 0, 1);
 }
 
 void ListView::RemoveRow(int row) {
@@ -43,7 +56,7 @@ void ListView::RemoveRow(int row) {
     } else if (selected_ > row) {
         --selected_;
     }
-    Changed(Aspect::Items);
+    RowsChanged(row, 1, 0);
 }
 
 void ListView::SetCell(int row, int column, std::string text) {
@@ -53,14 +66,14 @@ void ListView::SetCell(int row, int column, std::string text) {
     if (data.cells.size() <= at) data.cells.resize(at + 1);
     if (data.cells[at] == text) return;
     data.cells[at] = std::move(text);
-    Changed(Aspect::Items);
+    RowsChanged(row, 1, 1);
 }
 
 void ListView::SetChecked(int row, bool checked) {
     RowData& data = At(row);
     if (data.checked == checked) return;
     data.checked = checked;
-    Changed(Aspect::Value);
+    RowsChanged(row, 1, 1);
     if (onItemCheck) {
         const auto handler = onItemCheck;
         handler(row);
@@ -75,21 +88,30 @@ void ListView::SelectRow(int row) {
     Raise(onItemClick);
 }
 
+std::string ListView::RowText(int row) const {
+    const RowData& data = rows_[static_cast<std::size_t>(row)];
+    std::string text = checkBoxes_ ? (data.checked ? " [x] " : " [ ] ") : " ";
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (i > 0) text += '|';
+        text += Quoted(i < data.cells.size() ? data.cells[i] : std::string());
+    }
+    return text;
+}
+
 std::string ListView::ValueText() const {
     std::string text = std::to_string(selected_);
-    for (const RowData& row : rows_) {
-        text += checkBoxes_ ? (row.checked ? " [x] " : " [ ] ") : " ";
-        for (std::size_t i = 0; i < columns_.size(); ++i) {
-            if (i > 0) text += '|';
-            text += Quoted(i < row.cells.size() ? row.cells[i] : std::string());
-        }
-    }
+    for (int row = 0; row < RowCount(); ++row)
+        text += RowText(row);
     return text;
 }
 
 bool ListView::Take(const Act& done) {
     if (const auto* choose = std::get_if<act::Choose>(&done)) {
-        SelectRow(choose->index);
+        if (choose->index >= 0) {
+            SelectRow(choose->index);
+        } else {
+            Changed(Aspect::Value); // a person who points beside the rows chooses no other
+        }
         return true;
     }
     const auto* check = std::get_if<act::Check>(&done);

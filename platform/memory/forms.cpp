@@ -2,6 +2,7 @@
 
 #include "core/utf8.h"
 #include "platform/event_loop.h"
+#include "platform/forms/controls.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +12,8 @@ namespace quorvane {
 MemoryFormView::MemoryFormView(MemoryFormHost& host, Form& form)
     : host_(host)
     , form_(form) {
-    for (const Control* control : form.Controls())
-        shown_[control] = control->ValueText();
+    for (Control* control : form.Controls())
+        Update(*control, Aspect::Items);
 }
 
 MemoryFormView::~MemoryFormView() {
@@ -32,8 +33,31 @@ void MemoryFormView::BringToFront() {
 }
 
 void MemoryFormView::Update(Control& control, Aspect aspect) {
-    if (aspect == Aspect::Value || aspect == Aspect::Items || aspect == Aspect::Caption)
+    if (aspect != Aspect::Value && aspect != Aspect::Items && aspect != Aspect::Caption) return;
+    const auto* list = dynamic_cast<const ListView*>(&control);
+    if (!list) {
         shown_[&control] = control.ValueText();
+        return;
+    }
+    ShownRows& rows = shownRows_[list];
+    const int known = static_cast<int>(rows.texts.size());
+    if (aspect == Aspect::Items) ShowRows(*list, {0, known, known > 0 ? known : list->RowCount()});
+    rows.selected = list->SelectedRow();
+}
+
+void MemoryFormView::UpdateRows(ListView& list, const RowChange& change) {
+    ShowRows(list, change);
+}
+
+void MemoryFormView::ShowRows(const ListView& list, const RowChange& change) {
+    ShownRows& rows = shownRows_[&list];
+    const auto first = rows.texts.begin() + change.first;
+    rows.texts.erase(first, first + change.removed);
+    std::vector<std::string> fresh;
+    for (int row = change.first; row < change.first + change.inserted; ++row)
+        fresh.push_back(list.RowText(row));
+    rows.texts.insert(rows.texts.begin() + change.first, fresh.begin(), fresh.end());
+    rows.selected = list.SelectedRow();
 }
 
 void MemoryFormView::UpdateForm(FormAspect aspect) {
@@ -64,11 +88,17 @@ std::uintptr_t MemoryFormView::NativeHandle(Control&) {
 bool MemoryFormView::Do(Form& form, Control* control, const Act& done) {
     const bool usedUp = form.Report(control, done);
     auto* view = static_cast<MemoryFormView*>(form.View());
-    if (view && control) view->shown_[control] = control->ValueText(); // a widget holds what was done to it
+    if (view && control) view->Update(*control, Aspect::Value); // a widget holds what was done to it
     return usedUp;
 }
 
 std::string MemoryFormView::Shown(const Control& control) const {
+    if (const auto list = shownRows_.find(&control); list != shownRows_.end()) {
+        std::string text = std::to_string(list->second.selected);
+        for (const std::string& row : list->second.texts)
+            text += row;
+        return text;
+    }
     const auto found = shown_.find(&control);
     return found == shown_.end() ? std::string() : found->second;
 }

@@ -6,6 +6,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace quorvane {
 
@@ -21,6 +22,7 @@ class MemoryFormView final : public FormView {
     void Hide() override;
     void BringToFront() override;
     void Update(Control& control, Aspect aspect) override;
+    void UpdateRows(ListView& list, const RowChange& change) override;
     void UpdateForm(FormAspect aspect) override;
     void Focus(Control& control) override;
     void Popup(Menu& menu) override;
@@ -35,7 +37,15 @@ class MemoryFormView final : public FormView {
   private:
     MemoryFormHost& host_;
     Form& form_;
+    // What a list's widget holds: the rows as it was told of them, one by one.
+    struct ShownRows {
+        std::vector<std::string> texts;
+        int selected = -1;
+    };
+    void ShowRows(const ListView& list, const RowChange& change);
+
     std::map<const Control*, std::string> shown_;
+    std::map<const Control*, ShownRows> shownRows_;
 };
 
 // Texts have letters of a fixed width: 6 pixels across and 13 down at 8 points, 90 and 195 twips, in

@@ -156,6 +156,14 @@ void QtFormView::Update(Control& control, Aspect aspect) {
     CutOutSoon();
 }
 
+void QtFormView::UpdateRows(ListView& list, const RowChange& change) {
+    const auto found = parts_.find(&list);
+    if (found == parts_.end()) return;
+    const Applying applying(*this);
+    found->second->ShowRows(change);
+    CutOutSoon();
+}
+
 void QtFormView::UpdateForm(FormAspect aspect) {
     const Applying applying(*this);
     switch (aspect) {

@@ -25,6 +25,7 @@ class QtFormView final : public QObject, public FormView {
     void Hide() override;
     void BringToFront() override;
     void Update(Control& control, Aspect aspect) override;
+    void UpdateRows(ListView& list, const RowChange& change) override;
     void UpdateForm(FormAspect aspect) override;
     void Focus(Control& control) override;
     void Popup(Menu& menu) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/forms/controls.h"
+#include "platform/forms/form_host.h"
 
 #include <functional>
 #include <memory>
@@ -20,6 +21,7 @@ class Part {
     virtual QWidget* Inside() const { return Widget(); }
     virtual void ShowCaption() {}
     virtual void ShowItems() {}
+    virtual void ShowRows(const RowChange&) {} // of a list
     virtual void ShowValue() {}
     virtual void ShowState() {} // beyond visible and enabled
     virtual void ShowLook() {}  // beyond font, colours and tool tip

@@ -1,12 +1,10 @@
 #include "platform/linux/forms/parts_detail.h"
 
 #include <QComboBox>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextCursor>
 #include <QTextEdit>
-#include <QTreeWidget>
 #include <cstdlib>
 
 namespace quorvane {
@@ -114,73 +112,6 @@ class ComboPart final : public PartOf<ComboBox, QComboBox> {
     }
 };
 
-class ListPart final : public PartOf<ListView, QTreeWidget> {
-  public:
-    ListPart(ListView& control, QWidget* parent)
-        : PartOf(control, parent) {
-        widget_->setRootIsDecorated(false);
-        widget_->setUniformRowHeights(true);
-        widget_->setAllColumnsShowFocus(true);
-        widget_->setSelectionBehavior(QAbstractItemView::SelectRows);
-        widget_->setTabKeyNavigation(false);
-        widget_->header()->setStretchLastSection(true);
-        widget_->header()->setSectionsMovable(false);
-    }
-    void ShowItems() override {
-        const TwipScale scale = control_.OwnerForm().Host().Scale();
-        const auto& columns = control_.Columns();
-        if (widget_->columnCount() != static_cast<int>(columns.size()) || columns != shownColumns_) {
-            shownColumns_ = columns;
-            widget_->setColumnCount(static_cast<int>(columns.size()));
-            for (std::size_t i = 0; i < columns.size(); ++i) {
-                widget_->headerItem()->setText(static_cast<int>(i), ToWidgetText(columns[i].caption));
-                widget_->setColumnWidth(static_cast<int>(i), scale.PixelsX(columns[i].width));
-            }
-        }
-        while (widget_->topLevelItemCount() > control_.RowCount()) {
-            delete widget_->takeTopLevelItem(widget_->topLevelItemCount() - 1);
-        }
-        while (widget_->topLevelItemCount() < control_.RowCount()) {
-            widget_->addTopLevelItem(new QTreeWidgetItem);
-        }
-        for (int row = 0; row < control_.RowCount(); ++row)
-            ShowCells(row);
-        ShowValue();
-    }
-    void ShowValue() override {
-        for (int row = 0; row < control_.RowCount(); ++row)
-            ShowCheck(row);
-        const int selected = control_.SelectedRow();
-        if (widget_->indexOfTopLevelItem(widget_->currentItem()) == selected) return;
-        widget_->setCurrentItem(selected < 0 ? nullptr : widget_->topLevelItem(selected));
-        if (selected < 0) widget_->clearSelection();
-    }
-
-  private:
-    void ShowCells(int row) {
-        QTreeWidgetItem* item = widget_->topLevelItem(row);
-        const auto& cells = control_.Rows()[static_cast<std::size_t>(row)].cells;
-        for (std::size_t i = 0; i < control_.Columns().size(); ++i) {
-            const QString text = i < cells.size() ? ToWidgetText(cells[i]) : QString();
-            const int column = static_cast<int>(i);
-            if (item->text(column) != text) item->setText(column, text);
-        }
-    }
-    void ShowCheck(int row) {
-        QTreeWidgetItem* item = widget_->topLevelItem(row);
-        if (!control_.CheckBoxes()) {
-            if (item->data(0, Qt::CheckStateRole).isValid()) item->setData(0, Qt::CheckStateRole, QVariant());
-            return;
-        }
-        const bool checked = control_.Rows()[static_cast<std::size_t>(row)].checked;
-        const Qt::CheckState state = checked ? Qt::Checked : Qt::Unchecked;
-        if (!item->data(0, Qt::CheckStateRole).isValid() || item->checkState(0) != state)
-            item->setCheckState(0, state);
-    }
-
-    std::vector<ListView::Column> shownColumns_;
-};
-
 } // namespace
 
 void PartMaker::Visit(TextBox& control) {
@@ -230,24 +161,6 @@ void PartMaker::Visit(ComboBox& control) {
                        act::Type{FromWidgetText(text), FromWidgetPosition(text, line->cursorPosition()), 0});
             });
     }
-    part = std::move(made);
-}
-
-void PartMaker::Visit(ListView& control) {
-    auto made = std::make_unique<ListPart>(control, parent_);
-    QTreeWidget* widget = made->Shown();
-    QObject::connect(widget, &QTreeWidget::currentItemChanged, context_,
-                     [report = report_, widget, &control](QTreeWidgetItem* item) {
-                         report(control, act::Choose{widget->indexOfTopLevelItem(item)});
-                     });
-    QObject::connect(widget, &QTreeWidget::itemChanged, context_,
-                     [report = report_, widget, &control](QTreeWidgetItem* item, int column) {
-                         if (column != 0 || !control.CheckBoxes()) return;
-                         report(control, act::Check{item->checkState(0) == Qt::Checked,
-                                                    widget->indexOfTopLevelItem(item)});
-                     });
-    QObject::connect(widget, &QTreeWidget::itemDoubleClicked, context_,
-                     [report = report_, &control] { report(control, act::DoubleClick{}); });
     part = std::move(made);
 }
 

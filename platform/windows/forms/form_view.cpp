@@ -195,6 +195,11 @@ void WindowsFormView::Update(Control& control, Aspect aspect) {
     }
 }
 
+void WindowsFormView::UpdateRows(ListView& list, const RowChange& change) {
+    const Applying applying(*this);
+    if (Entry* entry = Find(list)) entry->widget->ShowRows(change);
+}
+
 void WindowsFormView::UpdateForm(FormAspect aspect) {
     const Applying applying(*this);
     switch (aspect) {

@@ -26,6 +26,7 @@ class WindowsFormView final : public FormView, public WidgetSite {
     void Hide() override;
     void BringToFront() override;
     void Update(Control& control, Aspect aspect) override;
+    void UpdateRows(ListView& list, const RowChange& change) override;
     void UpdateForm(FormAspect aspect) override;
     void Focus(Control& control) override;
     void Popup(Menu& menu) override;

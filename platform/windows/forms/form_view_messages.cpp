@@ -191,7 +191,7 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
             return answer;
         }
         if (used || !*alive) return 0;
-        return std::nullopt;
+        return widget.Hear(message, wide, low);
     }
     case WM_KEYUP: {
         const LRESULT answer = DefSubclassProc(widget.Window(), message, wide, low);
@@ -204,9 +204,9 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
             !widget.Keeps(static_cast<int>(wide))) {
             return 0;
         }
-        return std::nullopt;
+        return widget.Hear(message, wide, low);
     default:
-        return std::nullopt;
+        return widget.Hear(message, wide, low);
     }
 }
 

@@ -115,94 +115,6 @@ class ComboWidget final : public Widget {
     ComboBox& combo_;
 };
 
-class ListWidget final : public Widget {
-  public:
-    ListWidget(WidgetSite& site, ListView& model)
-        : Widget(site, model, WC_LISTVIEWW, WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                 WS_EX_CLIENTEDGE)
-        , list_(model) {}
-
-    void ShowCaption() override {}
-    void ShowItems() override {
-        SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
-        DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP;
-        if (list_.CheckBoxes()) extended |= LVS_EX_CHECKBOXES;
-        ListView_SetExtendedListViewStyle(window_, extended);
-        ShowColumns();
-        ListView_DeleteAllItems(window_);
-        for (int row = 0; row < list_.RowCount(); ++row)
-            InsertRow(row);
-        ShowValue();
-        SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-        InvalidateRect(window_, nullptr, TRUE);
-    }
-    void ShowValue() override {
-        for (int row = 0; row < std::min(list_.RowCount(), ListView_GetItemCount(window_)); ++row) {
-            const bool checked = list_.Rows()[static_cast<std::size_t>(row)].checked;
-            if (list_.CheckBoxes() && IsChecked(row) != checked)
-                ListView_SetCheckState(window_, row, checked);
-        }
-        const int shown = ListView_GetNextItem(window_, -1, LVNI_SELECTED);
-        if (shown == list_.SelectedRow()) return;
-        constexpr UINT Chosen = LVIS_SELECTED | LVIS_FOCUSED;
-        if (shown >= 0) ListView_SetItemState(window_, shown, 0, Chosen);
-        if (list_.SelectedRow() < 0) return;
-        ListView_SetItemState(window_, list_.SelectedRow(), Chosen, Chosen);
-        ListView_EnsureVisible(window_, list_.SelectedRow(), FALSE);
-    }
-    LRESULT OnNotify(NMHDR& header) override {
-        if (header.code != LVN_ITEMCHANGED) return 0;
-        const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-        if (!(change.uChanged & LVIF_STATE)) return 0;
-        const UINT boxes = change.uNewState & LVIS_STATEIMAGEMASK;
-        if (boxes && boxes != (change.uOldState & LVIS_STATEIMAGEMASK)) {
-            Report(act::Check{boxes == INDEXTOSTATEIMAGEMASK(2), change.iItem});
-        } else if ((change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED)) {
-            Report(act::Choose{change.iItem});
-        }
-        return 0;
-    }
-
-  private:
-    bool IsChecked(int row) const { return ListView_GetCheckState(window_, row) != 0; }
-
-    void ShowColumns() {
-        while (ListView_DeleteColumn(window_, 0)) {
-        }
-        int position = 0;
-        for (const ListView::Column& column : list_.Columns()) {
-            std::wstring caption = Wide(column.caption);
-            LVCOLUMNW data{};
-            data.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-            data.cx = site_.Scale().PixelsX(column.width);
-            data.pszText = caption.data();
-            data.iSubItem = position;
-            SendMessageW(window_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(position),
-                         reinterpret_cast<LPARAM>(&data));
-            ++position;
-        }
-    }
-
-    void InsertRow(int row) {
-        const ListView::RowData& data = list_.Rows()[static_cast<std::size_t>(row)];
-        LVITEMW item{};
-        item.iItem = row;
-        wchar_t nothing[] = L"";
-        item.mask = LVIF_TEXT;
-        item.pszText = nothing;
-        SendMessageW(window_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        for (const std::string& cell : data.cells) {
-            std::wstring text = Wide(cell);
-            item.pszText = text.data();
-            SendMessageW(window_, LVM_SETITEMTEXTW, static_cast<WPARAM>(row),
-                         reinterpret_cast<LPARAM>(&item));
-            ++item.iSubItem;
-        }
-    }
-
-    ListView& list_;
-};
-
 } // namespace
 
 void WidgetMaker::Visit(TextBox& control) {
@@ -215,10 +127,6 @@ void WidgetMaker::Visit(RichTextBox& control) {
 
 void WidgetMaker::Visit(ComboBox& control) {
     made = std::make_unique<ComboWidget>(site_, control);
-}
-
-void WidgetMaker::Visit(ListView& control) {
-    made = std::make_unique<ListWidget>(site_, control);
 }
 
 } // namespace quorvane

@@ -5,6 +5,7 @@
 #include "platform/windows/base/win32.h"
 
 #include <memory>
+#include <optional>
 
 namespace quorvane {
 
@@ -32,6 +33,7 @@ class Widget {
     virtual void ShowValue() {}
     virtual void ShowCaption();
     virtual void ShowItems() {}
+    virtual void ShowRows(const RowChange&) {} // of a list
     // Fonts and colours that a window message alone does not change.
     virtual void ShowLook() {}
     virtual void Place(const PixelRect& area);
@@ -42,6 +44,9 @@ class Widget {
     virtual void OnScroll(WORD) {}
     // The place of the caret may have changed.
     virtual void LookAtCaret() {}
+    // A message to the widget's window that its own procedure is about to see; an answer keeps it from that.
+    // The widget may be gone afterwards.
+    virtual std::optional<LRESULT> Hear(UINT, WPARAM, LPARAM) { return std::nullopt; }
     // The widget wants this key for itself, whatever the form would do with it.
     virtual bool Keeps(int) const { return false; }
     // Clicks come from the mouse alone, not from a notification.

@@ -320,6 +320,7 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
     EXPECT_FALSE(form.IsLoaded());
     form.Show();
     CheckMirror(form, hands, "when shown again");
+    CheckRows(form.lvwAlarms, hands);
     form.Unload();
 }
 

@@ -81,6 +81,9 @@ class Hands {
     virtual void Settle() = 0;
 };
 
+// Rows that come, go and change, below the check boxes and the chosen row. At a form that is shown.
+void CheckRows(ListView& list, Hands& hands);
+
 // Walks a person through the form, and code through its properties; the log and the dump must come out the
 // same at every host. Reports to GoogleTest.
 void CheckConformance(ConformanceForm& form, Hands& hands);

@@ -77,7 +77,16 @@ class WindowsHands final : public Hands {
         }
     }
     void CheckRow(ListView& list, int row) override {
-        ListView_SetCheckState(Window(list), row, !ListView_GetCheckState(Window(list), row));
+        const HWND window = Window(list);
+        RECT area{};
+        ListView_GetItemRect(window, row, &area, LVIR_BOUNDS);
+        LVHITTESTINFO hit{};
+        for (hit.pt = {area.left, area.top + 3}; hit.pt.x < area.right; ++hit.pt.x) {
+            SendMessageW(window, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+            if (hit.flags & LVHT_ONITEMSTATEICON) break;
+        }
+        SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(hit.pt.x + 3, hit.pt.y));
+        SendMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(hit.pt.x + 3, hit.pt.y));
     }
     void Step(RangeControl& control, int by) override {
         const WPARAM key = by > 0 ? VK_RIGHT : VK_LEFT;

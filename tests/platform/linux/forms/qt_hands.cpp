@@ -21,7 +21,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QTextEdit>
-#include <QTreeWidget>
+#include <QTreeView>
 
 namespace quorvane {
 
@@ -52,13 +52,16 @@ class Reader final : public ControlVisitor {
                 " of " + std::to_string(box->count());
     }
     void Visit(ListView& control) override {
-        const auto* list = As<QTreeWidget>();
-        value = std::to_string(list->indexOfTopLevelItem(list->currentItem()));
-        for (int row = 0; row < list->topLevelItemCount(); ++row) {
-            const QTreeWidgetItem* item = list->topLevelItem(row);
-            value += control.CheckBoxes() ? (item->checkState(0) == Qt::Checked ? " [x] " : " [ ] ") : " ";
-            for (int column = 0; column < list->columnCount(); ++column) {
-                value += (column > 0 ? "|" : "") + Quoted(item->text(column).toStdString());
+        const auto* list = As<QTreeView>();
+        const QAbstractItemModel& rows = *list->model();
+        const QModelIndexList chosen = list->selectionModel()->selectedRows();
+        value = std::to_string(chosen.empty() ? -1 : chosen.front().row());
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            const bool checked = rows.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
+            value += control.CheckBoxes() ? (checked ? " [x] " : " [ ] ") : " ";
+            for (int column = 0; column < rows.columnCount(); ++column) {
+                value +=
+                    (column > 0 ? "|" : "") + Quoted(rows.index(row, column).data().toString().toStdString());
             }
         }
     }
@@ -108,8 +111,8 @@ void QtHands::Click(Control& control) {
 }
 
 void QtHands::DoubleClick(Control& control) {
-    auto* list = As<QTreeWidget>(control);
-    const QRect row = list->visualItemRect(list->currentItem());
+    auto* list = As<QTreeView>(control);
+    const QRect row = list->visualRect(list->currentIndex());
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
 }
@@ -148,8 +151,8 @@ void QtHands::Choose(Control& control, int index) {
         QAbstractItemView* list = box->view();
         const QRect row = list->visualRect(box->model()->index(index, 0));
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
-    } else if (auto* list = As<QTreeWidget>(control)) {
-        const QRect row = list->visualItemRect(list->topLevelItem(index));
+    } else if (auto* list = As<QTreeView>(control)) {
+        const QRect row = list->visualRect(list->model()->index(index, 0));
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
     } else {
         auto* bar = WidgetOf(control)->findChild<QTabBar*>();
@@ -158,8 +161,8 @@ void QtHands::Choose(Control& control, int index) {
 }
 
 void QtHands::CheckRow(ListView& list, int row) {
-    auto* tree = As<QTreeWidget>(list);
-    const QRect place = tree->visualItemRect(tree->topLevelItem(row));
+    auto* tree = As<QTreeView>(list);
+    const QRect place = tree->visualRect(tree->model()->index(row, 0));
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, {place.left() + 10, place.center().y()});
 }
 

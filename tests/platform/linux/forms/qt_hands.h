@@ -2,7 +2,6 @@
 
 #include "tests/contracts/conformance/conformance.h"
 
-class QTreeWidget;
 class QWidget;
 
 namespace quorvane {
