@@ -1,5 +1,6 @@
 #include "calendar/ephemerides.h"
 #include "cli/commands.h"
+#include "cli/json.h"
 #include "cli/moment.h"
 #include "cli/zone.h"
 #include "core/numbers.h"

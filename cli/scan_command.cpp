@@ -1,4 +1,5 @@
 #include "cli/commands.h"
+#include "cli/json.h"
 #include "cli/no_events.h"
 
 #include "engine/folder_scan.h"

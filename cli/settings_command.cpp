@@ -1,4 +1,6 @@
+#include "cli/batch.h"
 #include "cli/commands.h"
+#include "cli/json.h"
 #include "cli/settings_source.h"
 
 #include "config/reg_file.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/command.h"
+#include "cli/arguments.h"
 #include "config/global_record.h"
 #include "platform/store.h"
 

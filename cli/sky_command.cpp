@@ -1,6 +1,7 @@
 #include "calendar/dates.h"
 #include "calendar/ephemerides.h"
 #include "cli/commands.h"
+#include "cli/json.h"
 #include "cli/moment.h"
 #include "cli/zone.h"
 #include "core/numbers.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/command.h"
+#include "cli/arguments.h"
 #include "platform/clock.h"
 
 namespace quorvane::cli {

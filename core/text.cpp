@@ -1,15 +1,12 @@
 #include "core/text.h"
 
-#include <algorithm>
-#include <cstdint>
+#include "core/utf8.h"
 
 namespace quorvane {
 namespace {
 
-using CodePoint = std::uint32_t;
-
 // Two-byte letters only, and only where both cases take two bytes, so that folding never changes a length.
-CodePoint LowerLetter(CodePoint c) {
+char32_t LowerLetter(char32_t c) {
     const bool latin1 = c >= 0xC0 && c <= 0xDE && c != 0xD7;
     const bool greek = c >= 0x391 && c <= 0x3A9 && c != 0x3A2;
     const bool cyrillic = c >= 0x410 && c <= 0x42F;
@@ -25,30 +22,12 @@ CodePoint LowerLetter(CodePoint c) {
     return c;
 }
 
-CodePoint UpperLetter(CodePoint c) {
-    for (const CodePoint distance : {32U, 80U, 1U}) {
+char32_t UpperLetter(char32_t c) {
+    for (const char32_t distance : {32, 80, 1}) {
         if (c >= distance && c - distance >= 0xC0 && LowerLetter(c - distance) == c && LowerLetter(c) == c)
             return c - distance;
     }
     return c;
-}
-
-bool IsTwoByteLetter(std::string_view text, std::size_t at) {
-    return (static_cast<unsigned char>(text[at]) & 0xE0) == 0xC0 && at + 1 < text.size() &&
-           (static_cast<unsigned char>(text[at + 1]) & 0xC0) == 0x80;
-}
-
-CodePoint TwoByteLetter(std::string_view text, std::size_t at) {
-    return (static_cast<CodePoint>(text[at] & 0x1F) << 6) | static_cast<CodePoint>(text[at + 1] & 0x3F);
-}
-
-void AppendTwoByteLetter(std::string& out, CodePoint c) {
-    out.push_back(static_cast<char>(0xC0 | (c >> 6)));
-    out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-}
-
-bool StartsLetter(char c) {
-    return (c & 0xC0) != 0x80;
 }
 
 } // namespace
@@ -62,28 +41,30 @@ std::string_view Trim(std::string_view text) {
 std::string LowerCase(std::string_view text) {
     std::string result;
     result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = 0; at < text.size();) {
         const char c = text[at];
-        if (IsTwoByteLetter(text, at)) {
-            AppendTwoByteLetter(result, LowerLetter(TwoByteLetter(text, at)));
-            ++at;
+        if ((c & 0x80) != 0 && LetterBytes(text, at) == 2) {
+            AppendLetter(result, LowerLetter(DecodeLetter(text, at)));
         } else {
             result.push_back(c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c);
+            ++at;
         }
     }
     return result;
 }
 
 std::string UpperFirst(std::string_view text) {
-    if (text.empty()) return {};
-    std::string result;
-    if (IsTwoByteLetter(text, 0)) {
-        AppendTwoByteLetter(result, UpperLetter(TwoByteLetter(text, 0)));
-        return result.append(text.substr(2));
+    std::string result(text);
+    if (text.empty()) return result;
+    if (LetterBytes(text, 0) == 2) {
+        std::size_t at = 0;
+        std::string first;
+        AppendLetter(first, UpperLetter(DecodeLetter(text, at)));
+        result.replace(0, at, first);
+    } else if (result[0] >= 'a' && result[0] <= 'z') {
+        result[0] = static_cast<char>(result[0] - 32);
     }
-    const char c = text[0];
-    result.push_back(c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c);
-    return result.append(text.substr(1));
+    return result;
 }
 
 std::string FoldedName(std::string_view text) {
@@ -92,22 +73,6 @@ std::string FoldedName(std::string_view text) {
 
 bool SameName(std::string_view a, std::string_view b) {
     return FoldedName(a) == FoldedName(b);
-}
-
-std::size_t LetterCount(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), StartsLetter));
-}
-
-std::string_view FirstLetters(std::string_view text, std::size_t count) {
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (StartsLetter(text[at]) && count-- == 0) return text.substr(0, at);
-    }
-    return text;
-}
-
-std::string_view LastLetters(std::string_view text, std::size_t count) {
-    const std::size_t letters = LetterCount(text);
-    return letters <= count ? text : text.substr(FirstLetters(text, letters - count).size());
 }
 
 std::vector<std::string> Split(std::string_view text, char separator) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,11 +17,6 @@ std::string UpperFirst(std::string_view text);
 // Trimmed and in lower case: what the identity of paths and names is compared by.
 std::string FoldedName(std::string_view text);
 bool SameName(std::string_view a, std::string_view b);
-
-// UTF-8 text counted in letters. A cut never parts a letter.
-std::size_t LetterCount(std::string_view text);
-std::string_view FirstLetters(std::string_view text, std::size_t count);
-std::string_view LastLetters(std::string_view text, std::size_t count);
 
 std::vector<std::string> Split(std::string_view text, char separator);
 // Every `from` in `text` replaced by `to`.

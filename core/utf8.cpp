@@ -2,35 +2,30 @@
 
 namespace quorvane {
 
-namespace {
-
-// Bytes of the letter that begins with `byte`; 0 where none does.
-int LetterLength(unsigned char byte) {
-    if (byte < 0x80) return 1;
-    if (byte >= 0xC2 && byte < 0xE0) return 2;
-    if (byte >= 0xE0 && byte < 0xF0) return 3;
-    if (byte >= 0xF0 && byte < 0xF5) return 4;
-    return 0;
+std::size_t LetterBytes(std::string_view text, std::size_t at) {
+    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[at + index]); };
+    const unsigned first = byte(0);
+    if (first < 0x80) return 1;
+    if (first < 0xC2 || first >= 0xF5) return 0;
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (text.size() - at < length) return 0;
+    for (std::size_t index = 1; index < length; ++index) {
+        if (!IsContinuation(text[at + index])) return 0;
+    }
+    const unsigned second = byte(1);
+    const bool overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
+    const bool surrogate = first == 0xED && second >= 0xA0;
+    const bool beyond = first == 0xF4 && second >= 0x90;
+    return overlong || surrogate || beyond ? 0 : length;
 }
 
-} // namespace
-
 char32_t DecodeLetter(std::string_view text, std::size_t& at) {
-    const auto first = static_cast<unsigned char>(text[at]);
-    const auto length = static_cast<std::size_t>(LetterLength(first));
-    if (length < 2 || at + length > text.size()) {
-        ++at;
-        return first;
-    }
+    const std::size_t length = LetterBytes(text, at);
+    const auto first = static_cast<unsigned char>(text[at++]);
+    if (length < 2) return first;
     char32_t letter = first & (0x7Fu >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if (!IsContinuation(text[at + i])) {
-            ++at;
-            return first;
-        }
-        letter = (letter << 6) | (static_cast<unsigned char>(text[at + i]) & 0x3Fu);
-    }
-    at += length;
+    for (std::size_t rest = length - 1; rest > 0; --rest)
+        letter = (letter << 6) | (static_cast<unsigned char>(text[at++]) & 0x3Fu);
     return letter;
 }
 
@@ -55,8 +50,19 @@ void AppendLetter(std::string& text, char32_t letter) {
 int CountLetters(std::string_view text) {
     int count = 0;
     for (std::size_t at = 0; at < text.size(); ++count)
-        DecodeLetter(text, at);
+        at = NextLetter(text, at);
     return count;
+}
+
+std::string_view FirstLetters(std::string_view text, int count) {
+    std::size_t end = 0;
+    for (; end < text.size() && count > 0; --count)
+        end = NextLetter(text, end);
+    return text.substr(0, end);
+}
+
+std::string_view LastLetters(std::string_view text, int count) {
+    return text.substr(FirstLetters(text, CountLetters(text) - count).size());
 }
 
 std::string Quoted(std::string_view text) {

@@ -1,14 +1,14 @@
 #include "engine/tray_report.h"
 
-#include "core/text.h"
+#include "core/utf8.h"
 
 namespace quorvane {
 namespace {
 
 constexpr const char* Title = "Quorvane II";
-constexpr std::size_t LongestTip = 64; // letters
-constexpr std::size_t TipStart = 6;
-constexpr std::size_t TipEnd = 32;
+constexpr int LongestTip = 64; // letters
+constexpr int TipStart = 6;
+constexpr int TipEnd = 32;
 
 } // namespace
 
@@ -27,7 +27,7 @@ TrayRecord ChangedReport(std::string_view lastSelectedWallpaper) {
     record.balloonIcon = 1;
     record.balloonTitle = title;
     record.tip = title + "\r[" + path + "]";
-    if (LetterCount(record.tip) > LongestTip) {
+    if (CountLetters(record.tip) > LongestTip) {
         record.tip = title + "\r[" + std::string(FirstLetters(path, TipStart)) + "..." +
                      std::string(LastLetters(path, TipEnd)) + "]";
         record.balloonText = title + "\rWallpaper: \r\n[" + path + "]";

@@ -7,8 +7,14 @@ namespace quorvane {
 
 class Menu;
 
-// What the notification area shows for the program. Texts longer than their fields are cut by the platform:
-// 128 bytes for the tip, 64 for the balloon's title, 256 for its text.
+// Characters of a notification's fields; the platform cuts what is longer.
+namespace tray_field {
+inline constexpr int Tip = 128;
+inline constexpr int BalloonTitle = 64;
+inline constexpr int BalloonText = 256;
+} // namespace tray_field
+
+// What the notification area shows for the program.
 struct TrayRecord {
     std::string tip;
     std::string balloonTitle;

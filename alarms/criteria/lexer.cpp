@@ -2,6 +2,7 @@
 
 #include "core/numbers.h"
 #include "core/text.h"
+#include "core/utf8.h"
 
 namespace quorvane {
 namespace {
@@ -16,18 +17,6 @@ std::string WithoutBlanks(std::string_view text) {
         if (c != ' ' && c != '\t') result.push_back(c);
     }
     return LowerCase(result);
-}
-
-// The bytes that make up the character at `at`: a whole UTF-8 sequence, or the one byte where it is none.
-std::string_view CharacterAt(std::string_view text, std::size_t at) {
-    const auto lead = static_cast<unsigned char>(text[at]);
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-    for (std::size_t next = 1; next < length; ++next) {
-        const bool follows =
-            at + next < text.size() && (static_cast<unsigned char>(text[at + next]) & 0xC0) == 0x80;
-        if (!follows) return text.substr(at, 1);
-    }
-    return text.substr(at, length);
 }
 
 // The characters behind which "-" is a unary minus. The opening brace is not among them.
@@ -208,7 +197,7 @@ bool Lexer::ScanOutside() {
     case '}':
         return ScanBracket(c);
     default:
-        return Fail("Error at", token_.append(CharacterAt(text_, at_ - 1)));
+        return Fail("Error at", token_.append(text_, at_ - 1, NextLetter(text_, at_ - 1) - (at_ - 1)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "platform/memory/drawing.h"
 
 #include "core/numbers.h"
+#include "core/utf8.h"
 #include "platform/files.h"
 #include "platform/painting/raster.h"
 
@@ -45,10 +46,6 @@ std::string FontText(const FontSpec& font) {
     return text + "\"";
 }
 
-bool StartsCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
-}
-
 class MemorySurface final : public Surface {
   public:
     MemorySurface(PixelSize size, std::vector<std::string>& log)
@@ -81,8 +78,7 @@ class MemorySurface final : public Surface {
     bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) override;
 
     double TextWidth(const FontSpec& font, std::string_view text) override {
-        return static_cast<double>(font.size) *
-               static_cast<double>(std::count_if(text.begin(), text.end(), StartsCharacter));
+        return static_cast<double>(font.size) * static_cast<double>(CountLetters(text));
     }
     double TextHeight(const FontSpec& font) override { return 2 * static_cast<double>(font.size); }
     void PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) override;
@@ -146,7 +142,7 @@ void MemorySurface::PrintText(double x, double y, const FontSpec& font, Color co
     const int top = static_cast<int>(std::lround(y));
     int left = static_cast<int>(std::lround(x));
     for (const char byte : text) {
-        if (!StartsCharacter(byte)) continue;
+        if (IsContinuation(byte)) continue;
         if (byte != ' ') FillArea(canvas_, {left + 1, top + 1, advance - 2, 2 * advance - 2}, color);
         left += advance;
     }

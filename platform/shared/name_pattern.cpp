@@ -1,6 +1,7 @@
 #include "platform/shared/name_pattern.h"
 
 #include "core/text.h"
+#include "core/utf8.h"
 
 #include <algorithm>
 
@@ -23,14 +24,6 @@ bool EndsWithTail(std::string_view name, std::string_view foldedTail) {
         if (LowerAscii(*at++) != c) return false;
     }
     return true;
-}
-
-// The position behind the UTF-8 letter at `at`.
-std::size_t NextLetter(std::string_view text, std::size_t at) {
-    ++at;
-    while (at < text.size() && (text[at] & 0xC0) == 0x80)
-        ++at;
-    return at;
 }
 
 // Both sides folded. On a mismatch the last star takes one letter more, so the work is bounded by the product

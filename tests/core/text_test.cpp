@@ -1,6 +1,7 @@
 #include "core/numbers.h"
 #include "core/run_time_error.h"
 #include "core/text.h"
+#include "core/utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -17,13 +18,18 @@ TEST(Text, NamesCompareWithoutCaseAndOuterBlanks) {
 }
 
 TEST(Text, LettersAreCountedAndNeverParted) {
-    EXPECT_EQ(LetterCount("жук.png"), 7U);
+    EXPECT_EQ(CountLetters("жук.png"), 7);
     EXPECT_EQ(FirstLetters("жук.png", 2), "жу");
     EXPECT_EQ(LastLetters("ab жук", 4), " жук");
     EXPECT_EQ(FirstLetters("жук", 3), "жук");
     EXPECT_EQ(LastLetters("жук", 9), "жук");
     EXPECT_EQ(LastLetters("жук", 0), "");
     EXPECT_EQ(FirstLetters("", 2), "");
+    EXPECT_EQ(FirstLetters("\xFFж\xC3", 2), "\xFFж") << "a byte alone is a letter";
+    for (const char* none :
+         {"\x80", "\xC1\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xE2\x82"})
+        EXPECT_EQ(LetterBytes(none, 0), 0U);
+    EXPECT_EQ(LetterBytes("\xF4\x8F\xBF\xBF", 0), 4U);
 }
 
 TEST(Text, SplitKeepsEmptyPartsAndReplaceTakesAll) {

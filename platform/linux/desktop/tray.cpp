@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/tray.h"
 
+#include "core/utf8.h"
 #include "platform/event_loop.h"
 #include "platform/linux/desktop/icon.h"
 #include "platform/linux/desktop/qt_menu.h"
@@ -18,19 +19,13 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::size_t TipBytes = 128;
-constexpr std::size_t BalloonTitleBytes = 64;
-constexpr std::size_t BalloonTextBytes = 256;
 constexpr int BalloonFlag = 16;
 constexpr int SearchMilliseconds = 2000;
 
-// At most `bytes` of UTF-8, never a part of a letter, line ends as the toolkit wants them.
-QString FieldText(const std::string& text, std::size_t bytes) {
-    std::size_t end = std::min(bytes, text.size());
-    while (end < text.size() && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
-        --end;
-    }
-    QString field = QString::fromUtf8(text.data(), static_cast<qsizetype>(end));
+// At most `letters` of the text, line ends as the toolkit wants them.
+QString FieldText(const std::string& text, int letters) {
+    const std::string_view cut = FirstLetters(text, letters);
+    QString field = QString::fromUtf8(cut.data(), static_cast<qsizetype>(cut.size()));
     return field.replace(QLatin1String("\r\n"), QLatin1String("\n"))
         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
@@ -117,7 +112,7 @@ bool LinuxTray::AppearWhereThereIsAnArea() {
 }
 
 void LinuxTray::Apply() {
-    icon_->setToolTip(FieldText(record_.tip, TipBytes));
+    icon_->setToolTip(FieldText(record_.tip, tray_field::Tip));
 }
 
 bool LinuxTray::Modify(const TrayRecord& record) {
@@ -125,9 +120,9 @@ bool LinuxTray::Modify(const TrayRecord& record) {
     if (!added_ || !icon_) return false;
     Apply();
     if ((record.flags & BalloonFlag) != 0 && !record.balloonText.empty()) {
-        icon_->showMessage(FieldText(record.balloonTitle, BalloonTitleBytes),
-                           FieldText(record.balloonText, BalloonTextBytes), BalloonIcon(record.balloonIcon),
-                           record.balloonTimeoutMilliseconds);
+        icon_->showMessage(FieldText(record.balloonTitle, tray_field::BalloonTitle),
+                           FieldText(record.balloonText, tray_field::BalloonText),
+                           BalloonIcon(record.balloonIcon), record.balloonTimeoutMilliseconds);
     }
     return true;
 }

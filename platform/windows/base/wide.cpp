@@ -38,16 +38,11 @@ std::wstring WidePath(std::string_view utf8) {
 
 void CopyToField(std::string_view text, wchar_t* field, std::size_t capacity) {
     const std::wstring wide = Wide(text);
-    const std::size_t count = std::min(wide.size(), capacity - 1);
+    std::size_t count = std::min(wide.size(), capacity - 1);
+    const bool parted = count > 0 && count < wide.size() && IS_HIGH_SURROGATE(wide[count - 1]);
+    if (parted) --count;
     std::copy_n(wide.data(), count, field);
     field[count] = L'\0';
-}
-
-std::string_view CutToBytes(std::string_view text, std::size_t bytes) {
-    if (text.size() <= bytes) return text;
-    while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0) == 0x80)
-        --bytes;
-    return text.substr(0, bytes);
 }
 
 } // namespace quorvane

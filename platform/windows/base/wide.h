@@ -13,10 +13,7 @@ std::string Utf8(std::wstring_view wide);
 // lifts it.
 std::wstring WidePath(std::string_view utf8);
 
-// Copies `text` into a field of `capacity` letters, cut to fit, with a zero behind it.
+// Copies `text` into a field of `capacity` units, cut to fit between two letters, with a zero behind it.
 void CopyToField(std::string_view text, wchar_t* field, std::size_t capacity);
-
-// The beginning of `text` of at most `bytes` bytes that cuts no letter in two.
-std::string_view CutToBytes(std::string_view text, std::size_t bytes);
 
 } // namespace quorvane

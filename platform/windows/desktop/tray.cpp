@@ -12,12 +12,6 @@ namespace {
 
 constexpr UINT IconId = 1;
 constexpr UINT CallbackMessage = 512;
-constexpr std::size_t TipBytes = 128, titleBytes = 64, textBytes = 256; // the zero at the end included
-
-template<std::size_t capacity>
-void CopyCut(const std::string& text, std::size_t bytes, wchar_t (&field)[capacity]) {
-    CopyToField(CutToBytes(text, bytes - 1), field, capacity);
-}
 
 } // namespace
 
@@ -55,9 +49,9 @@ bool WindowsTray::Tell(DWORD operation, const TrayRecord& record) {
     if (record.balloonText.empty()) data.uFlags &= ~UINT{NIF_INFO};
     data.uCallbackMessage = CallbackMessage;
     data.hIcon = icon_;
-    CopyCut(record.tip, TipBytes, data.szTip);
-    CopyCut(record.balloonTitle, titleBytes, data.szInfoTitle);
-    CopyCut(record.balloonText, textBytes, data.szInfo);
+    CopyToField(record.tip, data.szTip, std::size(data.szTip));
+    CopyToField(record.balloonTitle, data.szInfoTitle, std::size(data.szInfoTitle));
+    CopyToField(record.balloonText, data.szInfo, std::size(data.szInfo));
     data.dwInfoFlags = static_cast<DWORD>(record.balloonIcon);
     if (operation == NIM_SETVERSION) {
         data.uVersion = static_cast<UINT>(record.version);

@@ -1,3 +1,4 @@
+#include "core/utf8.h"
 #include "platform/memory/memory_platform.h"
 #include "tests/contracts/conformance/conformance.h"
 
@@ -22,9 +23,7 @@ class MemoryHands final : public Hands {
     }
     void Type(Control& control, const std::string& letters) override {
         for (std::size_t at = 0; at < letters.size();) {
-            std::size_t end = at + 1;
-            while (end < letters.size() && (letters[end] & 0xC0) == 0x80)
-                ++end;
+            const std::size_t end = NextLetter(letters, at);
             std::string text =
                 TextOf(control) + (letters[at] == '\n' ? "\r\n" : letters.substr(at, end - at));
             const int caret = static_cast<int>(text.size());

@@ -1,0 +1,29 @@
+#include "cli/batch.h"
+
+#include "cli/json.h"
+
+#include <istream>
+#include <ostream>
+
+namespace quorvane::cli {
+
+int ForEachInput(const Arguments& arguments, const std::string& input, std::string_view name,
+                 Streams& streams, const std::function<int(const std::string&)>& one) {
+    if (input != "-") return one(input);
+    for (std::string line; std::getline(streams.in, line);) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        try {
+            one(line);
+        } catch (const RefusedInput& error) {
+            streams.err << "quorvanectl: " << error.what() << '\n';
+            if (arguments.Json())
+                streams.out << JsonObject().Add(name, line).Add("message", error.what()).Text();
+            streams.out << '\n';
+        }
+        // Whoever waits for an answer before asking on gets it.
+        if (streams.in.rdbuf()->in_avail() <= 0) streams.out.flush();
+    }
+    return Done;
+}
+
+} // namespace quorvane::cli
