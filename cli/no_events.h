@@ -10,6 +10,8 @@ class NoEvents final : public EventLoop {
   public:
     TimerId StartTimer(std::string_view, int, std::function<void()>) override { return 0; }
     void StopTimer(TimerId) override {}
+    void Sleep(TimerId) override {}
+    void Wake(TimerId) override {}
     void Post(std::function<void()> work) override { work(); }
     void Deliver(const std::function<void()>& work) override { work(); }
     void Pump() override {}

@@ -21,6 +21,12 @@ class EventLoop {
                                std::function<void()> tick) = 0;
     virtual void StopTimer(TimerId timer) = 0;
 
+    // A timer that sleeps does not tick and wakes nobody. Woken it ticks at the moments at which it would
+    // have ticked without the sleep, the first of them after the waking. Both do nothing where it is so
+    // already.
+    virtual void Sleep(TimerId timer) = 0;
+    virtual void Wake(TimerId timer) = 0;
+
     // Calls `work` once, soon, from the loop.
     virtual void Post(std::function<void()> work) = 0;
 

@@ -1,6 +1,6 @@
 #include "shell/frm_splash.h"
 
-#include "config/button_face.h"
+#include "config/system_colors.h"
 #include "core/version.h"
 #include "platform/system.h"
 #include "shell/artwork.h"

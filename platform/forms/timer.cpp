@@ -31,6 +31,16 @@ void Timer::SetEnabled(bool enabled) {
     Adjust();
 }
 
+void Timer::Sleep() {
+    asleep_ = true;
+    if (running_ != 0) form_.Events().Sleep(running_);
+}
+
+void Timer::Wake() {
+    asleep_ = false;
+    if (running_ != 0) form_.Events().Wake(running_);
+}
+
 void Timer::Adjust() {
     const bool wanted = enabled_ && interval_ > 0 && form_.IsLoaded();
     if (!wanted) {
@@ -41,6 +51,7 @@ void Timer::Adjust() {
             const auto handler = onTimer;
             handler();
         });
+        if (asleep_) form_.Events().Sleep(running_);
     }
 }
 

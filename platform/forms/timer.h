@@ -25,6 +25,12 @@ class Timer {
     bool Enabled() const { return enabled_; }
     void SetEnabled(bool enabled);
 
+    // A timer that sleeps keeps its moments and lets them pass (EventLoop::Sleep): for one that has nothing
+    // to do before something else happens.
+    bool Asleep() const { return asleep_; }
+    void Sleep();
+    void Wake();
+
     std::function<void()> onTimer;
 
   private:
@@ -37,6 +43,7 @@ class Timer {
     std::string name_;
     int interval_;
     bool enabled_;
+    bool asleep_ = false;
     TimerId running_ = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/headless.h"
 #include "platform/linux/base/clock.h"
 #include "platform/linux/desktop/desktop.h"
+#include "platform/linux/desktop/desktop_store.h"
 #include "platform/linux/desktop/event_loop.h"
 #include "platform/linux/desktop/font_system.h"
 #include "platform/linux/desktop/icon.h"
@@ -37,7 +38,7 @@ struct Toolkit {
 struct LinuxPlatform::Parts {
     Parts(int argumentCount, char** arguments, std::string& storeNote)
         : toolkit(arguments)
-        , store(CreateStore(storeNote))
+        , store(CreateDesktopStore(storeNote))
         , session(events, argumentCount, arguments) {}
 
     Toolkit toolkit;

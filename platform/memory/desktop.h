@@ -22,7 +22,16 @@ class MemoryDesktop : public Desktop {
         busyPointer = busy;
     }
 
+    std::optional<PixelPoint> PointerPosition() override { return pointer; }
+    void Capture(CaptureArea area, Captured done) override {
+        static constexpr const char* Areas[] = {"screen", "top window", "top window content"};
+        calls_.Add(std::string("desktop.Capture ") + Areas[static_cast<int>(area)]);
+        done(capture ? capture(area) : nullptr);
+    }
+
     PixelSize screenSize{1024, 768};
+    std::optional<PixelPoint> pointer = PixelPoint{512, 384};
+    std::function<std::unique_ptr<Surface>(CaptureArea)> capture; // unset: nothing can be seen
     bool refuseWallpaper = false;
     bool busyPointer = false;
     std::string wallpaper; // the file handed over last

@@ -25,6 +25,17 @@ void MemoryEventLoop::StopTimer(TimerId timer) {
     std::erase_if(timers_, [timer](const auto& each) { return each->id == timer; });
 }
 
+void MemoryEventLoop::Sleep(TimerId timer) {
+    if (const auto found = Find(timer)) found->asleep = true;
+}
+
+void MemoryEventLoop::Wake(TimerId timer) {
+    const auto found = Find(timer);
+    if (!found || !found->asleep) return;
+    found->asleep = false;
+    SetNextDue(*found, clock_.Ticks());
+}
+
 void MemoryEventLoop::Pump() {
     ++pumps_;
     while (!atPump_.empty() && atPump_.begin()->first <= pumps_) {
@@ -92,6 +103,11 @@ int MemoryEventLoop::IntervalOf(std::string_view name) const {
     return timer ? timer->interval : 0;
 }
 
+bool MemoryEventLoop::IsAsleep(std::string_view name) const {
+    const auto timer = Find(name);
+    return timer && timer->asleep;
+}
+
 std::vector<std::string> MemoryEventLoop::TimerNames() const {
     std::vector<std::string> names;
     for (const auto& timer : timers_) {
@@ -106,10 +122,18 @@ std::shared_ptr<MemoryEventLoop::Timer> MemoryEventLoop::Find(std::string_view n
     return found == timers_.end() ? nullptr : *found;
 }
 
+std::shared_ptr<MemoryEventLoop::Timer> MemoryEventLoop::Find(TimerId id) const {
+    const auto found =
+        std::find_if(timers_.begin(), timers_.end(), [id](const auto& timer) { return timer->id == id; });
+    return found == timers_.end() ? nullptr : *found;
+}
+
 std::shared_ptr<MemoryEventLoop::Timer> MemoryEventLoop::NextDue() const {
-    const auto first = std::min_element(timers_.begin(), timers_.end(),
-                                        [](const auto& a, const auto& b) { return a->due < b->due; });
-    return first == timers_.end() ? nullptr : *first;
+    std::shared_ptr<Timer> first;
+    for (const auto& timer : timers_) {
+        if (!timer->asleep && (!first || timer->due < first->due)) first = timer;
+    }
+    return first;
 }
 
 void MemoryEventLoop::RunPosted() {
@@ -125,14 +149,18 @@ void MemoryEventLoop::RunDue() {
     const auto before = timers_;
     for (const auto& timer : before) {
         const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();
-        if (stillRuns && timer->due <= clock_.Ticks()) FireTimer(timer);
+        if (stillRuns && !timer->asleep && timer->due <= clock_.Ticks()) FireTimer(timer);
     }
 }
 
-// The next tick is set before this one runs, and never in the past: ticks that were missed are merged.
+// Never in the past: ticks that were missed are merged.
+void MemoryEventLoop::SetNextDue(Timer& timer, std::int64_t now) {
+    if (timer.due <= now) timer.due += ((now - timer.due) / timer.interval + 1) * timer.interval;
+}
+
+// The next tick is set before this one runs.
 void MemoryEventLoop::FireTimer(const std::shared_ptr<Timer>& timer) {
-    const std::int64_t now = clock_.Ticks();
-    if (timer->due <= now) timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
+    SetNextDue(*timer, clock_.Ticks());
     Deliver(timer->tick);
 }
 

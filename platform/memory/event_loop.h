@@ -21,6 +21,8 @@ class MemoryEventLoop : public EventLoop {
 
     TimerId StartTimer(std::string_view name, int intervalMilliseconds, std::function<void()> tick) override;
     void StopTimer(TimerId timer) override;
+    void Sleep(TimerId timer) override;
+    void Wake(TimerId timer) override;
     void Post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
     void Pump() override;
     // Answers the wait by the next action of WhenWaiting, where one is prepared. Then moves the clocks from
@@ -44,7 +46,8 @@ class MemoryEventLoop : public EventLoop {
     // What a person does while a routine waits (a modal window): consumed by one RunWhile each, in order.
     void WhenWaiting(std::function<void()> action) { waiting_.push_back(std::move(action)); }
 
-    bool IsRunning(std::string_view name) const;
+    bool IsRunning(std::string_view name) const; // asleep or not
+    bool IsAsleep(std::string_view name) const;
     int IntervalOf(std::string_view name) const; // milliseconds; 0 where none of this name runs
     std::vector<std::string> TimerNames() const; // in the order of their start
     int PumpCount() const { return pumps_; }
@@ -56,12 +59,15 @@ class MemoryEventLoop : public EventLoop {
         int interval;
         std::int64_t due;
         std::function<void()> tick;
+        bool asleep = false;
     };
 
     std::shared_ptr<Timer> Find(std::string_view name) const;
+    std::shared_ptr<Timer> Find(TimerId timer) const;
     std::shared_ptr<Timer> NextDue() const;
     void RunPosted();
     void RunDue();
+    static void SetNextDue(Timer& timer, std::int64_t now);
     void FireTimer(const std::shared_ptr<Timer>& timer);
 
     MemoryClock& clock_;

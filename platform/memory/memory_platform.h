@@ -1,17 +1,22 @@
 #pragma once
 
 #include "platform/memory/call_log.h"
+#include "platform/memory/channel.h"
 #include "platform/memory/clock.h"
 #include "platform/memory/desktop.h"
 #include "platform/memory/drawing.h"
 #include "platform/memory/event_loop.h"
 #include "platform/memory/files.h"
 #include "platform/memory/forms.h"
+#include "platform/memory/keys.h"
+#include "platform/memory/programs.h"
 #include "platform/memory/prompts.h"
 #include "platform/memory/random.h"
 #include "platform/memory/session.h"
+#include "platform/memory/sound.h"
 #include "platform/memory/system.h"
 #include "platform/memory/tray.h"
+#include "platform/memory/workstation.h"
 #include "platform/platform.h"
 #include "platform/shared/memory_store.h"
 
@@ -35,9 +40,15 @@ class MemoryPlatform {
     MemoryStore store;
     MemorySystem system{calls};
     MemoryTray tray{calls};
+    MemoryChannel channel{events};
+    MemoryKeys keys;
+    MemoryPrograms programs{calls};
+    MemorySound sound{clock, calls};
+    MemoryWorkstation workstation{calls};
 
     Platform Services() {
-        return {clock, desktop, drawing, events, files, forms, prompts, random, session, store, system, tray};
+        return {clock, desktop, drawing, events,   files, forms,     prompts, random,      session,
+                store, system,  tray,    &channel, &keys, &programs, &sound,  &workstation};
     }
 };
 

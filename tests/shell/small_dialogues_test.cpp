@@ -1,4 +1,4 @@
-#include "config/button_face.h"
+#include "config/system_colors.h"
 #include "dialogues/frm_transparency.h"
 #include "dialogues/input_box.h"
 #include "dialogues/mess_box.h"
@@ -80,11 +80,11 @@ TEST_F(SmallDialogues, TransparencyShowsEachStepAndKeepsOnlyWhatIsApplied) {
 }
 
 TEST(ButtonFace, IsPartedAtItsFirstAndLastBlank) {
-    EXPECT_EQ(ParseButtonFace("212 208 200"), Rgb(212, 208, 200));
-    EXPECT_EQ(ParseButtonFace("212   208   200"), Rgb(212, 208, 200)) << "further blanks lie between";
-    EXPECT_EQ(ParseButtonFace("300 -5 7"), Rgb(255, 0, 7));
-    EXPECT_EQ(ParseButtonFace("212 208"), std::nullopt);
-    EXPECT_EQ(ParseButtonFace(""), std::nullopt);
+    EXPECT_EQ(ParseSystemColor("212 208 200"), Rgb(212, 208, 200));
+    EXPECT_EQ(ParseSystemColor("212   208   200"), Rgb(212, 208, 200)) << "further blanks lie between";
+    EXPECT_EQ(ParseSystemColor("300 -5 7"), Rgb(255, 0, 7));
+    EXPECT_EQ(ParseSystemColor("212 208"), std::nullopt);
+    EXPECT_EQ(ParseSystemColor(""), std::nullopt);
 }
 
 } // namespace

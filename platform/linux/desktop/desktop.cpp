@@ -125,4 +125,19 @@ void LinuxDesktop::ShowBusyPointer(bool busy) {
     }
 }
 
+std::optional<PixelPoint> LinuxDesktop::PointerPosition() {
+    const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!x11 || !screen || !Variable("WAYLAND_DISPLAY").empty()) return std::nullopt;
+    xcb_connection_t* connection = x11->connection();
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    xcb_query_pointer_reply_t* pointer =
+        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr);
+    if (!pointer) return std::nullopt;
+    const PixelRect place = ScreenPixels(*screen);
+    const PixelPoint at{pointer->root_x - place.x, pointer->root_y - place.y};
+    std::free(pointer);
+    return at;
+}
+
 } // namespace quorvane

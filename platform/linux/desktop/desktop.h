@@ -17,6 +17,8 @@ class LinuxDesktop final : public Desktop {
     PixelSize ScreenSize() override;
     bool SetWallpaper(const std::string& path) override;
     void ShowBusyPointer(bool busy) override;
+    // On X11 alone: what a Wayland session lets X programs know of the pointer is out of date.
+    std::optional<PixelPoint> PointerPosition() override;
 
   private:
     Store& store_;

@@ -44,6 +44,32 @@ void QtEventLoop::StopTimer(TimerId timer) {
     Arm();
 }
 
+void QtEventLoop::Sleep(TimerId timer) {
+    const auto found = Find(timer);
+    if (!found || found->asleep) return;
+    found->asleep = true;
+    Arm();
+}
+
+void QtEventLoop::Wake(TimerId timer) {
+    const auto found = Find(timer);
+    if (!found || !found->asleep) return;
+    found->asleep = false;
+    found->SetNextDue(SteadyMilliseconds());
+    Arm();
+}
+
+std::shared_ptr<QtEventLoop::Timer> QtEventLoop::Find(TimerId id) const {
+    const auto found =
+        std::find_if(timers_.begin(), timers_.end(), [id](const auto& timer) { return timer->id == id; });
+    return found == timers_.end() ? nullptr : *found;
+}
+
+// Never in the past: ticks that were missed are merged.
+void QtEventLoop::Timer::SetNextDue(std::int64_t now) {
+    if (due <= now) due += ((now - due) / interval + 1) * interval;
+}
+
 // One queued call for each: work that is posted by posted work waits for the next round of the loop.
 void QtEventLoop::Post(std::function<void()> work) {
     posted_.push_back(std::move(work));
@@ -128,14 +154,14 @@ void QtEventLoop::OnFailure(std::function<void(int number, const char* descripti
 }
 
 // Each timer once at most in a waking. The next tick is set before this one runs, so that a nested loop keeps
-// the others going, and never in the past: ticks that were missed are merged.
+// the others going.
 void QtEventLoop::RunDue() {
     const auto before = timers_;
     for (const auto& timer : before) {
         const std::int64_t now = SteadyMilliseconds();
         const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();
-        if (!stillRuns || timer->due > now) continue;
-        timer->due += ((now - timer->due) / timer->interval + 1) * timer->interval;
+        if (!stillRuns || timer->asleep || timer->due > now) continue;
+        timer->SetNextDue(now);
         Arm();
         Deliver(timer->tick);
     }
@@ -145,6 +171,7 @@ void QtEventLoop::RunDue() {
 void QtEventLoop::Arm() {
     std::optional<std::int64_t> next;
     for (const auto& timer : timers_) {
+        if (timer->asleep) continue;
         const std::int64_t latest = timer->due + Slack(timer->interval);
         next = std::min(next.value_or(latest), latest);
     }

@@ -19,6 +19,8 @@ class QtEventLoop final : public EventLoop {
 
     TimerId StartTimer(std::string_view name, int intervalMilliseconds, std::function<void()> tick) override;
     void StopTimer(TimerId timer) override;
+    void Sleep(TimerId timer) override;
+    void Wake(TimerId timer) override;
     void Post(std::function<void()> work) override;
     void Deliver(const std::function<void()>& work) override;
     void Pump() override;
@@ -36,8 +38,12 @@ class QtEventLoop final : public EventLoop {
         int interval;
         std::int64_t due; // of the steady clock, in milliseconds
         std::function<void()> tick;
+        bool asleep = false;
+
+        void SetNextDue(std::int64_t now);
     };
 
+    std::shared_ptr<Timer> Find(TimerId timer) const;
     void RunOnePosted();
     void RunDue();
     void Arm();

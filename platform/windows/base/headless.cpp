@@ -33,7 +33,8 @@ std::unique_ptr<Store> CreateScratchStore() {
     constexpr SystemValue SystemValues[] = {{"Control Panel\\International", "sDecimal"},
                                             {"Control Panel\\International", "sShortDate"},
                                             {"Control Panel\\International", "iFirstDayOfWeek"},
-                                            {"Control Panel\\Colors", "ButtonFace"}};
+                                            {"Control Panel\\Colors", "ButtonFace"},
+                                            {"Control Panel\\Colors", "InfoWindow"}};
     RegistryStore registry;
     auto scratch = std::make_unique<MemoryStore>();
     for (const SystemValue& place : SystemValues) {

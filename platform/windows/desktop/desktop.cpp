@@ -19,4 +19,10 @@ void WindowsDesktop::ShowBusyPointer(bool busy) {
     SetCursor(LoadCursorW(nullptr, busy ? IDC_WAIT : IDC_ARROW));
 }
 
+std::optional<PixelPoint> WindowsDesktop::PointerPosition() {
+    POINT at{};
+    if (!GetCursorPos(&at)) return std::nullopt;
+    return PixelPoint{at.x, at.y};
+}
+
 } // namespace quorvane

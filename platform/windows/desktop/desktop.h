@@ -9,6 +9,7 @@ class WindowsDesktop final : public Desktop {
     PixelSize ScreenSize() override;
     bool SetWallpaper(const std::string& path) override;
     void ShowBusyPointer(bool busy) override;
+    std::optional<PixelPoint> PointerPosition() override;
 };
 
 } // namespace quorvane

@@ -15,6 +15,15 @@ constexpr int InternalError = 51;
 // A tick that takes longer than its interval must not hold Pump for ever.
 constexpr DWORD LongestPumpMilliseconds = 200;
 
+std::int64_t TicksNow() {
+    return static_cast<std::int64_t>(GetTickCount64());
+}
+
+// Never in the past: ticks that were missed are merged.
+void SetNextDue(std::int64_t& due, std::int64_t interval, std::int64_t now) {
+    if (due <= now) due += ((now - due) / interval + 1) * interval;
+}
+
 } // namespace
 
 WindowsEventLoop::WindowsEventLoop() {
@@ -35,16 +44,35 @@ WindowsEventLoop::~WindowsEventLoop() {
     DestroyWindow(window_);
 }
 
-TimerId WindowsEventLoop::StartTimer(std::string_view name, int intervalMilliseconds,
-                                     std::function<void()> tick) {
-    const TimerId timer = ++lastTimer_;
-    timers_[timer] = {std::string(name), std::move(tick)};
-    SetTimer(window_, timer, static_cast<UINT>(std::max(intervalMilliseconds, 1)), nullptr);
-    return timer;
+TimerId WindowsEventLoop::StartTimer(std::string_view, int intervalMilliseconds, std::function<void()> tick) {
+    const TimerId id = ++lastTimer_;
+    const std::int64_t interval = std::max(intervalMilliseconds, 1);
+    const Timer& timer = timers_[id] = {interval, TicksNow() + interval, std::move(tick)};
+    Arm(id, timer);
+    return id;
 }
 
 void WindowsEventLoop::StopTimer(TimerId timer) {
     if (timers_.erase(timer) > 0) KillTimer(window_, timer);
+}
+
+void WindowsEventLoop::Sleep(TimerId timer) {
+    const auto found = timers_.find(timer);
+    if (found == timers_.end() || found->second.asleep) return;
+    found->second.asleep = true;
+    KillTimer(window_, timer);
+}
+
+void WindowsEventLoop::Wake(TimerId timer) {
+    const auto found = timers_.find(timer);
+    if (found == timers_.end() || !found->second.asleep) return;
+    found->second.asleep = false;
+    SetNextDue(found->second.due, found->second.interval, TicksNow());
+    Arm(timer, found->second);
+}
+
+void WindowsEventLoop::Arm(TimerId id, const Timer& timer) {
+    SetTimer(window_, id, static_cast<UINT>(std::max<std::int64_t>(timer.due - TicksNow(), 1)), nullptr);
 }
 
 void WindowsEventLoop::Post(std::function<void()> work) {
@@ -59,7 +87,7 @@ void WindowsEventLoop::Deliver(const std::function<void()>& work) {
     } catch (...) {
         Settle();
     }
-    Wake();
+    LookAgain();
 }
 
 void WindowsEventLoop::Pump() {
@@ -134,8 +162,12 @@ LRESULT WindowsEventLoop::Handle(UINT message, WPARAM wide, LPARAM low) {
 
 void WindowsEventLoop::Tick(TimerId timer) {
     const auto found = timers_.find(timer);
-    if (found == timers_.end()) return;
-    const auto tick = found->second.tick; // the tick may stop its own timer
+    if (found == timers_.end() || found->second.asleep) return;
+    Timer& own = found->second;
+    // The system's ticks may come a little before their moment.
+    SetNextDue(own.due, own.interval, std::max(TicksNow(), own.due));
+    Arm(timer, own);
+    const auto tick = own.tick; // the tick may stop its own timer
     Deliver(tick);
 }
 
@@ -177,7 +209,7 @@ void WindowsEventLoop::Settle() {
     }
 }
 
-void WindowsEventLoop::Wake() {
+void WindowsEventLoop::LookAgain() {
     // Work may run while the system only looks for messages; the condition that is waited for may have
     // changed.
     if (waiting_ > 0) PostMessageW(window_, WM_NULL, 0, 0);

@@ -11,8 +11,9 @@
 
 namespace quorvane {
 
-// The message loop of the one thread. Timers are the system's own (WM_TIMER): they merge, run inside the
-// loops of message boxes and menus as well, and tick no faster than the system allows (10 ms).
+// The message loop of the one thread. Timers are the system's own (WM_TIMER), set anew at each tick so that
+// they keep to their multiples: they merge, run inside the loops of message boxes and menus as well, and tick
+// no faster than the system allows (10 ms).
 class WindowsEventLoop final : public EventLoop {
   public:
     WindowsEventLoop();
@@ -20,6 +21,8 @@ class WindowsEventLoop final : public EventLoop {
 
     TimerId StartTimer(std::string_view name, int intervalMilliseconds, std::function<void()> tick) override;
     void StopTimer(TimerId timer) override;
+    void Sleep(TimerId timer) override;
+    void Wake(TimerId timer) override;
     void Post(std::function<void()> work) override;
     // A failure goes to the handler of OnFailure; an end of the process is kept, closes the menu or message
     // box that may be open, and leaves through the loop that runs. Once an end is kept nothing runs any more.
@@ -46,17 +49,20 @@ class WindowsEventLoop final : public EventLoop {
 
   private:
     struct Timer {
-        std::string name;
+        std::int64_t interval; // milliseconds, as are the moments of the system's ticks
+        std::int64_t due;
         std::function<void()> tick;
+        bool asleep = false;
     };
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    void Arm(TimerId id, const Timer& timer);
     void Tick(TimerId timer);
     void RunPosted();
     void Dispatch(MSG& message);
     void Settle();
-    void Wake();
+    void LookAgain();
 
     HWND window_ = nullptr;
     TimerId lastTimer_ = 0;

@@ -1,10 +1,23 @@
 #include "core/run_time_error.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/contracts/event_loop_contract.h"
 
 #include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
+
+class MemoryLoopMaker {
+  public:
+    EventLoop& Loop() { return machine_.events; }
+    std::int64_t Now() { return machine_.clock.Ticks(); }
+    void PassTime(std::int64_t milliseconds) { machine_.clock.MoveTicks(milliseconds); }
+
+  private:
+    MemoryPlatform machine_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventLoopContract, MemoryLoopMaker);
 
 class MemoryEventLoopTest : public ::testing::Test {
   protected:
@@ -66,18 +79,6 @@ TEST_F(MemoryEventLoopTest, ChosenPumpFiresAChosenTimer) {
     machine_.events.Pump();
     EXPECT_EQ(fired_, "a0 ");
     EXPECT_FALSE(machine_.events.Fire("b"));
-}
-
-TEST_F(MemoryEventLoopTest, FailureOfACallbackGoesToTheHandlerAndTheEndOfTheProcessLeaves) {
-    int reported = 0;
-    machine_.events.OnFailure([&](int number, const char*) { reported = number; });
-    machine_.events.Post([] { throw RunTimeError::DivisionByZero(); });
-    machine_.events.Pump();
-    EXPECT_EQ(reported, 11);
-    machine_.events.Post([this] { machine_.session.End(3); });
-    EXPECT_EQ(machine_.events.Run(), 3);
-    machine_.events.Post([this] { machine_.session.End(3); });
-    EXPECT_THROW(machine_.events.Pump(), ProcessEnd);
 }
 
 TEST_F(MemoryEventLoopTest, WaitEndsByATimerOrAPreparedActionOrFailsTheTest) {

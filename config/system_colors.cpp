@@ -1,4 +1,4 @@
-#include "config/button_face.h"
+#include "config/system_colors.h"
 
 #include "config/registry.h"
 #include "core/numbers.h"
@@ -7,8 +7,17 @@
 #include <string>
 
 namespace quorvane {
+namespace {
 
-std::optional<Color> ParseButtonFace(std::string_view text) {
+std::optional<Color> ReadColor(Store& store, const char* name) {
+    std::string text;
+    RegReadValue(store, "", Hive::CurrentUser, "Control Panel\\Colors", key_access::Read, name, text);
+    return ParseSystemColor(text);
+}
+
+} // namespace
+
+std::optional<Color> ParseSystemColor(std::string_view text) {
     const std::size_t first = text.find(' ');
     const std::size_t last = text.rfind(' ');
     if (first == text.npos || first == last) return std::nullopt;
@@ -20,9 +29,11 @@ std::optional<Color> ParseButtonFace(std::string_view text) {
 }
 
 std::optional<Color> ReadButtonFace(Store& store) {
-    std::string text;
-    RegReadValue(store, "", Hive::CurrentUser, "Control Panel\\Colors", key_access::Read, "ButtonFace", text);
-    return ParseButtonFace(text);
+    return ReadColor(store, "ButtonFace");
+}
+
+std::optional<Color> ReadToolTipBackground(Store& store) {
+    return ReadColor(store, "InfoWindow");
 }
 
 } // namespace quorvane

@@ -9,12 +9,13 @@ namespace quorvane {
 
 class Store;
 
-// The colour of a plain window: "ButtonFace" of "Control Panel\Colors". Nothing where it is not told.
-std::optional<Color> ReadButtonFace(Store& store);
+// Colours that the person's desktop has chosen, from "Control Panel\Colors". Nothing where they are not told.
+std::optional<Color> ReadButtonFace(Store& store);        // of a plain window
+std::optional<Color> ReadToolTipBackground(Store& store); // "InfoWindow"
 
 // Three decimal numbers with blanks between them, red, green and blue: the first up to the first blank, the
 // last behind the last one, and the second from what lies between. Nothing for a text with fewer than two
 // blanks.
-std::optional<Color> ParseButtonFace(std::string_view text);
+std::optional<Color> ParseSystemColor(std::string_view text);
 
 } // namespace quorvane
