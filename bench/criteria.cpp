@@ -2,6 +2,7 @@
 // alarms, and the compiler.
 
 #include "alarms/criteria/compiler.h"
+#include "alarms/criteria/foretelling.h"
 #include "alarms/criteria/program.h"
 #include "platform/shared/seeded_random.h"
 
@@ -166,6 +167,22 @@ BENCHMARK(CompileNestedBrackets)
     ->Range(125, 2000)
     ->Complexity()
     ->Unit(benchmark::kMicrosecond);
+
+// The next five moments within ten years. The last two are never true, and bounds alone do not show it.
+void Foretell(benchmark::State& state, const char* text) {
+    const std::string compiled = CompileCriteria(text).compiled;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Foretelling(compiled).Turns({2026, 11, 21, 12, 0, 0}, 5));
+}
+BENCHMARK_CAPTURE(Foretell, weekdays, "hh=7&nn=30&wd<6")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Foretell, leap_monday, "dd=29&mm=2&wd=1")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Foretell, one_second,
+                  "((yy*372+mm*31+dd)*86400+hh*3600+nn*60+ss)=((2035*372+31+1)*86400+5)")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Foretell, never_in_a_minute, "(ss\\7)=5&(ss\\7)=6&(hh\\5)=3&(dd\\3)=1&(nn\\2)=1")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Foretell, never_in_a_year, "((dd*mm*wd)\\101)=5&((dd*mm*wd)\\101)=6&((hh*nn*ss)\\101)=7")
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace quorvane

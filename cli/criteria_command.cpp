@@ -1,4 +1,5 @@
 #include "alarms/criteria/compiler.h"
+#include "alarms/criteria/foretelling.h"
 #include "alarms/criteria/program.h"
 #include "alarms/criteria/trial.h"
 #include "cli/batch.h"
@@ -18,6 +19,13 @@ std::string OnOneLine(const std::string& text) {
     return Replace(Replace(text, "\r\n", " "), "\n", " ");
 }
 
+std::string Joined(const std::vector<std::string>& texts, const char* between) {
+    std::string joined;
+    for (const std::string& text : texts)
+        joined += (joined.empty() ? "" : between) + text;
+    return joined;
+}
+
 // One run of the command: what to do with each input and how to tell of it.
 class CriteriaRun {
   public:
@@ -28,7 +36,7 @@ class CriteriaRun {
 
     int Compile(const std::string& text) {
         const CompiledCriterion result = CompileCriteria(text);
-        if (result.refused && !(json_ && batch_)) Complain(result);
+        if (result.refused && !(json_ && batch_)) Complain(ReasonOf(result));
         if (json_) {
             Print(JsonObject()
                       .Add("text", text)
@@ -62,15 +70,38 @@ class CriteriaRun {
         return trial.boxMessage.empty() ? Done : Refused;
     }
 
-  private:
-    void Complain(const CompiledCriterion& result) {
-        if (result.message.empty()) {
-            streams_.err << "more than a hundred values of one kind, or a constant that is too great\n";
-        } else if (batch_) {
-            streams_.err << OnOneLine(result.message) + '\n';
-        } else {
-            streams_.err << result.message + (result.message.back() == '\n' ? "" : "\n");
+    int Next(const std::string& text, const DateTime& from, std::size_t count) {
+        const CompiledCriterion result = CompileCriteria(text);
+        Foretelling foretelling(result.compiled);
+        const bool refused = result.refused || !foretelling.Possible();
+        const std::string message = result.refused ? ReasonOf(result) : refused ? NotForetold : "";
+        if (refused && !(json_ && batch_)) Complain(message);
+        std::vector<std::string> moments;
+        if (!refused) {
+            for (const DateTime& moment : foretelling.Turns(from, count))
+                moments.push_back(DateTimeText(moment));
         }
+        if (json_) {
+            Print(JsonObject().Add("text", text).Add("next", moments).Add("message", message).Text());
+        } else if (batch_) {
+            Print(Joined(moments, ", "));
+        } else if (!moments.empty()) {
+            Print(Joined(moments, "\n"));
+        }
+        return refused ? Refused : Done;
+    }
+
+  private:
+    static constexpr const char* NotForetold = "a criterion that reads rr or calls frst cannot be foretold";
+
+    static std::string ReasonOf(const CompiledCriterion& result) {
+        return result.message.empty()
+                   ? "more than a hundred values of one kind, or a constant that is too great"
+                   : result.message;
+    }
+    void Complain(const std::string& reason) {
+        streams_.err << (batch_ ? OnOneLine(reason) : reason)
+                     << (batch_ || reason.back() != '\n' ? "\n" : "");
     }
     void Print(std::string_view text) { streams_.out << text << '\n'; }
 
@@ -80,9 +111,15 @@ class CriteriaRun {
     CriteriaMemory memory_; // lives through a batch, as it does through the program's ticks
 };
 
+std::size_t CountOf(const Arguments& arguments) {
+    const auto count = arguments.WholeNumber("count").value_or(5);
+    if (count < 1 || count > 1'000'000) throw UsageError("--count is a number from 1 to 1000000");
+    return static_cast<std::size_t>(count);
+}
+
 int RunCriteria(const Arguments& arguments, Streams& streams) {
     const std::vector<std::string>& inputs = arguments.Inputs();
-    if (inputs.size() != 2) throw UsageError("compile, test or try is wanted, and one text");
+    if (inputs.size() != 2) throw UsageError("compile, test, try or next is wanted, and one text");
     const std::string& verb = inputs[0];
     const std::string& input = inputs[1];
     CriteriaRun run(arguments, input, streams);
@@ -101,14 +138,22 @@ int RunCriteria(const Arguments& arguments, Streams& streams) {
         const CriteriaMoment moment(MomentOf(arguments), random);
         return forEach([&](const std::string& text) { return run.Try(text, moment); });
     }
-    throw UsageError("compile, test or try is wanted, not \"" + verb + "\"");
+    if (verb == "next") {
+        const DateTime from = MomentOf(arguments);
+        const std::size_t count = CountOf(arguments);
+        return forEach([&](const std::string& text) { return run.Next(text, from, count); });
+    }
+    throw UsageError("compile, test, try or next is wanted, not \"" + verb + "\"");
 }
 
 } // namespace
 
 Command CriteriaCommand() {
-    return {
-        "criteria", "criteria compile|test|try [--json] [--at T] TEXT|COMPILED|-", {"at"}, {}, RunCriteria};
+    return {"criteria",
+            "criteria compile|test|try|next [--json] [--at T] [--count N] TEXT|COMPILED|-",
+            {"at", "count"},
+            {},
+            RunCriteria};
 }
 
 } // namespace quorvane::cli

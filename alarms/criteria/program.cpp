@@ -123,14 +123,18 @@ bool CriteriaProgram::Builder::Join(const CriteriaInstruction& instruction) {
     return false;
 }
 
+std::vector<CriteriaInstruction> EvaluationOrder(std::string_view compiled) {
+    const std::vector<CriteriaInstruction> instructions = ReadInstructions(compiled);
+    std::vector<CriteriaInstruction> order(MissingOperands(instructions));
+    order.insert(order.end(), instructions.rbegin(), instructions.rend());
+    return order;
+}
+
 CriteriaProgram::CriteriaProgram(std::string_view compiled) {
     const bool readable = PassOver([&] {
-        const std::vector<CriteriaInstruction> instructions = ReadInstructions(compiled);
         Builder builder(*this);
-        for (std::size_t missing = MissingOperands(instructions); missing > 0; --missing)
-            builder.Add(CriteriaInstruction{});
-        for (auto at = instructions.rbegin(); at != instructions.rend(); ++at)
-            builder.Add(*at);
+        for (const CriteriaInstruction& instruction : EvaluationOrder(compiled))
+            builder.Add(instruction);
         values_.resize(builder.Deepest());
     });
     if (!readable) steps_.clear();

@@ -10,6 +10,11 @@
 
 namespace quorvane {
 
+// The instructions of a compiled text in the order in which they are evaluated, the text's last one first,
+// behind a 0 for each operand that a text which ended early lacks. Throws a RunTimeError for a text that can
+// never be evaluated.
+std::vector<CriteriaInstruction> EvaluationOrder(std::string_view compiled);
+
 // A compiled criterion, decoded. Decoding takes any text at all; one that cannot be evaluated is false at
 // every moment.
 class CriteriaProgram {

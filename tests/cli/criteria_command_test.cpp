@@ -51,5 +51,26 @@ TEST(CriteriaCommand, TestsAndTriesAtAMoment) {
     EXPECT_EQ(RunCriteria({"try"}).status, WrongUsage);
 }
 
+TEST(CriteriaCommand, TellsTheNextMomentsOrWhyItCannot) {
+    EXPECT_EQ(RunCriteria({"next", "--count", "2", "hh=7&nn=30&wd<6"}).out,
+              "2026-11-23 07:30:00\n2026-11-24 07:30:00\n");
+    const Ran never = RunCriteria({"next", "dd=31&mm=2"});
+    EXPECT_EQ(never.out, "");
+    EXPECT_EQ(never.status, Done);
+    const Ran batch = RunCriteria({"next", "--json", "-"}, "mm=12&dd=24\nrr<1\nhh hh\n");
+    EXPECT_EQ(batch.status, Done);
+    EXPECT_EQ(
+        batch.out,
+        R"({"text": "mm=12&dd=24", "next": ["2026-12-24 00:00:00", "2027-12-24 00:00:00", )"
+        R"("2028-12-24 00:00:00", "2029-12-24 00:00:00", "2030-12-24 00:00:00"], "message": ""})"
+        "\n"
+        R"({"text": "rr<1", "next": [], "message": "a criterion that reads rr or calls frst cannot be foretold"})"
+        "\n"
+        R"({"text": "hh hh", "next": [], "message": "Lexical ERROR! - Illegal system variable [hhhh]!"})"
+        "\n");
+    EXPECT_EQ(RunCriteria({"next", "frst(1)"}).status, Refused);
+    EXPECT_EQ(RunCriteria({"next", "--count", "0", "hh"}).status, WrongUsage);
+}
+
 } // namespace
 } // namespace quorvane::cli
