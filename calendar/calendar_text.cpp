@@ -18,8 +18,9 @@ class Describer {
 
     CalendarText Describe() const {
         CalendarText text;
-        text.caption = {Caption(false), record_.Caption_Color};
-        text.shortCaption = Caption(true);
+        text.caption = {Caption(), record_.Caption_Color};
+        text.shortCaption = SystemCaption();
+        text.systemDayNames = inputs_.regional.systemNames.days;
         if (record_.ShowWeekNumbers) {
             text.weekLine = {record_.Week_Str_Name + presentWeek_, record_.Week_Caption_Color};
             text.countedWeekLine = record_.Week_Str_Name + std::to_string(WeeksSinceNewYear(inputs_.now));
@@ -43,12 +44,22 @@ class Describer {
 
     static std::string WeekMark(const std::string& week) { return "[" + week + "] "; }
 
-    std::string Caption(bool abbreviate) const {
+    std::string CaptionOf(const std::string& month, const std::string& weekday) const {
+        return month + ", " + UpperFirst(weekday) + " " + std::to_string(inputs_.now.day) + ", " +
+               std::to_string(inputs_.now.year);
+    }
+    std::string Caption() const {
         const DateTime& now = inputs_.now;
-        const std::string weekday = DayName(SystemWeekday(now, inputs_.regional), true, SystemFirstDay,
-                                            inputs_.locale, inputs_.regional);
-        return MonthName(now.month, abbreviate, inputs_.locale) + ", " + UpperFirst(weekday) + " " +
-               std::to_string(now.day) + ", " + std::to_string(now.year);
+        return CaptionOf(MonthName(now.month, false, inputs_.locale),
+                         DayName(SystemWeekday(now, inputs_.regional), true, SystemFirstDay, inputs_.locale,
+                                 inputs_.regional));
+    }
+    std::string SystemCaption() const {
+        const DateTime& now = inputs_.now;
+        const DateNames& names = inputs_.regional.systemNames;
+        const int weekday = WeekdayMondayFirst(now.year, now.month, now.day);
+        return CaptionOf(names.months[static_cast<std::size_t>(now.month - 1)],
+                         names.days[static_cast<std::size_t>(weekday - 1)]);
     }
 
     // The names roll with the system's first day of the week while the columns stay Monday first.

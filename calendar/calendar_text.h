@@ -33,10 +33,11 @@ struct MonthText {
 
 struct CalendarText {
     TextLine caption;            // "November, Su 15, 2026"
-    std::string shortCaption;    // the same with the month's short name, whose width counts
+    std::string shortCaption;    // the same by the system's own short names, whose width counts
     TextLine weekLine;           // "Week #45", or no text: an empty line
     std::string countedWeekLine; // the same by the weeks since New Year, whose width counts
     std::array<TextLine, 7> dayNames;
+    std::array<std::string, 7> systemDayNames; // the system's own, whose width counts
     std::string weekMark; // "[45] " of the present week, by whose width things are shifted
     std::vector<MonthText> months;
     std::optional<SkyText> sky;

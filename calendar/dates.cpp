@@ -62,8 +62,9 @@ std::int64_t CenturyCorrection(std::int64_t year) {
 
 } // namespace
 
-RegionalValues ReadRegionalValues(Store& store) {
+RegionalValues ReadRegionalValues(Store& store, System& system) {
     RegionalValues values;
+    values.systemNames = system.ShortDateNames();
     const auto read = [&store](const char* name, std::string& text) {
         return RegReadValue(store, "", Hive::CurrentUser, "Control Panel\\International", key_access::Read,
                             name, text) == 1;

@@ -2,6 +2,7 @@
 
 #include "core/date_time.h"
 #include "core/locale_strings.h"
+#include "platform/system.h"
 
 #include <optional>
 #include <string>
@@ -17,9 +18,11 @@ struct RegionalValues {
     int iFirstDayOfWeek = 0;               // 0 Monday to 6 Sunday
     std::optional<std::string> sShortDate; // "dd.MM.yyyy"; missing where the system has none
     std::string sDecimal = ".";
+    DateNames systemNames; // which the calendar's block is measured with, whatever names are printed
 };
-// From "Control Panel\International" of the current user; what is missing there keeps the presets above.
-RegionalValues ReadRegionalValues(Store& store);
+// From "Control Panel\International" of the current user, where what is missing keeps the presets above, and
+// the system's own names.
+RegionalValues ReadRegionalValues(Store& store, System& system);
 
 // "Jan" or "January" by the locale's words where it has them; empty for a month outside 1 to 12.
 std::string MonthName(int month, bool abbreviate, const LocaleStrings& locale);

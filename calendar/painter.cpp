@@ -32,8 +32,9 @@ struct BlockSize {
     double CalH = 0;
 };
 
-// The width of the widest line and the height of all. The lines are those of the painting, except that days
-// are padded to two digits, the weekday names close up and the Moon has an empty line above it.
+// The width of the widest line and the height of all. The lines are those of the painting, except that months
+// and weekdays have the system's names, days are padded to two digits, the weekday names close up and the
+// Moon has an empty line above it.
 class Measuring {
   public:
     Measuring(DrawingBox& box, const GlobalRecord& record)
@@ -67,8 +68,8 @@ class Measuring {
   private:
     static std::string Header(const CalendarText& text) {
         std::string header;
-        for (const TextLine& name : text.dayNames)
-            header += name.text + "  ";
+        for (const std::string& name : text.systemDayNames)
+            header += name + "  ";
         header.pop_back();
         return header;
     }

@@ -44,10 +44,14 @@ Format FormatOf(const std::string& path) {
     throw UsageError("--out ends in .bmp or .png");
 }
 
-bool Save(const PixelView& pixels, Drawing& drawing, Files& files, const std::string& path, Format format) {
-    if (format == Format::Bitmap) return SaveBitmap(pixels, files, path);
-    const auto writer = files.Replace(path);
-    return writer && drawing.WritePng(pixels, *writer) && writer->Commit();
+bool Save(const PixelView& pixels, Drawing& drawing, Files& files, const std::string& path, Format format,
+          std::string& why) {
+    if (format == Format::Bitmap) return SaveBitmap(pixels, files, path, why);
+    const auto writer = files.Replace(path, why);
+    if (!writer) return false;
+    if (drawing.WritePng(pixels, *writer) && writer->Commit()) return true;
+    why = writer->Why();
+    return false;
 }
 
 JsonObject RectObject(const PixelRect& rect) {
@@ -68,12 +72,13 @@ int Render(const Arguments& arguments, Streams& streams) {
     const LocaleStrings builtInWords;
     Composition composition(
         {rig.record, rig.fileList, rig.selection, rig.complaints, *rig.clock, *drawing, rig.random},
-        CalendarLayer(rig.record, *rig.clock, *drawing, *rig.store, builtInWords));
+        CalendarLayer(rig.record, *rig.clock, *drawing, *rig.store, *rig.system, builtInWords));
     const ComposedWallpaper composed = composition.Compose(picture, screen);
     if (!composed.canvas) throw RefusedInput("there is no memory for a canvas of that size");
     const std::int64_t start = rig.clock->Ticks();
-    if (!Save(composed.canvas->Pixels(), *drawing, *rig.files, *out, format))
-        throw RefusedInput(*out + ": the wallpaper cannot be saved");
+    std::string why;
+    if (!Save(composed.canvas->Pixels(), *drawing, *rig.files, *out, format, why))
+        throw RefusedInput(*out + ": the wallpaper cannot be saved; the old file stays (" + why + ")");
     const std::int64_t saveMilliseconds = rig.clock->Ticks() - start;
 
     const PixelSize size = composed.canvas->Size();

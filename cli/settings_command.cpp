@@ -129,9 +129,12 @@ int Export(const Arguments& arguments, Streams&) {
     const auto store = OpenSettings(arguments, *files);
     const RegEncoding encoding = arguments.Has("utf16") ? RegEncoding::Utf16 : RegEncoding::Utf8;
     const std::string content = ExportRegFile(*store, RootKey, encoding);
-    const auto writer = files->Replace(path);
-    if (!writer || !writer->Write(content.data(), content.size()) || !writer->Commit())
-        throw RefusedInput("the file \"" + path + "\" cannot be written");
+    std::string why;
+    const auto writer = files->Replace(path, why);
+    const bool written = writer && writer->Write(content.data(), content.size()) && writer->Commit();
+    if (!written)
+        throw RefusedInput("the file \"" + path + "\" cannot be written (" + (writer ? writer->Why() : why) +
+                           ")");
     return Done;
 }
 

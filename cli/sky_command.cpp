@@ -1,9 +1,9 @@
-#include "calendar/dates.h"
 #include "calendar/ephemerides.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/moment.h"
 #include "cli/zone.h"
+#include "config/settings.h"
 #include "core/numbers.h"
 #include "platform/headless.h"
 #include "platform/store.h"
@@ -40,9 +40,9 @@ int TellSky(const Arguments& arguments, Streams& streams) {
     arguments.NoInputs();
     const Place place{Degrees(arguments, "latitude", 90), Degrees(arguments, "longitude", 360)};
     const DateTime moment = MomentOf(arguments);
-    const RegionalValues regional = ReadRegionalValues(*CreateScratchStore());
+    const std::string decimalSign = DecimalSign(*CreateScratchStore());
     Ephemerides sky;
-    ComputeEphemerides(moment, place, ZoneOf(arguments, moment), LocaleStrings(), regional.sDecimal, sky);
+    ComputeEphemerides(moment, place, ZoneOf(arguments, moment), LocaleStrings(), decimalSign, sky);
 
     JsonObject json;
     for (const Field& field : Fields) {

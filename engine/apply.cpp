@@ -13,8 +13,9 @@ namespace {
 void SaveCanvas(Surface& canvas, const std::string& path, const Platform& platform, Complaints& complaints) {
     const std::string ownFolder = platform.files.WritableDirectory();
     if (path.starts_with(ownFolder)) platform.files.MakeFolder(ownFolder);
-    if (!SaveBitmap(canvas.Pixels(), platform.files, path))
-        complaints.Tell(path, "the wallpaper cannot be saved, what stands there stays");
+    std::string why;
+    if (!SaveBitmap(canvas.Pixels(), platform.files, path, why))
+        complaints.Tell(path, "the wallpaper cannot be saved; the old file stays (" + why + ")");
 }
 
 // The style is left empty, whatever the position is.

@@ -9,7 +9,7 @@ namespace quorvane {
 
 // Saves the finished canvas where `mode`, a change_mode, wants it, makes the user's file the wallpaper, gives
 // the canvas back and reports in the tray. No step stops it: where the file cannot be saved, the desktop gets
-// the one that stands there.
+// the old file.
 void ApplyWallpaper(ComposedWallpaper composed, int mode, const GlobalRecord& record,
                     const Platform& platform, Complaints& complaints);
 

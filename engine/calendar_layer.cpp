@@ -5,11 +5,11 @@
 namespace quorvane {
 
 Composition::CalendarPainter CalendarLayer(const GlobalRecord& record, Clock& clock, Drawing& drawing,
-                                           Store& store, const LocaleStrings& locale) {
+                                           Store& store, System& system, const LocaleStrings& locale) {
     return [&](Surface& canvas) {
         const DateTime now = clock.Now();
         return PaintCalendar(record, drawing, canvas,
-                             {now, clock.ZoneAt(now), locale, ReadRegionalValues(store)});
+                             {now, clock.ZoneAt(now), locale, ReadRegionalValues(store, system)});
     };
 }
 

@@ -9,6 +9,6 @@ namespace quorvane {
 // Paints the calendar of the present moment, in the person's regional values as they then are. Everything
 // handed in must outlive it.
 Composition::CalendarPainter CalendarLayer(const GlobalRecord& record, Clock& clock, Drawing& drawing,
-                                           Store& store, const LocaleStrings& locale);
+                                           Store& store, System& system, const LocaleStrings& locale);
 
 } // namespace quorvane

@@ -11,9 +11,8 @@ namespace quorvane {
 PixelSize TargetSize(int wallpaperResolution, PixelSize screen) {
     static constexpr std::array<PixelSize, 5> Sizes{
         {{640, 480}, {800, 600}, {1024, 768}, {1280, 1024}, {1600, 1200}}};
-    if (wallpaperResolution == static_cast<int>(Sizes.size())) return screen;
-    if (wallpaperResolution < 0 || wallpaperResolution > static_cast<int>(Sizes.size())) return {};
-    return Sizes[static_cast<std::size_t>(wallpaperResolution)];
+    const bool listed = wallpaperResolution >= 0 && wallpaperResolution < static_cast<int>(Sizes.size());
+    return listed ? Sizes[static_cast<std::size_t>(wallpaperResolution)] : screen;
 }
 
 ComposedWallpaper Composition::Compose(const std::string& file, PixelSize screen) {

@@ -55,8 +55,7 @@ class Composition {
     CalendarPainter paintCalendar_;
 };
 
-// The size that a WallpaperResolution stands for: a fixed one, or the screen's. Nothing for a value beyond
-// the list.
+// The size that a WallpaperResolution from 0 to 4 stands for; the screen's for any other.
 PixelSize TargetSize(int wallpaperResolution, PixelSize screen);
 
 } // namespace quorvane

@@ -31,7 +31,7 @@ frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platfor
     , selection_(record, fileList_, platform.clock, platform.random)
     , composition_(
           {record, fileList_, selection_, complaints_, platform.clock, platform.drawing, platform.random},
-          CalendarLayer(record, platform.clock, platform.drawing, platform.store, locale)) {
+          CalendarLayer(record, platform.clock, platform.drawing, platform.store, platform.system, locale)) {
     Timer1.onTimer = [this] { CountDownToChange(); };
     Timer2.onTimer = [this] { CountDownToRescan(); };
 }

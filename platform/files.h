@@ -41,6 +41,8 @@ class FileWriter {
     virtual ~FileWriter() = default;
     virtual bool Write(const void* bytes, std::size_t count) = 0;
     virtual bool Commit() = 0;
+    // Why a Write or Commit failed, in words for a person.
+    virtual std::string Why() const = 0;
 };
 
 // Paths are UTF-8 in the platform's own form.
@@ -59,8 +61,9 @@ class Files {
 
     virtual bool Exists(const std::string& path) = 0; // a file or a folder
     virtual std::optional<std::string> Read(const std::string& path) = 0;
-    // Null where the folder cannot be written.
-    virtual std::unique_ptr<FileWriter> Replace(const std::string& path) = 0;
+    // Null, with the reason in `why`, where the folder cannot be written or something else than a file stands
+    // there. What a process left beside it that died while it wrote is removed.
+    virtual std::unique_ptr<FileWriter> Replace(const std::string& path, std::string& why) = 0;
     virtual bool MakeFolder(const std::string& path) = 0; // with its parents; true where it stands already
     virtual bool Delete(const std::string& path) = 0;     // a file
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,6 +22,13 @@ struct VersionRecord {
     std::string displayName; // what the system calls itself, where it does ("Debian GNU/Linux 12")
 };
 
+// What the system itself calls the months, from January on, and the weekdays, from Monday on, in short.
+struct DateNames {
+    std::array<std::string, 12> months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    std::array<std::string, 7> days{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+};
+
 class System {
   public:
     virtual ~System() = default;
@@ -33,6 +41,8 @@ class System {
     // Directories of the system; empty where unknown.
     virtual std::string WindowsDirectory() = 0;
     virtual std::string SystemWindowsDirectory() = 0;
+    // In the person's language.
+    virtual DateNames ShortDateNames() = 0;
     // Asks for a right of the process by its name; false where it is not granted.
     virtual bool EnablePrivilege(std::string_view name) = 0;
 

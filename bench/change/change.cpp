@@ -28,6 +28,7 @@ class PlainWriter final : public FileWriter {
         return std::fwrite(bytes, 1, count, file_) == count;
     }
     bool Commit() override { return true; }
+    std::string Why() const override { return {}; }
 
   private:
     std::FILE* file_;

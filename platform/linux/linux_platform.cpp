@@ -52,7 +52,7 @@ struct LinuxPlatform::Parts {
     LinuxSession session;
     LinuxDesktop desktop{*store, system, events};
     LinuxTray tray{events, system};
-    QtFormHost forms{*drawing};
+    QtFormHost forms;
     QtPrompts prompts;
 };
 

@@ -29,6 +29,8 @@ class MemoryFileWriter final : public FileWriter {
         return true;
     }
 
+    std::string Why() const override { return whole_ ? "the folder cannot be written" : "the disk is full"; }
+
   private:
     MemoryFiles& files_;
     std::string path_;
@@ -122,9 +124,12 @@ std::optional<std::string> MemoryFiles::Read(const std::string& path) {
     return found->second;
 }
 
-std::unique_ptr<FileWriter> MemoryFiles::Replace(const std::string& path) {
+std::unique_ptr<FileWriter> MemoryFiles::Replace(const std::string& path, std::string& why) {
     const Place place = PlaceOf(path);
-    if (!Find(place.folder) || readOnly.count(place.folder) > 0) return nullptr;
+    if (!Find(place.folder) || readOnly.count(place.folder) > 0) {
+        why = "the folder cannot be written";
+        return nullptr;
+    }
     return std::make_unique<MemoryFileWriter>(*this, path);
 }
 

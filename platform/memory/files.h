@@ -24,7 +24,7 @@ class MemoryFiles final : public Files {
     bool List(const std::string& folder, std::string_view pattern, FolderListing& out) override;
     bool Exists(const std::string& path) override;
     std::optional<std::string> Read(const std::string& path) override;
-    std::unique_ptr<FileWriter> Replace(const std::string& path) override;
+    std::unique_ptr<FileWriter> Replace(const std::string& path, std::string& why) override;
     bool MakeFolder(const std::string& path) override;
     bool Delete(const std::string& path) override;
     std::string ProgramDirectory() override { return programDirectory; }

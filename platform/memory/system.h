@@ -20,6 +20,7 @@ class MemorySystem : public System {
     std::int32_t ThreadId() override { return 4712; }
     std::string WindowsDirectory() override { return windowsDirectory; }
     std::string SystemWindowsDirectory() override { return systemWindowsDirectory; }
+    DateNames ShortDateNames() override { return dateNames; }
     bool EnablePrivilege(std::string_view name) override {
         calls_.Add("system.EnablePrivilege " + std::string(name));
         return !refusedPrivileges.contains(std::string(name));
@@ -38,6 +39,7 @@ class MemorySystem : public System {
     std::string computerName = "workstation";
     std::string windowsDirectory = "/windows";
     std::string systemWindowsDirectory = "/system";
+    DateNames dateNames;
     std::set<std::string> refusedPrivileges;
     std::vector<std::string> fontNames{
         "Courier", "Monotype Corsiva", "MS Sans Serif", "Microsoft Sans Serif", "SansSerif", "Arial"};

@@ -60,9 +60,12 @@ bool WriteBitmap(const PixelView& pixels, FileWriter& out) {
     return out.Write(stripe.data(), filled);
 }
 
-bool SaveBitmap(const PixelView& pixels, Files& files, const std::string& path) {
-    const auto writer = files.Replace(path);
-    return writer && WriteBitmap(pixels, *writer) && writer->Commit();
+bool SaveBitmap(const PixelView& pixels, Files& files, const std::string& path, std::string& why) {
+    const auto writer = files.Replace(path, why);
+    if (!writer) return false;
+    if (WriteBitmap(pixels, *writer) && writer->Commit()) return true;
+    why = writer->Why();
+    return false;
 }
 
 } // namespace quorvane

@@ -13,7 +13,8 @@ class FileWriter;
 // the commit to the caller.
 bool WriteBitmap(const PixelView& pixels, FileWriter& out);
 
-// The same as the new content of the file at `path`; on false the old one stands as it was.
-bool SaveBitmap(const PixelView& pixels, Files& files, const std::string& path);
+// The same as the new content of the file at `path`. False, with the reason in `why`, where that failed; the
+// old file then stands as it was.
+bool SaveBitmap(const PixelView& pixels, Files& files, const std::string& path, std::string& why);
 
 } // namespace quorvane

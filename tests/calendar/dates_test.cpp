@@ -1,5 +1,6 @@
 #include "calendar/dates.h"
 #include "config/registry.h"
+#include "platform/memory/system.h"
 #include "platform/shared/memory_store.h"
 
 #include <gtest/gtest.h>
@@ -122,11 +123,15 @@ TEST(Dates, DateStringsFollowTheShortDate) {
     EXPECT_EQ(BuildDateStr(3, 4, 476, regional), "476-4-3");
 }
 
-TEST(Dates, RegionalValuesComeFromTheStore) {
+TEST(Dates, RegionalValuesComeFromTheStoreAndTheSystem) {
     MemoryStore store;
-    EXPECT_EQ(ReadRegionalValues(store).iFirstDayOfWeek, 0);
-    EXPECT_FALSE(ReadRegionalValues(store).sShortDate.has_value());
-    EXPECT_EQ(ReadRegionalValues(store).sDecimal, ".");
+    CallLog calls;
+    MemorySystem system(calls);
+    system.dateNames.days[6] = "Вс";
+    EXPECT_EQ(ReadRegionalValues(store, system).systemNames.days[6], "Вс");
+    EXPECT_EQ(ReadRegionalValues(store, system).iFirstDayOfWeek, 0);
+    EXPECT_FALSE(ReadRegionalValues(store, system).sShortDate.has_value());
+    EXPECT_EQ(ReadRegionalValues(store, system).sDecimal, ".");
 
     const auto write = [&](const char* name, const char* text) {
         RegWriteValue(store, "", Hive::CurrentUser, "Control Panel\\International", key_access::All, name,
@@ -135,13 +140,13 @@ TEST(Dates, RegionalValuesComeFromTheStore) {
     write("iFirstDayOfWeek", "6");
     write("sShortDate", "d/M/yy");
     write("sDecimal", ",");
-    const RegionalValues values = ReadRegionalValues(store);
+    const RegionalValues values = ReadRegionalValues(store, system);
     EXPECT_EQ(values.iFirstDayOfWeek, 6);
     EXPECT_EQ(values.sShortDate, "d/M/yy");
     EXPECT_EQ(values.sDecimal, ",");
     for (const char* nonsense : {"", "Sunday", "1E999", "1E300"}) {
         write("iFirstDayOfWeek", nonsense);
-        EXPECT_LT(ReadRegionalValues(store).iFirstDayOfWeek, 7) << nonsense;
+        EXPECT_LT(ReadRegionalValues(store, system).iFirstDayOfWeek, 7) << nonsense;
     }
 }
 

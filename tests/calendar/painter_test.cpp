@@ -38,6 +38,7 @@ class PainterTest : public testing::Test {
         record.Moon_Ephemeredes_Color = Rgb(10, 10, 10);
         record.Week_Str_Name = "Week #";
         record.Calendar_Position = 1;
+        inputs.regional.systemNames.days = {"Mo", "Tu", "Wd", "Th", "Fr", "Sa", "Su"};
         record.Latitude = 54.2;
         record.Longitude = 37.6;
     }
@@ -168,6 +169,17 @@ TEST_F(PainterTest, BackgroundBox) {
     record.Calendar_Position = 9;
     Paint();
     EXPECT_EQ(fills, std::vector<std::string>{"fill 670,613 320x187 #080808"}) << "a mark and two blanks";
+}
+
+TEST_F(PainterTest, TheBlockIsMeasuredWithTheSystemsNames) {
+    record.Calendar_Position = 1;
+    inputs.regional.systemNames.days = {"lu", "ma", "me", "je", "ve", "sa", "di"};
+    EXPECT_EQ(Paint().width, 270);
+    EXPECT_TRUE(WasPrinted("Wd") && WasPrinted(Caption)) << "and printed with the program's";
+    inputs.regional.systemNames.days[2] = "mercr"; // 3 letters of 10 pixels more
+    EXPECT_EQ(Paint().width, 300);
+    inputs.regional.systemNames.months[10] = "a month of many letters"; // ", Di 15, 2026" behind it
+    EXPECT_EQ(Paint().width, 360);
 }
 
 TEST_F(PainterTest, NeighbourMonths) {

@@ -7,9 +7,11 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
@@ -27,9 +29,9 @@ class Descriptor {
     Descriptor& operator=(const Descriptor&) = delete;
 
     int Number() const { return number_; }
-    bool Close() {
+    void Close() {
         const int number = std::exchange(number_, -1);
-        return number < 0 || close(number) == 0;
+        if (number >= 0) close(number);
     }
 
   private:
@@ -100,17 +102,55 @@ std::string FollowLinks(const std::string& path) {
     return realpath(path.c_str(), resolved) ? std::string(resolved) : path;
 }
 
+// What is written beside a file is locked by whoever writes it, so that what a dead process left behind can
+// be told from what is being written.
+constexpr int MostBeside = 100;
+
+// The hidden names beside `target`, without their numbers. A name of the full length that a folder takes is
+// cut, in front of a character.
+std::string StemBeside(const std::string& target) {
+    constexpr std::size_t LongestName = 240;
+    const std::size_t start = target.rfind('/') + 1;
+    std::string name = target.substr(start, LongestName);
+    if (target.size() - start > LongestName) {
+        while (!name.empty() && (target[start + name.size()] & 0xC0) == 0x80)
+            name.pop_back();
+    }
+    return target.substr(0, start) + "." + name + ".new-";
+}
+
+bool IsFileAt(int descriptor, const std::string& path) {
+    struct stat own {
+    }, there{};
+    return fstat(descriptor, &own) == 0 && lstat(path.c_str(), &there) == 0 && own.st_dev == there.st_dev &&
+           own.st_ino == there.st_ino;
+}
+
+// Removes what stands at `path` if nobody writes it; false where there is nothing.
+bool RemoveLeftOver(const std::string& path) {
+    const Descriptor file(open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file.Number() < 0) return errno != ENOENT;
+    if (flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && IsFileAt(file.Number(), path)) unlink(path.c_str());
+    return true;
+}
+
 // A new hidden file in the folder of `target`, its path in `temporary`; -1 where none can be made. It gets
 // the rights of any new file, not the narrow ones of a temporary one: others may have to read the wallpaper.
 int OpenBeside(const std::string& target, std::string& temporary) {
-    const std::size_t name = target.rfind('/') + 1;
-    const std::string stem =
-        target.substr(0, name) + "." + target.substr(name) + "." + std::to_string(getpid()) + "-";
-    for (int number = 1; number <= 100; ++number) {
+    const std::string stem = StemBeside(target);
+    for (int number = 1; number <= MostBeside && RemoveLeftOver(stem + std::to_string(number)); ++number) {
+    }
+    for (int number = 1; number <= MostBeside; ++number) {
         temporary = stem + std::to_string(number);
         const int descriptor = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0 || errno != EEXIST) return descriptor;
+        if (descriptor < 0 && errno == EEXIST) continue;
+        if (descriptor < 0) return -1;
+        // Some file systems know no locks; where another took the file for a left-over, the next name serves.
+        const bool taken = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        if (!taken && IsFileAt(descriptor, temporary)) return descriptor;
+        close(descriptor);
     }
+    errno = EEXIST;
     return -1;
 }
 
@@ -122,7 +162,6 @@ class LinuxFileWriter final : public FileWriter {
         , target_(std::move(target)) {}
 
     ~LinuxFileWriter() override {
-        descriptor_.Close();
         if (!temporary_.empty()) unlink(temporary_.c_str());
     }
 
@@ -133,27 +172,37 @@ class LinuxFileWriter final : public FileWriter {
             if (written >= 0) {
                 at += written;
                 count -= static_cast<std::size_t>(written);
-            } else {
-                whole_ = errno == EINTR;
+            } else if (errno != EINTR) {
+                Fail();
             }
         }
         return whole_;
     }
 
     // The medium is not waited for: after a power failure the file may be the old one, which loses nothing
-    // that the next change does not bring back. A refusal that comes only with the closing counts.
+    // that the next change does not bring back. A refusal that comes only with the closing counts; a second
+    // descriptor is closed for it, as the first one holds the lock until the file has its name.
     bool Commit() override {
-        whole_ = descriptor_.Close() && whole_;
-        if (!whole_ || temporary_.empty()) return false;
-        if (rename(temporary_.c_str(), target_.c_str()) != 0) return false;
-        temporary_.clear();
-        return true;
+        if (temporary_.empty()) return false;
+        if (close(dup(descriptor_.Number())) != 0) Fail();
+        if (whole_ && rename(temporary_.c_str(), target_.c_str()) != 0) Fail();
+        if (whole_) temporary_.clear();
+        descriptor_.Close();
+        return whole_;
     }
 
+    std::string Why() const override { return std::strerror(error_); }
+
   private:
+    void Fail() {
+        if (whole_) error_ = errno;
+        whole_ = false;
+    }
+
     Descriptor descriptor_;
     std::string temporary_; // empty once it has been moved
     std::string target_;
+    int error_ = 0; // the first
     bool whole_ = true;
 };
 
@@ -209,14 +258,20 @@ std::optional<std::string> LinuxFiles::Read(const std::string& path) {
     return content;
 }
 
-std::unique_ptr<FileWriter> LinuxFiles::Replace(const std::string& path) {
+std::unique_ptr<FileWriter> LinuxFiles::Replace(const std::string& path, std::string& why) {
     const std::string target = FollowLinks(path);
     struct stat old {};
     const bool replaces = stat(target.c_str(), &old) == 0;
-    if (replaces && !S_ISREG(old.st_mode)) return nullptr;
+    if (replaces && !S_ISREG(old.st_mode)) {
+        why = "not a regular file";
+        return nullptr;
+    }
     std::string temporary;
     const int descriptor = OpenBeside(target, temporary);
-    if (descriptor < 0) return nullptr;
+    if (descriptor < 0) {
+        why = std::strerror(errno);
+        return nullptr;
+    }
     if (replaces) std::ignore = fchmod(descriptor, old.st_mode & 07777);
     return std::make_unique<LinuxFileWriter>(descriptor, temporary, target);
 }

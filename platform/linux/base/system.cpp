@@ -10,6 +10,8 @@
 #include <fontconfig/fontconfig.h>
 #include <fstream>
 #include <iterator>
+#include <langinfo.h>
+#include <locale.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <sys/utsname.h>
@@ -108,6 +110,21 @@ std::int32_t LinuxSystem::ThreadId() {
 
 std::string LinuxSystem::SystemWindowsDirectory() {
     return IsFolder("/usr/share/backgrounds") ? "/usr/share/backgrounds" : "/usr/share";
+}
+
+// The locale says them in its own encoding, which is UTF-8 wherever it counts; English stands for any other.
+DateNames LinuxSystem::ShortDateNames() {
+    DateNames names;
+    const locale_t locale = newlocale(LC_TIME_MASK | LC_CTYPE_MASK, "", nullptr);
+    if (!locale) return names;
+    if (std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8") {
+        for (int month = 0; month < 12; ++month)
+            names.months[static_cast<std::size_t>(month)] = nl_langinfo_l(ABMON_1 + month, locale);
+        for (int day = 0; day < 7; ++day) // its week begins on Sunday
+            names.days[static_cast<std::size_t>(day)] = nl_langinfo_l(ABDAY_1 + (day + 1) % 7, locale);
+    }
+    freelocale(locale);
+    return names;
 }
 
 std::vector<std::string> LinuxSystem::FontNames() {

@@ -15,6 +15,7 @@ class LinuxSystem : public System {
     // the log-on screen's.
     std::string WindowsDirectory() override { return SystemWindowsDirectory(); }
     std::string SystemWindowsDirectory() override;
+    DateNames ShortDateNames() override;
     // A process has no such rights here; what they guard is asked of the log-on manager at its time.
     bool EnablePrivilege(std::string_view) override { return false; }
     std::vector<std::string> FontNames() override;

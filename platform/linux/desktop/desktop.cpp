@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/desktop.h"
 
 #include "platform/event_loop.h"
+#include "platform/linux/desktop/monitors.h"
 #include "platform/linux/desktop/root_pixmap.h"
 #include "platform/linux/desktop/wallpaper_table.h"
 #include "platform/store.h"
@@ -22,11 +23,8 @@ bool IsX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
-// A screen's place is in the pixels of the machine, its size in those of the toolkit.
-PixelRect ScreenPixels(const QScreen& screen) {
-    const QRect geometry = screen.geometry();
-    return {geometry.x(), geometry.y(), qRound(geometry.width() * screen.devicePixelRatio()),
-            qRound(geometry.height() * screen.devicePixelRatio())};
+std::vector<PixelRect> Monitors() {
+    return IsX11() ? ServerMonitors() : std::vector<PixelRect>();
 }
 
 std::string Variable(const char* Name) {
@@ -82,7 +80,7 @@ PixelSize LinuxDesktop::ScreenSize() {
     if (!screen) {
         return {};
     }
-    const PixelRect pixels = ScreenPixels(*screen);
+    const PixelRect pixels = ScreenPixels(*screen, Monitors());
     return {pixels.width, pixels.height};
 }
 
@@ -92,10 +90,11 @@ bool LinuxDesktop::SetWallpaper(const std::string& path) {
     handover.file = std::filesystem::absolute(path, error).lexically_normal().string();
     handover.style = ToWallpaperStyle(PublishedStyle(store_));
     handover.stateFolder = StateFolder();
+    const std::vector<PixelRect> monitors = Monitors();
     std::vector<PixelRect> places;
     for (const QScreen* screen : QGuiApplication::screens()) {
         handover.monitors.push_back(screen->name().toStdString());
-        places.push_back(ScreenPixels(*screen));
+        places.push_back(ScreenPixels(*screen, monitors));
     }
     if (IsX11()) {
         handover.workspaces = WorkspaceCount();

@@ -2,8 +2,11 @@
 
 #include "platform/linux/desktop/bitmap_rows.h"
 
+#include <QFile>
+#include <QImageReader>
 #include <QPainter>
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -198,6 +201,14 @@ bool RootWindow::Show(const RowSource& picture) {
     return done != nullptr;
 }
 
+// By a file that is open already: a name need not be UTF-8, which the toolkit takes it for.
+QImage ReadPicture(const std::string& path) {
+    std::FILE* file = std::fopen(path.c_str(), "rbe");
+    QFile device;
+    if (!file || !device.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) return {};
+    return QImageReader(&device).read();
+}
+
 } // namespace
 
 QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize size) {
@@ -232,7 +243,7 @@ bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::v
                 [&](int y, QRgb* row) { return rows->Read(border->x(), border->y() + y, size.width, row); });
         }
     }
-    const QImage picture = QImage(QString::fromStdString(file)).convertToFormat(QImage::Format_RGB32);
+    const QImage picture = ReadPicture(file).convertToFormat(QImage::Format_RGB32);
     if (picture.isNull()) return false;
     QImage whole(size.width, size.height, QImage::Format_RGB32);
     whole.fill(Qt::black);

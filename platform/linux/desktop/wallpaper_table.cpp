@@ -7,7 +7,6 @@
 #include <QDBusInterface>
 #include <QDBusMessage>
 #include <QString>
-#include <QUrl>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -28,7 +27,8 @@ struct StyleWords {
 };
 
 std::string FileUri(const std::string& path) {
-    return QUrl::fromLocalFile(QString::fromStdString(path)).toEncoded().toStdString();
+    // Byte by byte: a name need not be UTF-8.
+    return "file://" + QByteArray::fromStdString(path).toPercentEncoding("!$&'()*+,;=:@/").toStdString();
 }
 
 // The text form that the settings command parses; it takes plain text as it stands.

@@ -26,7 +26,10 @@ ScreenDots Dots() {
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
     const QScreen* screen = application ? QGuiApplication::primaryScreen() : nullptr;
     if (!screen || QGuiApplication::platformName() == "offscreen") return {};
-    return {screen->logicalDotsPerInchX(), screen->logicalDotsPerInchY()};
+    // The toolkit keeps the logical resolution and tells the rest as a scale of its pixels; a surface has the
+    // machine's pixels.
+    const double scale = screen->devicePixelRatio();
+    return {screen->logicalDotsPerInchX() * scale, screen->logicalDotsPerInchY() * scale};
 }
 
 } // namespace

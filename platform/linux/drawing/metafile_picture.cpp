@@ -1,3 +1,4 @@
+#include "platform/linux/drawing/child.h"
 #include "platform/linux/drawing/gui_session.h"
 #include "platform/linux/drawing/picture.h"
 #include "platform/linux/drawing/svg.h"
@@ -27,7 +28,7 @@ namespace {
 
 constexpr double KScreenDots = 96; // an inch, as the pictures of metafiles are measured
 constexpr qint64 KLargestFile = 64 << 20;
-constexpr qsizetype KLargestDrawing = 64 << 20;
+constexpr std::chrono::seconds KMostTime{10};
 
 // The numbers of a metafile's header. Beyond its end they read as 0.
 class Header {
@@ -107,58 +108,6 @@ bool ConvertEnhanced(QByteArray bytes, std::FILE* out) {
            std::fwrite(svg, 1, length, out) == length;
 }
 
-// What a child may use at most; a limit that stands already is never raised.
-void Restrict() {
-    const rlimit seconds{5, 5};
-    setrlimit(RLIMIT_CPU, &seconds);
-    const rlimit fileBytes{0, 0};
-    setrlimit(RLIMIT_FSIZE, &fileBytes);
-    const rlimit noDump{0, 0};
-    setrlimit(RLIMIT_CORE, &noDump);
-    long pages = 0;
-    if (std::FILE* memory = std::fopen("/proc/self/statm", "r")) {
-        if (std::fscanf(memory, "%ld", &pages) != 1) pages = 0;
-        std::fclose(memory);
-    }
-    constexpr rlim_t KMore = rlim_t{512} << 20;
-    const rlim_t bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + KMore;
-    const rlimit memory{bytes, bytes};
-    if (pages > 0) setrlimit(RLIMIT_AS, &memory);
-}
-
-[[noreturn]] void RunChild(int output, const std::function<bool(std::FILE*)>& convert) {
-    Restrict();
-    const int nowhere = open("/dev/null", O_RDWR);
-    dup2(nowhere, STDOUT_FILENO);
-    dup2(nowhere, STDERR_FILENO);
-    std::setlocale(LC_ALL, "C"); // the libraries print numbers
-    std::FILE* out = fdopen(output, "wb");
-    const bool done = out && convert(out) && std::fflush(out) == 0;
-    _exit(done ? 0 : 1);
-}
-
-// The libraries that read metafiles trust their input; a child of its own keeps their accidents from the
-// program and bounds what they use.
-QByteArray InChild(const std::function<bool(std::FILE*)>& convert) {
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) return {};
-    const pid_t child = fork();
-    if (child == 0) RunChild(ends[1], convert);
-    close(ends[1]);
-    QByteArray svg;
-    char bytes[16384];
-    ssize_t count = 0;
-    while (child > 0 && svg.size() < KLargestDrawing &&
-           ((count = read(ends[0], bytes, sizeof bytes)) > 0 || (count < 0 && errno == EINTR)))
-        if (count > 0) svg.append(bytes, count);
-    close(ends[0]);
-    int status = -1;
-    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    const bool done = WIFEXITED(status) && WEXITSTATUS(status) == 0 && svg.size() < KLargestDrawing;
-    return done ? svg : QByteArray();
-}
-
 class MetafilePicture final : public LinuxPicture {
   public:
     MetafilePicture(std::string path, Metafile kind, PixelSize size)
@@ -177,11 +126,11 @@ class MetafilePicture final : public LinuxPicture {
   private:
     QByteArray Convert() const {
         if (kind_ == Metafile::Windows)
-            return InChild([this](std::FILE* out) { return ConvertWindows(path_, out); });
+            return OutputOfChild([this](std::FILE* out) { return ConvertWindows(path_, out); }, KMostTime);
         QFile file(QString::fromStdString(path_));
         if (!file.open(QIODevice::ReadOnly)) return {};
         const QByteArray bytes = file.read(KLargestFile);
-        return InChild([&bytes](std::FILE* out) { return ConvertEnhanced(bytes, out); });
+        return OutputOfChild([&bytes](std::FILE* out) { return ConvertEnhanced(bytes, out); }, KMostTime);
     }
 
     std::string path_;

@@ -47,8 +47,8 @@ bool LooksLikeSvg(std::string_view head) {
 bool SensibleSize(PixelSize size, std::string& why) {
     if (size.width > 0 && size.height > 0 && std::int64_t{size.width} * size.height <= KMostPixels)
         return true;
-    why = "the picture has an absurd size, " + std::to_string(size.width) + " by " +
-          std::to_string(size.height) + " pixels";
+    why = "the picture is too large, " + std::to_string(size.width) + " by " + std::to_string(size.height) +
+          " pixels";
     return false;
 }
 
@@ -98,7 +98,7 @@ std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& g
     std::array<char, 1024> bytes{};
     struct stat status {};
     if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
-        why = "no ordinary file"; // a pipe would be waited for until somebody writes to it
+        why = "not a regular file"; // a pipe would be waited for until somebody writes to it
         return nullptr;
     }
     std::FILE* file = std::fopen(path.c_str(), "rb");

@@ -1,6 +1,5 @@
 #include "platform/linux/forms/form_host.h"
 
-#include "platform/drawing.h"
 #include "platform/linux/drawing/font.h"
 #include "platform/linux/forms/form_view.h"
 #include "platform/linux/forms/qt_text.h"
@@ -122,8 +121,7 @@ QMargins MeasureChrome(ControlKind kind) {
 
 } // namespace
 
-QtFormHost::QtFormHost(Drawing& drawing)
-    : drawing_(drawing) {
+QtFormHost::QtFormHost() {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -168,7 +166,9 @@ Insets QtFormHost::Chrome(ControlKind kind) {
 }
 
 TwipScale QtFormHost::Scale() {
-    return {drawing_.TwipsPerPixelX(), drawing_.TwipsPerPixelY()};
+    constexpr double TwipsPerInch = 1440;
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return {TwipsPerInch / screen->logicalDotsPerInchX(), TwipsPerInch / screen->logicalDotsPerInchY()};
 }
 
 TwipRect QtFormHost::WorkArea() {

@@ -6,13 +6,11 @@
 
 namespace quorvane {
 
-class Drawing;
-
-// Forms on Qt widgets. Needs a QApplication. `drawing` says how large a pixel is, so that forms and surfaces
-// agree.
+// Forms on Qt widgets. Needs a QApplication. Widgets count in the toolkit's pixels, which on a screen of high
+// resolution are larger than those of a surface.
 class QtFormHost final : public FormHost {
   public:
-    explicit QtFormHost(Drawing& drawing);
+    QtFormHost();
 
     std::unique_ptr<FormView> Create(Form& form) override;
     FontSpec DefaultFont() override;
@@ -23,7 +21,6 @@ class QtFormHost final : public FormHost {
     TwipRect WorkArea() override;
 
   private:
-    Drawing& drawing_;
     std::map<ControlKind, Insets> chromes_;
 };
 

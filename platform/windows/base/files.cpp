@@ -5,6 +5,7 @@
 #include "platform/windows/base/win32.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quorvane {
@@ -29,6 +30,17 @@ class FileHandle {
     HANDLE handle_;
 };
 
+// The system's own sentence for an error, without its end.
+std::string SystemWords(DWORD error) {
+    wchar_t words[512]{};
+    FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, words,
+                   static_cast<DWORD>(std::size(words)), nullptr);
+    std::wstring text = words;
+    while (!text.empty() && std::wstring_view(L". \r\n").find(text.back()) != std::wstring_view::npos)
+        text.pop_back();
+    return text.empty() ? "error " + std::to_string(error) : Utf8(text);
+}
+
 class TemporaryFile final : public FileWriter {
   public:
     TemporaryFile(std::wstring target, std::wstring temporary)
@@ -49,7 +61,7 @@ class TemporaryFile final : public FileWriter {
         while (whole_ && count > 0) {
             const DWORD piece = static_cast<DWORD>(std::min<std::size_t>(count, 1U << 26));
             DWORD written = 0;
-            whole_ = WriteFile(file_.Get(), from, piece, &written, nullptr) && written > 0;
+            Hold(WriteFile(file_.Get(), from, piece, &written, nullptr) && written > 0);
             from += written;
             count -= written;
         }
@@ -58,20 +70,53 @@ class TemporaryFile final : public FileWriter {
 
     bool Commit() override {
         if (!file_.IsOpen()) return false;
-        whole_ = whole_ && FlushFileBuffers(file_.Get());
+        if (whole_) Hold(FlushFileBuffers(file_.Get()));
         file_.Close();
-        whole_ = whole_ && MoveFileExW(temporary_.c_str(), target_.c_str(),
-                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        if (whole_)
+            Hold(MoveFileExW(temporary_.c_str(), target_.c_str(),
+                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
         if (!whole_) DeleteFileW(temporary_.c_str());
         return whole_;
     }
 
+    std::string Why() const override { return SystemWords(error_); }
+
   private:
+    void Hold(bool done) {
+        if (!done) error_ = GetLastError();
+        whole_ = done;
+    }
+
     std::wstring target_;
     std::wstring temporary_;
     FileHandle file_;
+    DWORD error_ = ERROR_SUCCESS;
     bool whole_ = true;
 };
+
+// The names beside `target`, without the number of the process. A name of the full length that a folder takes
+// is cut.
+std::wstring StemBeside(const std::wstring& target) {
+    constexpr std::size_t LongestName = 240;
+    const std::size_t start = target.find_last_of(L"\\/") + 1;
+    return target.substr(0, start + std::min(LongestName, target.size() - start)) + L".~";
+}
+
+// Removes what processes left behind that died while they wrote. What is being written is not shared and
+// stays.
+void RemoveLeftOvers(const std::wstring& stem) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((stem + L"*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    const std::wstring folder = stem.substr(0, stem.find_last_of(L"\\/") + 1);
+    do {
+        const std::wstring_view name = found.cFileName;
+        const std::size_t digits = name.rfind(L'~') + 1;
+        if (digits < name.size() && name.find_first_not_of(L"0123456789", digits) == name.npos)
+            DeleteFileW((folder + std::wstring(name)).c_str());
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+}
 
 // Where a folder really lies, links resolved; empty where the system does not tell.
 std::wstring RealPath(const std::wstring& folder) {
@@ -153,12 +198,18 @@ std::optional<std::string> WindowsFiles::Read(const std::string& path) {
     return content;
 }
 
-std::unique_ptr<FileWriter> WindowsFiles::Replace(const std::string& path) {
+std::unique_ptr<FileWriter> WindowsFiles::Replace(const std::string& path, std::string& why) {
     const std::wstring target = WidePath(path);
-    const std::wstring ending = L".~" + std::to_wstring(GetCurrentProcessId());
-    auto writer = std::make_unique<TemporaryFile>(target, target + ending);
-    if (!writer->IsOpen() || IsFolder(target)) return nullptr;
-    return writer;
+    if (IsFolder(target)) {
+        why = "not a regular file";
+        return nullptr;
+    }
+    const std::wstring stem = StemBeside(target);
+    RemoveLeftOvers(stem);
+    auto writer = std::make_unique<TemporaryFile>(target, stem + std::to_wstring(GetCurrentProcessId()));
+    if (writer->IsOpen()) return writer;
+    why = SystemWords(GetLastError());
+    return nullptr;
 }
 
 bool WindowsFiles::MakeFolder(const std::string& path) {

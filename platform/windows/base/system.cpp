@@ -4,6 +4,7 @@
 #include "platform/windows/base/win32.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quorvane {
 namespace {
@@ -82,6 +83,20 @@ bool WindowsSystem::EnablePrivilege(std::string_view name) {
     const bool granted = adjusted && GetLastError() == ERROR_SUCCESS;
     CloseHandle(token);
     return granted;
+}
+
+DateNames WindowsSystem::ShortDateNames() {
+    DateNames names;
+    const auto read = [](std::string& name, LCTYPE what) {
+        wchar_t text[128]{};
+        if (GetLocaleInfoW(LOCALE_USER_DEFAULT, what, text, static_cast<int>(std::size(text))) > 0)
+            name = Utf8(text);
+    };
+    for (std::size_t month = 0; month < names.months.size(); ++month)
+        read(names.months[month], LOCALE_SABBREVMONTHNAME1 + static_cast<LCTYPE>(month));
+    for (std::size_t day = 0; day < names.days.size(); ++day)
+        read(names.days[day], LOCALE_SABBREVDAYNAME1 + static_cast<LCTYPE>(day));
+    return names;
 }
 
 std::vector<std::string> WindowsSystem::FontNames() {

@@ -13,6 +13,7 @@ class WindowsSystem final : public System {
     std::int32_t ThreadId() override;
     std::string WindowsDirectory() override;
     std::string SystemWindowsDirectory() override;
+    DateNames ShortDateNames() override;
     bool EnablePrivilege(std::string_view name) override;
     std::vector<std::string> FontNames() override;
     bool SubstitutesFont(const std::string& family) override;

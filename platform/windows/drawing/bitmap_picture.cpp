@@ -228,7 +228,7 @@ std::unique_ptr<Picture> LoadBitmapPicture(IWICImagingFactory& imaging, const st
         return nullptr;
     }
     if (width == 0 || height == 0 || width > LargestSide || height > LargestSide) {
-        why = "the picture has an absurd size, " + std::to_string(width) + " by " + std::to_string(height) +
+        why = "the picture is too large, " + std::to_string(width) + " by " + std::to_string(height) +
               " pixels";
         return nullptr;
     }

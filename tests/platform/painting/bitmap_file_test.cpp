@@ -20,6 +20,7 @@ class Sink final : public FileWriter {
         return true;
     }
     bool Commit() override { return true; }
+    std::string Why() const override { return {}; }
 
     std::string bytes;
     std::size_t largest = 0;

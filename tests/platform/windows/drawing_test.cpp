@@ -38,7 +38,8 @@ std::unique_ptr<Surface> FourColours(Drawing& drawing) {
 
 bool SavePng(Drawing& drawing, Surface& surface, const std::string& path) {
     WindowsFiles files;
-    const auto writer = files.Replace(path);
+    std::string why;
+    const auto writer = files.Replace(path, why);
     return writer && drawing.WritePng(surface.Pixels(), *writer) && writer->Commit();
 }
 

@@ -21,7 +21,8 @@ Names Sorted(const NameList& names) {
 }
 
 bool Put(Files& files, const std::string& path, const std::string& content) {
-    const auto writer = files.Replace(path);
+    std::string why;
+    const auto writer = files.Replace(path, why);
     return writer && writer->Write(content.data(), content.size()) && writer->Commit();
 }
 
@@ -51,10 +52,12 @@ TEST(WindowsFiles, ReplacesWholeOrNotAtAll) {
     WindowsFiles files;
     const std::string path = folder.path + "\\Обои.bmp";
     EXPECT_FALSE(Put(files, folder.path + "\\none\\x", "no folder to be in"));
-    EXPECT_EQ(files.Replace(folder.path), nullptr) << "a folder is no file";
+    std::string why;
+    EXPECT_EQ(files.Replace(folder.path, why), nullptr);
+    EXPECT_EQ(why, "not a regular file");
     ASSERT_TRUE(Put(files, path, "old"));
     {
-        const auto abandoned = files.Replace(path);
+        const auto abandoned = files.Replace(path, why);
         ASSERT_TRUE(abandoned);
         EXPECT_TRUE(abandoned->Write("half", 4));
         EXPECT_EQ(files.Read(path), "old") << "until it is committed";

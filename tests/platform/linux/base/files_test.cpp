@@ -12,6 +12,7 @@
 #include <fstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quorvane {
@@ -31,7 +32,8 @@ std::vector<std::string> Sorted(const NameList& names) {
 using Names = std::vector<std::string>;
 
 bool Store(Files& files, const std::string& path, const std::string& content) {
-    const auto writer = files.Replace(path);
+    std::string why;
+    const auto writer = files.Replace(path, why);
     return writer && writer->Write(content.data(), content.size()) && writer->Commit();
 }
 
@@ -57,7 +59,8 @@ void CheckContract(Files& files, const std::string& root) {
     EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png");
     EXPECT_EQ(files.Read(root + "/a"), std::nullopt);
     {
-        const auto abandoned = files.Replace(root + "/a/two.png");
+        std::string why;
+        const auto abandoned = files.Replace(root + "/a/two.png", why);
         ASSERT_TRUE(abandoned);
         EXPECT_TRUE(abandoned->Write("half", 4));
         EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png") << "until it is committed";
@@ -123,7 +126,9 @@ TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(files.Read(target), "new");
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-    EXPECT_FALSE(files.Replace(folder.Path().string())) << "a folder is no file";
+    std::string why;
+    EXPECT_FALSE(files.Replace(folder.Path().string(), why));
+    EXPECT_EQ(why, "not a regular file");
 }
 
 TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
@@ -136,11 +141,50 @@ TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
     signal(SIGXFSZ, SIG_IGN);
     const rlimit small{1000, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_FALSE(Store(files, target, std::string(5000, 'n')));
+    std::string why;
+    {
+        const auto writer = files.Replace(target, why);
+        ASSERT_TRUE(writer);
+        EXPECT_FALSE(writer->Write(std::string(5000, 'n').data(), 5000));
+        EXPECT_FALSE(writer->Commit());
+        EXPECT_EQ(writer->Why(), "File too large");
+    }
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(files.Read(target), "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path().string()), fs::directory_iterator()), 1);
-    EXPECT_FALSE(files.Replace("/proc/Wallpaper.bmp")) << "nothing can be made there";
+    EXPECT_FALSE(files.Replace("/proc/Wallpaper.bmp", why)) << "nothing can be made there";
+    EXPECT_EQ(why, "No such file or directory");
+}
+
+TEST(LinuxFiles, WhatAKilledProcessLeftGoesWithTheNextSave) {
+    const test::TemporaryFolder folder;
+    LinuxFiles files;
+    // As long as a name can be, its last letters of two bytes each.
+    std::string name = "w";
+    while (name.size() < 255)
+        name += "\u0436";
+    const std::string target = folder.Path().string() + "/" + name;
+    std::string why;
+    const auto alive = files.Replace(target, why);
+    ASSERT_TRUE(alive) << why;
+    ASSERT_TRUE(alive->Write("alive", 5));
+    const pid_t child = fork();
+    if (child == 0) {
+        const auto dead = files.Replace(target, why);
+        _exit(dead && dead->Write("dead", 4) ? 0 : 1);
+    }
+    int status = 1;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0);
+    const auto count = [&] {
+        return std::distance(fs::directory_iterator(folder.Path().string()), fs::directory_iterator());
+    };
+    EXPECT_EQ(count(), 2);
+    ASSERT_TRUE(Store(files, target, "new"));
+    EXPECT_EQ(count(), 2) << "what is being written stays";
+    EXPECT_TRUE(alive->Commit());
+    EXPECT_EQ(count(), 1);
+    EXPECT_EQ(files.Read(target), "alive");
 }
 
 TEST(LinuxFiles, ReadsWhatTellsNoSizeAndFindsItsFolders) {

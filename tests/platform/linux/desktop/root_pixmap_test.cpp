@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/root_pixmap.h"
 
 #include "platform/linux/desktop/bitmap_rows.h"
+#include "platform/linux/desktop/monitors.h"
 #include "tests/support/virtual_screen.h"
 
 #include <cstdint>
@@ -94,7 +95,9 @@ TEST_F(RootPixmapTest, StaysBehindUnderBothPropertiesAndReplacesTheLastOne) {
         EXPECT_EQ(looker.Pixel(first, x, y), PatternAt(x + 2, y + 2)) << x << "," << y;
         EXPECT_EQ(looker.Pixel(looker.Root(), x, y), PatternAt(x + 2, y + 2)) << x << "," << y;
     }
-    ASSERT_TRUE(PaintRootWindow(file, WallpaperStyle::Tiled, oneMonitor_));
+    const auto latin = folder_.Path() / "caf\xE9.bmp"; // no UTF-8
+    std::filesystem::rename(file, latin);
+    ASSERT_TRUE(PaintRootWindow(latin, WallpaperStyle::Tiled, oneMonitor_));
     const std::uint32_t second = looker.Property("_XROOTPMAP_ID");
     EXPECT_NE(second, first);
     EXPECT_EQ(looker.Pixel(second, 0, 0), PatternAt(0, 0));
@@ -109,6 +112,14 @@ TEST_F(RootPixmapTest, EveryMonitorShowsTheWholePicture) {
     EXPECT_EQ(looker.Pixel(looker.Root(), 3, 7), PatternAt(3, 7));
     EXPECT_EQ(looker.Pixel(looker.Root(), 300, 230), qRgb(0, 0, 0)) << "below the smaller monitor";
     EXPECT_NE(looker.Pixel(looker.Root(), 300, 190), qRgb(0, 0, 0));
+}
+
+TEST_F(RootPixmapTest, AMonitorsTrueSizeCounts) {
+    const std::vector<PixelRect> monitors = ServerMonitors();
+    EXPECT_EQ(monitors, oneMonitor_);
+    EXPECT_EQ(TrueMonitor({0, 0, 321, 239}, monitors), oneMonitor_[0]) << "911 by 1.5 is not 1366";
+    const PixelRect other{320, 0, 321, 240};
+    EXPECT_EQ(TrueMonitor(other, monitors), other);
 }
 
 TEST_F(RootPixmapTest, RefusesWhatIsNoPictureAndAScreenThatIsNotThere) {

@@ -97,7 +97,7 @@ class Dialogues : public testing::Test {
     MemoryPlatform machine_;
     QtEventLoop events_;
     LinuxDrawing drawing_;
-    QtFormHost host_{drawing_};
+    QtFormHost host_;
     QtPrompts prompts_;
     Platform platform_{machine_.clock,  machine_.desktop, drawing_,        events_,          machine_.files,
                        host_,           prompts_,         machine_.random, machine_.session, machine_.store,

@@ -13,7 +13,7 @@ class QtForms : public testing::Test {
   protected:
     QtEventLoop events_;
     LinuxDrawing drawing_;
-    QtFormHost host_{drawing_};
+    QtFormHost host_;
     Forms forms_{host_, events_, drawing_};
 
     static QWidget* WindowOf(const Form& form) { return static_cast<QtFormView*>(form.View())->Window(); }
