@@ -18,7 +18,7 @@ class StoredTree {
         std::filesystem::remove_all(folder_);
         setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
         store = CreateStore(why);
-        ReadRecord(record, *store, machine.files, events);
+        ReadRecord(record, Context());
         for (int i = 0; i < 500; ++i) {
             record.WallpaperSources.Add(
                 {"/home/ann/pictures/holiday " + std::to_string(i), true, "*.jpg", "INF"});
@@ -38,11 +38,11 @@ class StoredTree {
     StoredTree(const StoredTree&) = delete;
     StoredTree& operator=(const StoredTree&) = delete;
 
-    void Write() { WriteSettings(record, *store, machine.session, events); }
+    SettingsContext Context() { return {*store, machine.files, machine.clock, {}}; }
+    void Write() { WriteRecord(record, Context()); }
 
     MemoryPlatform machine;
-    SettingsEvents events;
-    GlobalRecord record;
+    Settings record;
     std::unique_ptr<Store> store;
     std::string why;
 
@@ -54,8 +54,8 @@ void ReadTree(benchmark::State& state) {
     StoredTree tree;
     tree.Write();
     for (auto _ : state) {
-        GlobalRecord record;
-        ReadRecord(record, *tree.store, tree.machine.files, tree.events);
+        Settings record;
+        ReadRecord(record, tree.Context());
         benchmark::DoNotOptimize(record);
     }
 }

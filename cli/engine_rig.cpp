@@ -38,7 +38,7 @@ EngineRig::EngineRig(const Arguments& arguments)
     , complaints(*system)
     , fileList(record, *clock, events, *files, complaints)
     , selection(record, fileList, *clock, random) {
-    LoadRecord(record, *store, *files);
+    LoadRecord(record, ContextOf(*store, *files, *clock));
     if (const auto seed = arguments.Number("seed")) random.Seed(*seed);
 }
 

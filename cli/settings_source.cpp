@@ -16,6 +16,9 @@
 namespace quorvane::cli {
 namespace {
 
+// No command has a display: what depends on the screen's size is told for one of 1024 by 768 pixels.
+constexpr TwipSize PlainScreen{1024 * 15, 768 * 15};
+
 // Decimal, or hexadecimal behind "0x" up to eight digits, as colours are told.
 std::optional<std::int32_t> IntegerOf(const std::string& text) {
     const char* end = text.data() + text.size();
@@ -112,14 +115,18 @@ std::unique_ptr<Store> OpenSettings(const Arguments& arguments, Files& files) {
     return store;
 }
 
-void LoadRecord(GlobalRecord& record, Store& store, Files& files) {
-    SettingsEvents events;
-    events.ShowErrorDialog = [](std::int32_t number, const std::string& description) {
+SettingsContext ContextOf(Store& store, Files& files, Clock& clock) {
+    SettingsContext context{store, files, clock, PlainScreen};
+    context.events.ShowErrorDialog = [](std::int32_t number, const std::string& description) {
         throw RefusedInput("the settings lack an entry of a list (" + description + ", error " +
                            std::to_string(number) + ")");
     };
-    PresetRecord(record, files);
-    ReadRecord(record, store, files, events);
+    return context;
+}
+
+void LoadRecord(GlobalRecord& record, const SettingsContext& context) {
+    PresetRecord(record, context.files);
+    ReadRecord(record, context);
 }
 
 } // namespace quorvane::cli

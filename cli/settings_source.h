@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/arguments.h"
-#include "config/global_record.h"
+#include "config/settings.h"
 #include "platform/store.h"
 
 #include <memory>
@@ -9,8 +9,9 @@
 #include <vector>
 
 namespace quorvane {
+class Clock;
 class Files;
-}
+} // namespace quorvane
 
 namespace quorvane::cli {
 
@@ -22,9 +23,12 @@ inline const std::vector<std::string> SettingsOptions{"settings", "set"};
 // option it lies in memory, and the stored one stays as it is. Throws RefusedInput.
 std::unique_ptr<Store> OpenSettings(const Arguments& arguments, Files& files);
 
+// What settings move by. A failure that would end the program throws RefusedInput.
+SettingsContext ContextOf(Store& store, Files& files, Clock& clock);
+
 // The record as the program has it when its settings are read. Throws RefusedInput where the program would
 // not start on them.
-void LoadRecord(GlobalRecord& record, Store& store, Files& files);
+void LoadRecord(GlobalRecord& record, const SettingsContext& context);
 
 // A value's place as it is written on the command line: KEY\NAME, with the key below the program's root.
 struct SettingName {

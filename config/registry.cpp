@@ -3,12 +3,30 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <bit>
 #include <vector>
 
 namespace quorvane {
 namespace {
 
 constexpr std::size_t IntegerBytes = 4;
+constexpr std::size_t DoubleBytes = 8;
+
+template<typename Bits>
+std::string BytesOf(Bits bits) {
+    std::string data;
+    for (std::size_t i = 0; i < sizeof bits; ++i)
+        data.push_back(static_cast<char>(bits >> i * 8 & 0xFF));
+    return data;
+}
+
+template<typename Bits>
+Bits BitsOf(std::string_view data) {
+    Bits bits = 0;
+    for (std::size_t i = sizeof bits; i-- > 0;)
+        bits = bits << 8 | static_cast<unsigned char>(data[i]);
+    return bits;
+}
 
 int Success(int systemError) {
     return systemError == store_error::None ? 1 : 0;
@@ -21,18 +39,16 @@ int WriteData(Store& store, const StoreKey& key, std::string_view name, ValueTyp
 } // namespace
 
 std::string IntegerData(std::int32_t value) {
-    const auto bits = static_cast<std::uint32_t>(value);
-    std::string data;
-    for (unsigned shift = 0; shift < 32; shift += 8)
-        data.push_back(static_cast<char>(bits >> shift & 0xFF));
-    return data;
+    return BytesOf(static_cast<std::uint32_t>(value));
 }
-
 std::int32_t DataInteger(std::string_view fourBytes) {
-    std::uint32_t bits = 0;
-    for (std::size_t i = IntegerBytes; i-- > 0;)
-        bits = bits << 8 | static_cast<unsigned char>(fourBytes[i]);
-    return static_cast<std::int32_t>(bits);
+    return static_cast<std::int32_t>(BitsOf<std::uint32_t>(fourBytes));
+}
+std::string DoubleData(double value) {
+    return BytesOf(std::bit_cast<std::uint64_t>(value));
+}
+double DataDouble(std::string_view eightBytes) {
+    return std::bit_cast<double>(BitsOf<std::uint64_t>(eightBytes));
 }
 
 int RegReadValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
@@ -56,6 +72,15 @@ int RegReadValue(Store& store, std::string_view machine, Hive hive, std::string_
     return 1;
 }
 
+int RegReadValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
+                 std::uint32_t access, std::string_view name, double& value) {
+    StoredValue stored;
+    if (store.Query({Trim(machine), hive, key, access}, name, stored) != store_error::None) return 0;
+    if (stored.type != ValueType::Integer || stored.data.size() != DoubleBytes) return 0;
+    value = DataDouble(stored.data);
+    return 1;
+}
+
 int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
                   std::uint32_t access, std::string_view name, std::string_view value) {
     std::string data(value);
@@ -66,6 +91,11 @@ int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string
 int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
                   std::uint32_t access, std::string_view name, std::int32_t value) {
     return WriteData(store, {Trim(machine), hive, key, access}, name, ValueType::Integer, IntegerData(value));
+}
+
+int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
+                  std::uint32_t access, std::string_view name, double value) {
+    return WriteData(store, {Trim(machine), hive, key, access}, name, ValueType::Integer, DoubleData(value));
 }
 
 int RegDeleteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,

@@ -10,7 +10,8 @@ namespace quorvane {
 
 // How the whole system reaches the tree. Each operation answers 1 when all of it succeeded and 0 otherwise
 // and reports nothing itself; Store::LastError holds the reason. `machine` is blank for this computer. The
-// value's C++ type decides its stored type: text or a 32-bit integer.
+// value's C++ type decides its stored type: text, a 32-bit integer, or a double in the eight bytes of an
+// integer that is longer than usual.
 
 namespace key_access {
 inline constexpr std::uint32_t All = 63;      // query, set, create subkey, enumerate, notify, create link
@@ -23,12 +24,16 @@ int RegReadValue(Store& store, std::string_view machine, Hive hive, std::string_
                  std::uint32_t access, std::string_view name, std::string& value);
 int RegReadValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
                  std::uint32_t access, std::string_view name, std::int32_t& value);
+int RegReadValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
+                 std::uint32_t access, std::string_view name, double& value);
 
 // A missing key and its parents come into being.
 int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
                   std::uint32_t access, std::string_view name, std::string_view value);
 int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
                   std::uint32_t access, std::string_view name, std::int32_t value);
+int RegWriteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
+                  std::uint32_t access, std::string_view name, double value);
 
 int RegDeleteValue(Store& store, std::string_view machine, Hive hive, std::string_view key,
                    std::uint32_t access, std::string_view name);
@@ -36,8 +41,10 @@ int RegDeleteValue(Store& store, std::string_view machine, Hive hive, std::strin
 // The key with everything below it.
 int RegDeleteTree(Store& store, std::string_view machine, Hive hive, std::string_view key);
 
-// An integer as the store holds it: four bytes, the low one first.
+// Numbers as the store holds them, the low byte first: an integer in four bytes, a double in eight.
 std::string IntegerData(std::int32_t value);
 std::int32_t DataInteger(std::string_view fourBytes);
+std::string DoubleData(double value);
+double DataDouble(std::string_view eightBytes);
 
 } // namespace quorvane

@@ -32,10 +32,39 @@ bool Write(const ValuePlace& place, const Value& value) {
            0;
 }
 
+bool FitsShort(std::int32_t number) {
+    return number >= std::numeric_limits<std::int16_t>::min() &&
+           number <= std::numeric_limits<std::int16_t>::max();
+}
+
 bool StoreKeyCode(std::int32_t index, FieldRef field) {
     if (index < 0 || index > VK_MAP_COUNT) return false;
     As<std::int32_t>(field) = VK_MAPPING[static_cast<std::size_t>(index)].ID;
     return true;
+}
+
+bool StoreShort(std::int32_t number, FieldRef field) {
+    if (!FitsShort(number)) return false;
+    As<std::int16_t>(field) = static_cast<std::int16_t>(number);
+    return true;
+}
+
+// A whole number is as good in the four bytes of an integer as in its own eight.
+bool ReadEightBytes(const ValuePlace& place, double& value) {
+    if (RegReadValue(place.store, "", Hive::CurrentUser, place.key, key_access::All, place.name, value) != 0)
+        return true;
+    std::int32_t number = 0;
+    if (!ReadInteger(place, number)) return false;
+    value = number;
+    return true;
+}
+
+bool ReadCount(const ValuePlace& place, std::int32_t& count) {
+    StoredValue stored;
+    const StoreKey key{"", Hive::CurrentUser, place.key, key_access::All};
+    if (place.store.Query(key, place.name, stored) != store_error::None) return false;
+    if (stored.type == ValueType::Integer) return ReadInteger(place, count);
+    return PassOver([&] { count = ToInteger(std::trunc(LeadingNumber(stored.data))); });
 }
 
 // Every row of the code is written, so the last one stands; a code without a row leaves what is stored.
@@ -48,10 +77,7 @@ bool WriteKeyIndex(const ValuePlace& place, std::int32_t code) {
 
 std::int16_t ShortOf(std::string_view text, std::string_view decimalSign) {
     const std::int32_t number = TextToInteger(text, decimalSign);
-    if (number < std::numeric_limits<std::int16_t>::min() ||
-        number > std::numeric_limits<std::int16_t>::max()) {
-        throw RunTimeError::Overflow();
-    }
+    if (!FitsShort(number)) throw RunTimeError::Overflow();
     return static_cast<std::int16_t>(number);
 }
 
@@ -92,10 +118,13 @@ void Understand(const std::string& text, std::string_view decimalSign, StoredFor
 bool ReadValue(const ValuePlace& place, StoredForm form, FieldRef field) {
     if (form == StoredForm::Text) return ReadText(place, As<std::string>(field));
     if (form == StoredForm::Integer) return ReadInteger(place, As<std::int32_t>(field));
+    if (form == StoredForm::EightBytes) return ReadEightBytes(place, As<double>(field));
+    if (form == StoredForm::CountText) return ReadCount(place, As<std::int32_t>(field));
     if (StoredType(form) == ValueType::Integer) {
         std::int32_t number = 0;
         if (!ReadInteger(place, number)) return false;
         if (form == StoredForm::KeyIndex) return StoreKeyCode(number, field);
+        if (form == StoredForm::ShortInteger) return StoreShort(number, field);
         As<bool>(field) = number != 0;
         return true;
     }
@@ -113,6 +142,10 @@ bool WriteValue(const ValuePlace& place, StoredForm form, FieldRef field) {
         return Write(place, As<bool>(field) ? 1 : 0);
     case StoredForm::KeyIndex:
         return WriteKeyIndex(place, As<std::int32_t>(field));
+    case StoredForm::ShortInteger:
+        return Write(place, static_cast<std::int32_t>(As<std::int16_t>(field)));
+    case StoredForm::EightBytes:
+        return Write(place, As<double>(field));
     case StoredForm::Text:
         return Write(place, As<std::string>(field));
     case StoredForm::BooleanText:
@@ -128,6 +161,7 @@ bool WriteValue(const ValuePlace& place, StoredForm form, FieldRef field) {
     case StoredForm::ShortText:
         return Write(place, std::to_string(As<std::int16_t>(field)));
     case StoredForm::ColorText:
+    case StoredForm::CountText:
         return Write(place, std::to_string(As<std::int32_t>(field)));
     }
     return false;

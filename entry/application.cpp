@@ -5,6 +5,8 @@
 #include "diagnostics/system_survey.h"
 #include "entry/check_fonts.h"
 #include "entry/command_line.h"
+#include "platform/desktop.h"
+#include "platform/drawing.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/prompts.h"
@@ -76,7 +78,7 @@ void Application::RunStages() {
     PresetRecord(record_, platform_.files);
     Bar(16);
     platform_.events.Pump();
-    ReadSettings(record_, platform_.store, platform_.files, platform_.prompts, Events());
+    ReadSettings(record_, Context(), platform_.prompts);
     // The person chooses a profile here.
     Bar(80);
     FindSystemDirectory();
@@ -130,7 +132,7 @@ void Application::ChangeWallpaper(const std::string& file, int mode) {
 }
 
 void Application::WriteSettings() {
-    quorvane::WriteSettings(record_, platform_.store, platform_.session, Events());
+    quorvane::WriteSettings(record_, Context(), platform_.session);
 }
 
 void Application::SaveAndEnd() {
@@ -151,13 +153,17 @@ void Application::ShowErrorDialog(std::int32_t number, const std::string& descri
     AskToEnd();
 }
 
-SettingsEvents Application::Events() {
-    SettingsEvents events;
-    events.ShowErrorDialog = [this](std::int32_t number, const std::string& description) {
+SettingsContext Application::Context() {
+    const PixelSize screen = platform_.desktop.ScreenSize();
+    const TwipSize twips{static_cast<int>(screen.width * platform_.drawing.TwipsPerPixelX()),
+                         static_cast<int>(screen.height * platform_.drawing.TwipsPerPixelY())};
+    SettingsContext context{platform_.store, platform_.files, platform_.clock, twips};
+    context.events.ShowErrorDialog = [this](std::int32_t number, const std::string& description) {
         ShowErrorDialog(number, description);
     };
-    events.Progress = [this](int bar) { Bar(bar); };
-    return events;
+    context.events.Progress = [this](int bar) { Bar(bar); };
+    context.events.LetEventsRun = [this] { platform_.events.Pump(); };
+    return context;
 }
 
 } // namespace quorvane

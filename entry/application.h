@@ -49,7 +49,7 @@ class Application final : public Program {
     void FindSystemDirectory();
     void ReadLanguage();
     void AskToEnd();
-    SettingsEvents Events();
+    SettingsContext Context();
 
     const Platform platform_;
     std::string storeNote_;

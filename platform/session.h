@@ -16,8 +16,9 @@ class Session {
     virtual std::string CommandLine() = 0;
 
     // Starts the program at log-on, or no longer. `switches` goes behind the program's name where the
-    // platform can pass it on.
-    virtual bool SetAutostart(bool enabled, const std::string& switches) = 0;
+    // platform can pass it on. A system error number, 0 for success, also where there is nothing to take
+    // away.
+    virtual int SetAutostart(bool enabled, const std::string& switches) = 0;
 
     // Called from the event loop when the system wants the program to end: a signal, a log-off, a display
     // that goes away. Called once; the handler ends the process.

@@ -11,11 +11,12 @@ class MemorySession : public Session {
         : calls_(calls) {}
 
     std::string CommandLine() override { return commandLine; }
-    bool SetAutostart(bool enabled, const std::string& switches) override {
-        calls_.Add(std::string("session.SetAutostart ") + (enabled ? "on" : "off") + switches);
-        if (refuseAutostart) return false;
+    int SetAutostart(bool enabled, const std::string& switches) override {
+        calls_.Add(std::string("session.SetAutostart ") + (enabled ? "on" : "off") +
+                   (switches.empty() ? "" : " ") + switches);
+        if (autostartError) return autostartError;
         autostart = enabled;
-        return true;
+        return 0;
     }
     void OnEndRequest(std::function<void()> handler) override { endRequest_ = std::move(handler); }
     [[noreturn]] void End(int status) override {
@@ -30,7 +31,7 @@ class MemorySession : public Session {
     }
 
     std::string commandLine;
-    bool refuseAutostart = false;
+    int autostartError = 0; // what SetAutostart answers, with nothing done
     bool autostart = false;
 
   private:

@@ -1,60 +1,54 @@
 #include "config/settings.h"
 
+#include "config/reg_file.h"
 #include "config/registry.h"
-#include "config/schema.h"
+#include "config/schema_rows.h"
+#include "config/schema_walk.h"
 #include "core/text.h"
 #include "platform/memory/memory_platform.h"
-#include "platform/prompts.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 
 namespace quorvane {
 namespace {
 
-// Keeps what was shown; every other question is a failure.
-class ShownMessages : public Prompts {
-  public:
-    Answer Message(const std::string& text, const std::string& title, int style) override {
-        shown.push_back(title + "/" + std::to_string(style) + "/" + text);
-        return Answer::Ok;
-    }
-    std::optional<std::string> Line(const std::string&, const std::string&, const std::string&) override {
-        ADD_FAILURE();
-        return {};
-    }
-    std::optional<std::string> File(FileQuestion&) override {
-        ADD_FAILURE();
-        return {};
-    }
-    std::optional<std::string> Folder(const std::string&, const std::string&) override {
-        ADD_FAILURE();
-        return {};
-    }
-    std::optional<FontSpec> Font(const FontSpec&) override {
-        ADD_FAILURE();
-        return {};
-    }
-    std::optional<Color> PickColor(Color) override {
-        ADD_FAILURE();
-        return {};
-    }
-    std::vector<std::string> shown;
-};
+using Lines = std::vector<std::string>;
+
+// A text of this folder with the line ends of a registry text file.
+std::string Golden(const char* name) {
+    std::ifstream file(std::filesystem::path(QUORVANE_TEST_TEXTS) / name);
+    return Replace(std::string(std::istreambuf_iterator<char>(file), {}), "\n", "\r\n");
+}
 
 class SettingsTest : public testing::Test {
   protected:
     SettingsTest() {
         machine.files.writableDirectory = "/home/ann/data";
-        events.ShowErrorDialog = [this](std::int32_t number, const std::string& text) {
+        machine.clock.SetNow({2026, 3, 1, 9, 8, 7, 0});
+        context.events.ShowErrorDialog = [this](std::int32_t number, const std::string& text) {
             errors.push_back(std::to_string(number) + " " + text);
         };
-        events.Progress = [this](int bar) { bars.push_back(bar); };
+        context.events.Progress = [this](int bar) { bars.push_back(bar); };
     }
 
-    void Read(GlobalRecord& record) { ReadRecord(record, machine.store, machine.files, events); }
-    void Write(GlobalRecord& record) { WriteSettings(record, machine.store, machine.session, events); }
+    Settings Read() {
+        Settings settings;
+        ReadRecord(settings, context);
+        return settings;
+    }
+    void Write(Settings settings) { WriteRecord(settings, context); }
+    // The tree without what names the program's version.
+    std::string Tree() {
+        for (const char* name : {"Version", "Build"})
+            RegDeleteValue(machine.store, "", Hive::CurrentUser, RootKey, key_access::All, name);
+        return ExportRegFile(machine.store, RootKey, RegEncoding::Utf8);
+    }
+    void Clear() { RegDeleteTree(machine.store, "", Hive::CurrentUser, RootKey); }
 
     static std::string Key(const std::string& group) { return std::string(RootKey) + "\\" + group; }
     template<typename Value>
@@ -70,201 +64,108 @@ class SettingsTest : public testing::Test {
         RegReadValue(machine.store, "", hive, key, key_access::All, name, value);
         return value;
     }
-    std::int32_t IntegerAt(const std::string& group, std::string_view name) {
-        std::int32_t value = -4711;
-        RegReadValue(machine.store, "", Hive::CurrentUser, Key(group), key_access::All, name, value);
-        return value;
-    }
 
     MemoryPlatform machine;
-    ShownMessages prompts;
-    SettingsEvents events;
-    std::vector<std::string> errors;
+    SettingsContext context{machine.store, machine.files, machine.clock, {1366 * 15, 768 * 15}};
+    Lines errors;
     std::vector<int> bars;
 };
 
 TEST_F(SettingsTest, AnEmptyTreeGivesTheDefaults) {
-    GlobalRecord record;
-    PresetRecord(record, machine.files);
-    Read(record);
+    const Settings settings = Read();
+    EXPECT_TRUE(settings.FIRST_RUN);
+    Write(settings);
+    EXPECT_EQ(Tree(), Golden("defaults.reg"));
     EXPECT_TRUE(errors.empty());
-    EXPECT_TRUE(record.FIRST_RUN);
-    EXPECT_EQ(record.Holiday_Color, 200 + 50 * 256 + 70 * 65536);
-    EXPECT_EQ(record.Moon_Ephemeredes_Color, 64 * 256);
-    EXPECT_EQ(record.CaptionFont, (FontRecord{true, false, 18, false, false, "Microsoft Sans Serif"}));
-    EXPECT_EQ(record.CalendarFont, (FontRecord{false, false, 14, false, false, "Microsoft Sans Serif"}));
-    EXPECT_EQ(record.EphemeredesFont, record.CalendarFont);
-    EXPECT_EQ(record.HOT_KEY_DesktopCapture, (HotKeyRecord{false, 0, 0, 0, 8}));
-    EXPECT_EQ(record.HOT_KEY_ChangeWallpaper, (HotKeyRecord{false, 0, 0, 0, 8}));
-    EXPECT_EQ(record.CaptureDirectory, "/home/ann/data/");
-    EXPECT_EQ(record.CaptureFileName, "YYYYMMDDHHNNSS.BMP");
-    EXPECT_EQ(record.User_Wallpaper_Directory, "/home/ann/data/Wallpaper.bmp");
-    EXPECT_EQ(record.Wallpaper, "/home/ann/data/Wallpaper.bmp");
-    EXPECT_EQ(record.CurrentLanguage, "EN");
-    EXPECT_EQ(record.Scan_Time, 10);
-    EXPECT_EQ(record.Favorites_Probability, 0.75);
-    EXPECT_TRUE(record.ShowWeekNumbers);
-    EXPECT_TRUE(record.RescanWallpaperSources);
-    EXPECT_TRUE(record.PaintCalendar);
-    EXPECT_FALSE(record.UseFavorites);
-    EXPECT_EQ(record.Calendar_Position, 2);
-    EXPECT_EQ(record.ChangeWallpaperIntervalCurrent, 300);
-    EXPECT_EQ(record.RescanWallpaperSrcIntervalCurrent, 10);
-    EXPECT_EQ(record.WallpaperPosition, 4);
-    EXPECT_EQ(record.WallpaperResolution, 5);
-    EXPECT_EQ(record.GradientStyle, 1);
-    EXPECT_EQ(record.RandomColorLimitG, 255);
-    EXPECT_EQ(record.RandomColorLimitMinG, 0);
-    EXPECT_EQ(record.Week_Str_Name, "Week #");
-    EXPECT_EQ(record.Longitude, 37.63388889);
-    EXPECT_EQ(record.Latitude, 54.17916667);
-    EXPECT_EQ(record.Calculate_Ephemeredes + record.CalculateSunEphemeredes +
-                  record.CalculateMoonEphemeredes + record.ShowAllWeekNumbers,
-              4);
-    EXPECT_EQ(record.SelectProfileTimeout, 30);
-    EXPECT_EQ(record.WallpaperSrcCnt() + record.FavoritesSrcCnt() + record.BlacklistedSrcCnt() +
-                  record.CustomDayCont(),
-              0);
 }
 
-TEST_F(SettingsTest, TheCountdownsDefaultToTheirLengths) {
+TEST_F(SettingsTest, DefaultsKnowOtherValuesTheNumberTheScreenAndTheDate) {
     Put("General", "Wallpaper change interval", 77);
     Put("General", "Rescan wallpaper sources interval", 0);
-    GlobalRecord record;
-    Read(record);
-    EXPECT_EQ(record.ChangeWallpaperIntervalCurrent, 77);
-    EXPECT_EQ(record.RescanWallpaperSrcIntervalCurrent, 0);
+    Put("Notes", "Counter", 2);
+    Put("General", "Alarms counter", 3);
+    Put("Profiles", "Profiles counter", 1);
+    const Settings settings = Read();
+    EXPECT_EQ(settings.ChangeWallpaperIntervalCurrent, 77);
+    EXPECT_EQ(settings.RescanWallpaperSrcIntervalCurrent, 0);
+    EXPECT_EQ(settings.Notes[2], (Note{0, "", 5122, 2880})) << "rounded half to even";
+    EXPECT_EQ(settings.AlarmRecords[3].Name, "Alarm #3");
+    EXPECT_EQ(settings.System_Profiles[1].CreationDate, "2026-03-01 9:08:07");
+    EXPECT_EQ(settings.System_Profiles[1].Id, 1);
 }
 
-// A value other than the default for each kind of field, told apart by `number`.
-void Distinguish(StoredForm form, FieldRef field, int number) {
-    if (form == StoredForm::KeyIndex) {
-        *std::get<std::int32_t*>(field) = 65 + number % 26;
-    } else if (auto* text = std::get_if<std::string*>(&field)) {
-        **text = "text " + std::to_string(number);
-    } else if (auto* flag = std::get_if<bool*>(&field)) {
-        **flag = !**flag;
-    } else if (auto* small = std::get_if<std::int16_t*>(&field)) {
-        **small = static_cast<std::int16_t>(-number);
-    } else if (auto* integer = std::get_if<std::int32_t*>(&field)) {
-        **integer = 1000 + number;
-    } else if (auto* single = std::get_if<float*>(&field)) {
-        **single = 8.25F + static_cast<float>(number);
-    } else {
-        *std::get<double*>(field) = 0.0625 + number;
-    }
+// Every value there is, none of them a default, each list with entries: read and written as it stands.
+TEST_F(SettingsTest, AFullTreeIsReadAndWrittenInItsExactForms) {
+    PutDecimalSign(",");
+    const std::string full = Golden("full_tree.reg");
+    ImportRegFile(full, machine.store, RegScope::Program);
+    const Settings settings = Read();
+    EXPECT_EQ(settings.Favorites_Probability, 0.5);
+    EXPECT_EQ(settings.CaptionFont, (FontRecord{false, true, 9.75F, true, true, "Serif"}));
+    EXPECT_EQ(settings.HOT_KEY_NewNote, (HotKeyRecord{true, 2, 3, 1, 44}));
+    EXPECT_EQ(settings.ScreenEvents[3].CMD, "run 3");
+    EXPECT_EQ(settings.AlarmRecords[1].ExecCount, alarm_count::Infinite);
+    EXPECT_EQ(settings.AlarmRecords[1].Programs[2], "third");
+    EXPECT_EQ(settings.AlarmRecords_Count(), 2);
+    EXPECT_EQ(settings.Custom_Days[1], (CustomDay{24, 12, 255}));
+    Clear();
+    Write(settings);
+    EXPECT_EQ(Tree(), full);
+    PutDecimalSign(".");
+    Clear();
+    Write(settings);
+    EXPECT_TRUE(Read() == settings);
+    EXPECT_TRUE(errors.empty());
 }
 
-std::string FieldText(FieldRef field) {
-    return std::visit(
-        [](auto* value) {
-            if constexpr (std::is_same_v<decltype(value), std::string*>)
-                return *value;
-            else
-                return std::to_string(*value);
-        },
-        field);
-}
-
-TEST_F(SettingsTest, EveryRowIsWrittenAndReadBackUnderAnyDecimalSign) {
-    const Schema& schema = SettingsSchema();
-    for (const char* sign : {".", ","}) {
-        PutDecimalSign(sign);
-        GlobalRecord written;
-        Read(written);
-        int number = 0;
-        for (const SettingGroup* group : schema.Groups()) {
-            for (const auto& row : group->rows)
-                Distinguish(row.form, row.field(written), ++number);
-        }
-        schema.ForEachList([&](const auto& list) {
-            auto& entries = written.*list.list;
-            entries.Resize(3);
-            for (auto& entry : entries) {
-                for (const auto& row : list.rows)
-                    Distinguish(row.form, row.field(entry), ++number);
-            }
-        });
-        written.FIRST_RUN = false; // the one field that is not written as it stands
-        Write(written);
-        GlobalRecord read;
-        Read(read);
-        for (const SettingGroup* group : schema.Groups()) {
-            for (const auto& row : group->rows) {
-                EXPECT_EQ(FieldText(row.field(read)), FieldText(row.field(written))) << row.name;
-            }
-        }
-        EXPECT_EQ(read.WallpaperSources, written.WallpaperSources);
-        EXPECT_EQ(read.FavoritesSources, written.FavoritesSources);
-        EXPECT_EQ(read.BlacklistedSources, written.BlacklistedSources);
-        EXPECT_EQ(read.Custom_Days, written.Custom_Days);
-        EXPECT_TRUE(errors.empty());
-    }
-}
-
-TEST(Schema, HasNoGapsAndNoContradictions) {
-    const Schema& schema = SettingsSchema();
+// The names and fields of a golden text cannot tell that two rows share one.
+TEST_F(SettingsTest, TheSchemaHasNoContradictions) {
     std::set<std::string> names;
-    std::set<std::string> fields;
-    GlobalRecord record;
-    std::size_t rows = 0;
-    for (const SettingGroup* group : schema.Groups()) {
-        for (const auto& row : group->rows) {
-            ++rows;
-            EXPECT_TRUE(names.insert(LowerCase(group->key + "\\" + row.name)).second) << row.name;
-            const FieldRef field = row.field(record);
-            const void* address = std::visit([](auto* value) -> const void* { return value; }, field);
-            EXPECT_TRUE(fields.insert(std::to_string(reinterpret_cast<std::uintptr_t>(address))).second)
-                << row.name << " shares its field";
-            EXPECT_EQ(FindSetting(group->key, row.name), row.form);
-        }
+    std::set<const void*> fields;
+    Settings settings;
+    const auto addressOf = [](FieldRef field) {
+        return std::visit([](auto* value) -> const void* { return value; }, field);
+    };
+    for (const auto& section : SettingsSchema()) {
+        const std::int32_t entry = section.list ? section.list->first : 0;
+        if (section.list && section.list->resize) section.list->resize(settings, 1);
+        const auto visit = [&](const auto& row, const std::string& key, const std::string& name, ValueAt at) {
+            EXPECT_TRUE(names.insert(LowerCase(key + "\\" + name)).second) << name;
+            EXPECT_TRUE(fields.insert(addressOf(row.field(settings, at))).second) << name;
+            EXPECT_EQ(FindSetting(key.substr(1), name), row.form) << key << "\\" << name;
+        };
+        VisitEntry(section, settings, entry, "", visit);
     }
-    EXPECT_EQ(rows, 14U + 3 * 6 + 5 * 5 + 2 + 1 + 46);
-    EXPECT_EQ(FindSetting("wallpaper SOURCES", "wallpaper source #12 PATTERN"), StoredForm::Text);
-    EXPECT_EQ(FindSetting("Wallpaper sources", "Is active wallpaper source #1"), StoredForm::BooleanText);
-    EXPECT_EQ(FindSetting("Custom Day(s)", "Counter"), StoredForm::Integer);
-    EXPECT_EQ(FindSetting("Custom Day(s)", "Color #366"), StoredForm::ColorText);
+}
+
+TEST_F(SettingsTest, SettingsAreFoundByTheirNamesAlone) {
+    const struct {
+        const char *key, *name;
+        StoredForm form;
+    } there[] = {
+        {"wallpaper SOURCES", "wallpaper source #12 PATTERN", StoredForm::Text},
+        {"Custom Day(s)", "Counter", StoredForm::Integer},
+        {"Custom Day(s)", "Color #366", StoredForm::ColorText},
+        {"General", "Alarms counter", StoredForm::CountText},
+        {"Alarms", "10 - Program #32", StoredForm::Text},
+        {"Hotkeys", "Event #0 TTL", StoredForm::Integer},
+        {"Profiles\\3", "Creation date", StoredForm::Text},
+        {"Profiles\\3\\Fonts", "Caption font size", StoredForm::LocaleSingle},
+        {"Profiles\\Default\\Notes", "Note #1", StoredForm::Text},
+    };
+    for (const auto& row : there)
+        EXPECT_EQ(FindSetting(row.key, row.name), row.form) << row.name;
     for (const char* name : {"Wallpaper source #", "Wallpaper source #0", "Wallpaper source #01",
                              "Wallpaper source #x", "Wallpaper source #1 patter", "Favorites source #1"}) {
         EXPECT_FALSE(FindSetting("Wallpaper sources", name)) << name;
     }
     EXPECT_FALSE(FindSetting("Colors", "Wallpaper"));
+    EXPECT_FALSE(FindSetting("Hotkeys", "Event #00 TTL"));
+    EXPECT_FALSE(FindSetting("Profiles\\tmp\\General", "Wallpaper"));
+    EXPECT_FALSE(FindSetting("Profiles\\1\\Profiles\\1", "Name"));
 }
 
-TEST_F(SettingsTest, StoredFormsAreExact) {
-    PutDecimalSign(",");
-    GlobalRecord record;
-    Read(record);
-    record.HOT_KEY_NewNote = {true, 1, 0, 0, 44};
-    record.HOT_KEY_TopWindowCapture.VKey = 108; // no row
-    record.Favorites_Probability = 0.5;
-    record.CaptionFont.Size = 9.75F;
-    record.Longitude = 37.5;
-    record.Latitude = -0.25;
-    record.WallpaperSources.Add({"/pictures", true, "*.bmp", "inf"});
-    record.Custom_Days.Add({24, 12, 255});
-    Write(record);
-    EXPECT_EQ(IntegerAt("Fonts", "Caption font bold"), -1);
-    EXPECT_EQ(IntegerAt("General", "Show week number"), -1);
-    EXPECT_EQ(IntegerAt("General", "Use favorites"), 0);
-    EXPECT_EQ(IntegerAt("Hotkeys", "HK_NewNote"), 1);
-    EXPECT_EQ(IntegerAt("Hotkeys", "HK_NewNote_VKEY_Array_ID"), 16);
-    EXPECT_EQ(IntegerAt("Screen capture", "HK_TW_VKEY_Array_ID"), -4711);
-    EXPECT_EQ(TextAt(Key("General"), "First RUN"), "False");
-    EXPECT_EQ(TextAt(Key("General"), "Favorites probability"), "0,5");
-    EXPECT_EQ(TextAt(Key("Fonts"), "Caption font size"), "9,75");
-    EXPECT_EQ(TextAt(Key("General"), "Longitude"), " 37.5");
-    EXPECT_EQ(TextAt(Key("General"), "Latitude"), "-0.25");
-    EXPECT_EQ(TextAt(Key("Wallpaper sources"), "Is active wallpaper source #1"), "True");
-    EXPECT_EQ(TextAt(Key("Wallpaper sources"), "Wallpaper source #1 scan level"), "inf");
-    EXPECT_EQ(TextAt(Key("Custom Day(s)"), "Color #1"), "255");
-    EXPECT_EQ(IntegerAt("Custom Day(s)", "Counter"), 1);
-    std::int32_t version = 0;
-    RegReadValue(machine.store, "", Hive::CurrentUser, RootKey, key_access::All, "Version", version);
-    EXPECT_EQ(version, QUORVANE_VERSION_MAJOR * 100 + QUORVANE_VERSION_MINOR);
-}
-
-TEST_F(SettingsTest, OddTextsAreReadAsFarAsTheyGo) {
+TEST_F(SettingsTest, OddValuesAreReadAsFarAsTheyGo) {
     Put("General", "Favorites probability", "0,5");
     Put("General", "Scan time", "-5");
     Put("General", "Longitude", "37,6");
@@ -281,45 +182,66 @@ TEST_F(SettingsTest, OddTextsAreReadAsFarAsTheyGo) {
     Put("Custom Day(s)", "Month #2", "x");
     Put("Custom Day(s)", "Color #1", "");
     Put("Custom Day(s)", "Color #2", "255 red");
-    GlobalRecord record;
-    Read(record);
-    EXPECT_EQ(record.Favorites_Probability, 0.5);
-    EXPECT_EQ(record.Scan_Time, 0);
-    EXPECT_EQ(record.Longitude, 37);
-    EXPECT_EQ(record.Latitude, -12.5);
-    EXPECT_TRUE(record.ShowWeekNumbers);
-    EXPECT_EQ(record.CaptionFont.Size, 18);
-    EXPECT_EQ(record.CalendarFont.Size, 14);
-    EXPECT_EQ(record.HOT_KEY_DesktopCapture.VKey, 8);
-    EXPECT_EQ(record.HOT_KEY_TopWindowCapture.VKey, 8);
-    EXPECT_EQ(record.HOT_KEY_NewNote.VKey, 145);
-    EXPECT_EQ(record.Custom_Days[1], (CustomDay{31, 1, 0}));
-    EXPECT_EQ(record.Custom_Days[2], (CustomDay{1, 1, 255}));
-    EXPECT_EQ(record.Custom_Days[3], (CustomDay{1, 1, 0}));
+    Put("General", "Alarms counter", 3); // written as a text, read as either
+    Put("Alarms", "1 - Exec count", 7);
+    Put("Alarms", "1 - Alarm icon index", 70000);
+    Put("Alarms", "1 - Program counter", 1000);
+    Put("Alarms", "1 - Program #32", "last");
+    Put("Alarms", "2 - Program counter", -1);
+    Put("Alarms", "2 - Name", "");
+    Put("Alarms", "3 - Exec count", "soon");
+    const Settings settings = Read();
+    EXPECT_EQ(settings.Favorites_Probability, 0.5);
+    EXPECT_EQ(settings.Scan_Time, 0);
+    EXPECT_EQ(settings.Longitude, 37);
+    EXPECT_EQ(settings.Latitude, -12.5);
+    EXPECT_TRUE(settings.ShowWeekNumbers);
+    EXPECT_EQ(settings.CaptionFont.Size, 18);
+    EXPECT_EQ(settings.CalendarFont.Size, 14);
+    EXPECT_EQ(settings.HOT_KEY_DesktopCapture.VKey, 8);
+    EXPECT_EQ(settings.HOT_KEY_TopWindowCapture.VKey, 8);
+    EXPECT_EQ(settings.HOT_KEY_NewNote.VKey, 145);
+    EXPECT_EQ(settings.Custom_Days[1], (CustomDay{31, 1, 0}));
+    EXPECT_EQ(settings.Custom_Days[2], (CustomDay{1, 1, 255}));
+    EXPECT_EQ(settings.Custom_Days[3], (CustomDay{1, 1, 0}));
+    ASSERT_EQ(settings.AlarmRecords_Count(), 3);
+    EXPECT_EQ(settings.AlarmRecords[1].ExecCount, 7);
+    EXPECT_EQ(settings.AlarmRecords[1].IconIndex, 0);
+    EXPECT_EQ(settings.AlarmRecords[1].Programs[32], "last");
+    EXPECT_EQ(settings.AlarmRecords[2].Name, "") << "stored empty";
+    EXPECT_EQ(settings.AlarmRecords[3].ExecCount, 0);
+    Put("General", "Alarms counter", "1.9 or so");
+    EXPECT_EQ(Read().AlarmRecords_Count(), 1);
 }
 
 TEST_F(SettingsTest, AnEmptyTextKeepsThePreset) {
     Put("Screen capture", "Capture file template", "");
     Put("General", "Last selected wallpaper", "");
     Put("General", "Week name", "");
+    Put("Hotkeys", "Event #2 CMD", "");
     GlobalRecord record;
     PresetRecord(record, machine.files);
-    Read(record);
+    ReadRecord(record, context);
     EXPECT_EQ(record.CaptureFileName, "YYYYMMDDHHNNSS.BMP");
     EXPECT_EQ(record.LastSelectedWallpaper, "");
     EXPECT_EQ(record.Week_Str_Name, "");
+    record.CaptureFileName = record.Week_Str_Name = record.ScreenEvents[2].CMD = "somebody else's";
+    PresetTexts(record, machine.files);
+    ReadRecord(record, context);
+    EXPECT_EQ(record.CaptureFileName, "YYYYMMDDHHNNSS.BMP");
+    EXPECT_EQ(record.Week_Str_Name + record.ScreenEvents[2].CMD, "");
 }
 
 TEST_F(SettingsTest, OneSettingIsReadAheadOfTheOthers) {
-    GlobalRecord record;
-    record.CurrentLanguage = "EN";
-    ReadSettingOf(record, &record.CurrentLanguage, machine.store);
-    EXPECT_EQ(record.CurrentLanguage, "EN");
+    Settings settings;
+    settings.CurrentLanguage = "EN";
+    ReadSettingOf(settings, &settings.CurrentLanguage, machine.store);
+    EXPECT_EQ(settings.CurrentLanguage, "EN");
     Put("General", "Language", "DE");
     Put("General", "Week name", "Woche");
-    ReadSettingOf(record, &record.CurrentLanguage, machine.store);
-    EXPECT_EQ(record.CurrentLanguage, "DE");
-    EXPECT_EQ(record.Week_Str_Name, "");
+    ReadSettingOf(settings, &settings.CurrentLanguage, machine.store);
+    EXPECT_EQ(settings.CurrentLanguage, "DE");
+    EXPECT_EQ(settings.Week_Str_Name, "");
 }
 
 TEST_F(SettingsTest, MissingEntriesOfTheSourceListsAreReported) {
@@ -328,49 +250,71 @@ TEST_F(SettingsTest, MissingEntriesOfTheSourceListsAreReported) {
     Put("Favorites", "Favorites sources counter", 2);
     Put("Favorites", "Favorites source #2", "/f");
     Put("Blacklist", "Blacklisted sources counter", -5);
-    GlobalRecord record;
-    record.BlacklistedSources.Add({"/old", true});
-    Read(record);
+    Settings settings;
+    settings.BlacklistedSources.Add({"/old", true});
+    ReadRecord(settings, context);
     // The source lacks its flag, pattern and level, the first favourite its path.
-    EXPECT_EQ(errors, std::vector<std::string>(4, "2 call: Read registry, Wallpaper sources"));
-    EXPECT_EQ(record.WallpaperSources[1], (WallpaperSource{"/a", false, "", ""}));
-    EXPECT_EQ(record.FavoritesSources[2], (ListedFile{"/f", false}));
-    EXPECT_EQ(record.BlacklistedSrcCnt(), 0);
+    EXPECT_EQ(errors, Lines(4, "2 call: Read registry, Wallpaper sources"));
+    EXPECT_EQ(settings.WallpaperSources[1], (WallpaperSource{"/a", false, "", ""}));
+    EXPECT_EQ(settings.FavoritesSources[2], (ListedFile{"/f", false}));
+    EXPECT_EQ(settings.BlacklistedSrcCnt(), 0);
 }
 
-TEST_F(SettingsTest, AShorterListLeavesItsOldValues) {
-    GlobalRecord record;
-    Read(record);
-    record.FavoritesSources.Add({"/1", true});
-    record.FavoritesSources.Add({"/2", true});
-    Write(record);
-    record.FavoritesSources.Remove(2);
-    Write(record);
-    EXPECT_EQ(TextAt(Key("Favorites"), "Favorites source #2"), "/2");
-    Read(record);
-    EXPECT_EQ(record.FavoritesSrcCnt(), 1);
+TEST_F(SettingsTest, AnEndAnywhereInTheWritingLeavesATreeThatCanBeRead) {
+    ImportRegFile(Golden("full_tree.reg"), machine.store, RegScope::Program);
+    Settings longer = Read();
+    longer.WallpaperSources.Add({"/new", true, "*.png", "0"});
+    longer.FavoritesSources.Add({"/new", true});
+    longer.BlacklistedSources.Add({"/new", true});
+    int left = 0;
+    machine.store.refuse = [&left](const StoreKey&, std::string_view) {
+        return left-- > 0 ? store_error::None : store_error::WriteFault;
+    };
+    for (int writes = 0; left >= 0 || writes == 0; ++writes) {
+        left = writes;
+        context.events.ShowErrorDialog = [](std::int32_t, const std::string&) { throw ProcessEnd{}; };
+        try {
+            Write(longer);
+        } catch (const ProcessEnd&) {
+        }
+        const bool finished = left >= 0;
+        context.events.ShowErrorDialog = [&](std::int32_t, const std::string& text) {
+            ADD_FAILURE() << text << " after " << writes << " writes";
+        };
+        const Settings read = Read();
+        EXPECT_TRUE(!finished || read == longer);
+        if (finished) break;
+    }
 }
 
-TEST_F(SettingsTest, WhatNoFieldHoldsStaysInTheTree) {
-    Put("Notes", "Note #1", "a note");
-    Put("General", "Alarms counter", "2");
-    Put("Hotkeys", "Event #0 CMD", "run");
+TEST_F(SettingsTest, AShorterListLeavesItsOldValuesAndAnothersValuesStay) {
+    Put("Favorites", "Favorites source #2", "/2");
     Put("Profiles\\1\\General", "Wallpaper", "/p.bmp");
-    GlobalRecord record;
-    Read(record);
-    Write(record);
-    EXPECT_EQ(TextAt(Key("Notes"), "Note #1"), "a note");
-    EXPECT_EQ(TextAt(Key("General"), "Alarms counter"), "2");
-    EXPECT_EQ(TextAt(Key("Hotkeys"), "Event #0 CMD"), "run");
+    Put("Extras", "Of a later version", 1);
+    Write(Read());
+    EXPECT_EQ(TextAt(Key("Favorites"), "Favorites source #2"), "/2");
     EXPECT_EQ(TextAt(Key("Profiles\\1\\General"), "Wallpaper"), "/p.bmp");
+    EXPECT_EQ(Read().FavoritesSrcCnt(), 0);
+}
+
+TEST_F(SettingsTest, EventsRunAfterEachAlarmAndMayChangeTheList) {
+    GlobalRecord record;
+    record.AlarmRecords.Resize(3);
+    int turns = 0;
+    context.events.LetEventsRun = [&] {
+        if (++turns == 1) record.AlarmRecords.Remove(3);
+    };
+    WriteSettings(record, context, machine.session);
+    EXPECT_EQ(turns, 2);
+    EXPECT_EQ(TextAt(Key("General"), "Alarms counter"), "2");
 }
 
 TEST_F(SettingsTest, TheSplashBarMovesWhileTheProgramStarts) {
     GlobalRecord record;
-    ReadSettings(record, machine.store, machine.files, prompts, events);
+    ReadSettings(record, context, machine.prompts);
     EXPECT_TRUE(bars.empty());
     record.Main_Exec = true;
-    ReadSettings(record, machine.store, machine.files, prompts, events);
+    ReadSettings(record, context, machine.prompts);
     EXPECT_EQ(bars, (std::vector<int>{20, 30, 40, 50, 55, 60, 65, 70, 72, 75}));
 }
 
@@ -383,54 +327,79 @@ TEST_F(SettingsTest, PublishesPathAndStyle) {
     Put("General", "Wallpaper", "/w.bmp");
     Put("General", "Wallpaper position", 1);
     GlobalRecord record;
-    ReadSettings(record, machine.store, machine.files, prompts, events);
+    ReadSettings(record, context, machine.prompts);
     EXPECT_EQ(TextAt(desktop, "Wallpaper"), "/w.bmp");
     EXPECT_EQ(TextAt(desktop, "WallpaperStyle"), "1");
     EXPECT_EQ(TextAt(".DEFAULT\\" + desktop, "Wallpaper", Hive::Users), "(none)");
     record.SyncWithSystemDefaultWallpaper = true;
-    PublishWallpaper(record, machine.store, prompts, events);
+    PublishWallpaper(record, machine.store, machine.prompts, context.events);
     EXPECT_EQ(TextAt(".DEFAULT\\" + desktop, "Wallpaper", Hive::Users), "/w.bmp");
     EXPECT_EQ(TextAt(".DEFAULT\\" + desktop, "WallpaperStyle", Hive::Users), "1");
-    EXPECT_TRUE(errors.empty() && prompts.shown.empty());
+    EXPECT_TRUE(errors.empty() && machine.prompts.asked.empty());
 
     machine.store.refuse = [](const StoreKey&, std::string_view) { return store_error::AccessDenied; };
-    PublishWallpaper(record, machine.store, prompts, events);
-    EXPECT_EQ(errors, std::vector<std::string>(2, "5 Unable set User wallpaper properties!"));
-    EXPECT_EQ(prompts.shown, (std::vector<std::string>{
-                                 "Error!/16/Unable set system wallpaper, please check that you have an "
-                                 "administrative rights!",
-                                 "Error!/16/Unable set system wallpaper style, please check that you have "
-                                 "an administrative rights!"}));
+    PublishWallpaper(record, machine.store, machine.prompts, context.events);
+    EXPECT_EQ(errors, Lines(2, "5 Unable set User wallpaper properties!"));
+    Lines shown;
+    for (const auto& box : machine.prompts.asked)
+        shown.push_back(box.title + "/" + std::to_string(box.style) + "/" + box.text);
+    const std::string rights = ", please check that you have an administrative rights!";
+    EXPECT_EQ(shown, (Lines{"Error!/16/Unable set system wallpaper" + rights,
+                            "Error!/16/Unable set system wallpaper style" + rights}));
 }
 
 TEST_F(SettingsTest, SettlesTheStartAtLogOn) {
     GlobalRecord record;
-    record.AutoStartApplication = 1;
-    Write(record);
-    record.RunOnWin9x = true;
-    Write(record);
-    record.AutoStartApplication = 0;
-    Write(record);
-    EXPECT_EQ(machine.calls.lines,
-              (std::vector<std::string>{"session.SetAutostart on", "session.SetAutostart on /win9x",
-                                        "session.SetAutostart off /win9x"}));
-    machine.session.refuseAutostart = true;
-    Write(record);
+    const auto write = [&](bool autostart, bool win9x) {
+        record.AutoStartApplication = autostart;
+        record.RunOnWin9x = win9x;
+        WriteSettings(record, context, machine.session);
+    };
+    write(true, false);
+    write(true, true);
+    write(false, true);
+    EXPECT_EQ(machine.calls.lines, (Lines{"session.SetAutostart on", "session.SetAutostart on /win9x",
+                                          "session.SetAutostart off /win9x"}));
+    machine.session.autostartError = store_error::AccessDenied;
+    write(false, false);
     EXPECT_TRUE(errors.empty());
-    record.AutoStartApplication = 1;
-    Write(record);
-    EXPECT_EQ(errors.size(), 1U);
+    TextAt("no such key", "the number of an earlier failure is not this one's");
+    write(true, false);
+    EXPECT_EQ(errors, Lines{"5 call: Write registry"});
 }
 
 TEST_F(SettingsTest, EveryRefusedWriteIsShownAndTheRestIsWritten) {
     machine.store.refuse = [](const StoreKey&, std::string_view name) {
         return name == "Week name" || name == "Longitude" ? store_error::WriteFault : store_error::None;
     };
-    GlobalRecord record;
-    Write(record);
-    EXPECT_EQ(errors, std::vector<std::string>(2, "29 call: Write registry"));
+    Write({});
+    EXPECT_EQ(errors, Lines(2, "29 call: Write registry"));
     EXPECT_EQ(TextAt(Key("General"), "Week name"), "(none)");
-    EXPECT_EQ(IntegerAt("General", "Ephemeredes text align"), 0);
+    EXPECT_EQ(TextAt(Key("General"), "Latitude"), " 0");
+}
+
+// Another record than the settings, with keys below its own and numbers of single precision.
+TEST_F(SettingsTest, OtherRecordsAreDeclaredByTheSameParts) {
+    struct Window {
+        std::int32_t tools = 0;
+        float left = 0;
+    };
+    const Schema<Window> schema{
+        {.key = "Clock\\Kernel", .rows = {{"Tools", StoredForm::Integer, Field(&Window::tools), Is(1)}}},
+        {.key = "Clock\\Position",
+         .rows = {{"Left", StoredForm::LocaleSingle, Field(&Window::left), Is(200.0)}}}};
+    Window window;
+    const WalkPlace place{machine.store, std::string(RootKey), ","};
+    SchemaReader<Window> reader(window, place, {});
+    for (const auto& section : schema)
+        reader.Read(section);
+    EXPECT_EQ(window.left, 200);
+    window.left = -7.5F;
+    SchemaWriter<Window> writer(window, place);
+    for (const auto& section : schema)
+        writer.Write(section);
+    writer.End();
+    EXPECT_EQ(TextAt(Key("Clock\\Position"), "Left"), "-7,5");
 }
 
 } // namespace

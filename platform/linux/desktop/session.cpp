@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/session.h"
 
 #include "platform/linux/desktop/event_loop.h"
+#include "platform/store.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -38,6 +39,13 @@ fs::path AutostartFile() {
     const char* home = std::getenv("HOME");
     const fs::path folder = base && *base ? fs::path(base) : fs::path(home ? home : "") / ".config";
     return folder / "autostart" / "quorvane.desktop";
+}
+
+// The number that the system's own words have for it.
+int ErrorNumber(const std::error_code& error) {
+    if (!error) return store_error::None;
+    const bool refused = error == std::errc::permission_denied || error == std::errc::read_only_file_system;
+    return refused ? store_error::AccessDenied : store_error::WriteFault;
 }
 
 } // namespace
@@ -143,22 +151,23 @@ std::string AutostartEntry(const std::string& program) {
            "X-GNOME-Autostart-enabled=true\n";
 }
 
-bool LinuxSession::SetAutostart(bool enabled, const std::string&) {
+int LinuxSession::SetAutostart(bool enabled, const std::string&) {
     const fs::path entry = AutostartFile();
     std::error_code error;
     if (!enabled) {
         fs::remove(entry, error);
-        return !error;
+        return ErrorNumber(error);
     }
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    if (error || !(fs::create_directories(entry.parent_path(), error) || !error)) return false;
+    if (!error) fs::create_directories(entry.parent_path(), error);
+    if (error) return ErrorNumber(error);
     const fs::path beside = entry.string() + ".new";
     std::ofstream file(beside, std::ios::trunc);
     file << AutostartEntry(program.string());
     file.close();
-    if (!file) return false;
+    if (!file) return store_error::WriteFault;
     fs::rename(beside, entry, error);
-    return !error;
+    return ErrorNumber(error);
 }
 
 } // namespace quorvane

@@ -20,7 +20,7 @@ class LinuxSession final : public Session {
 
     std::string CommandLine() override { return commandLine_; }
     // An XDG autostart entry. The switches are left out: nothing but a person passes an option.
-    bool SetAutostart(bool enabled, const std::string& switches) override;
+    int SetAutostart(bool enabled, const std::string& switches) override;
     void OnEndRequest(std::function<void()> handler) override { endRequest_ = std::move(handler); }
 
     // The display is gone, and the toolkit is about to end the process in the middle of its own work: what is

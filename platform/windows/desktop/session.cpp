@@ -58,17 +58,17 @@ std::string WindowsSession::CommandLine() {
     return std::string(Trim(Utf8(text)));
 }
 
-bool WindowsSession::SetAutostart(bool enabled, const std::string& switches) {
+int WindowsSession::SetAutostart(bool enabled, const std::string& switches) {
     if (!enabled) {
         const int error = store_.DeleteValue(RunKey, RunValue);
-        return error == store_error::None || error == store_error::NotFound;
+        return error == store_error::NotFound ? store_error::None : error;
     }
     std::wstring program(32768, L'\0');
     program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
     std::string command = Utf8(program);
     if (!switches.empty()) command += " " + switches;
     command.push_back('\0');
-    return store_.Set(RunKey, RunValue, {ValueType::Text, command}) == store_error::None;
+    return store_.Set(RunKey, RunValue, {ValueType::Text, command});
 }
 
 void WindowsSession::OnEndRequest(std::function<void()> handler) {

@@ -13,7 +13,7 @@ class WindowsSession final : public Session {
     ~WindowsSession() override;
 
     std::string CommandLine() override;
-    bool SetAutostart(bool enabled, const std::string& switches) override;
+    int SetAutostart(bool enabled, const std::string& switches) override;
     // Asked by: the end of the log-on session, WM_CLOSE to the program's hidden window (as "taskkill" sends),
     // and at a console Ctrl+C, Ctrl+Break and the console's closing.
     void OnEndRequest(std::function<void()> handler) override;

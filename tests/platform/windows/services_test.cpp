@@ -1,5 +1,8 @@
+#include "config/settings.h"
 #include "core/run_time_error.h"
+#include "platform/shared/memory_store.h"
 #include "platform/windows/base/clock.h"
+#include "platform/windows/base/files.h"
 #include "platform/windows/base/store.h"
 #include "platform/windows/base/system.h"
 #include "platform/windows/base/wide.h"
@@ -110,12 +113,18 @@ TEST(WindowsSession, AutostartIsAValueOfTheRunKey) {
     WindowsSession session(events, store);
     const StoreKey run{"", Hive::CurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
     StoredValue read;
-    EXPECT_TRUE(session.SetAutostart(true, "/win9x"));
+    WindowsFiles files;
+    WindowsClock clock;
+    MemoryStore settings;
+    GlobalRecord record;
+    record.AutoStartApplication = 1;
+    record.RunOnWin9x = true;
+    WriteSettings(record, {settings, files, clock, {}}, session);
     ASSERT_EQ(store.Query(run, "Quorvane II", read), store_error::None);
     EXPECT_NE(read.data.find("\\test_platform_windows.exe /win9x"), std::string::npos) << read.data;
-    EXPECT_TRUE(session.SetAutostart(false, ""));
+    EXPECT_EQ(session.SetAutostart(false, ""), 0);
     EXPECT_EQ(store.Query(run, "Quorvane II", read), store_error::NotFound);
-    EXPECT_TRUE(session.SetAutostart(false, "")) << "it is off already";
+    EXPECT_EQ(session.SetAutostart(false, ""), 0) << "it is off already";
 }
 
 TEST(WindowsSystem, TellsWhoAndWhereItIs) {

@@ -20,8 +20,8 @@ namespace {
 constexpr int Entries = 300;
 
 // A record whose every value tells which of the two it belongs to.
-GlobalRecord RecordOf(char mark) {
-    GlobalRecord record;
+Settings RecordOf(char mark) {
+    Settings record;
     record.Week_Str_Name = mark;
     record.Left_Upper_Color = record.Moon_Ephemeredes_Color = record.EphemeredesTextAlign = mark;
     for (int i = 0; i < Entries; ++i) {
@@ -39,15 +39,15 @@ class SettingsProcessesTest : public testing::Test {
         const pid_t child = fork();
         if (child != 0) return child;
         int failures = 0;
-        SettingsEvents events;
-        events.ShowErrorDialog = [&](std::int32_t, const std::string&) { ++failures; };
         MemoryPlatform machine;
         std::string why;
         auto store = SqliteStore::Open(file, why);
         if (!store || !why.empty()) _exit(100);
+        SettingsContext context{*store, machine.files, machine.clock, {}};
+        context.events.ShowErrorDialog = [&](std::int32_t, const std::string&) { ++failures; };
         for (int i = 0; i < times; ++i) {
-            GlobalRecord record = RecordOf(marks[static_cast<std::size_t>(i) % marks.size()]);
-            WriteSettings(record, *store, machine.session, events);
+            Settings record = RecordOf(marks[static_cast<std::size_t>(i) % marks.size()]);
+            WriteRecord(record, context);
             if (i == 0 && write(told, "1", 1) != 1) _exit(101);
         }
         store.reset();
@@ -61,11 +61,11 @@ class SettingsProcessesTest : public testing::Test {
         ASSERT_TRUE(store);
         EXPECT_EQ(why, "");
         MemoryPlatform machine;
-        GlobalRecord record;
+        Settings record;
         int errors = 0;
-        SettingsEvents events;
-        events.ShowErrorDialog = [&](std::int32_t, const std::string&) { ++errors; };
-        ReadRecord(record, *store, machine.files, events);
+        SettingsContext context{*store, machine.files, machine.clock, {}};
+        context.events.ShowErrorDialog = [&](std::int32_t, const std::string&) { ++errors; };
+        ReadRecord(record, context);
         EXPECT_EQ(errors, 0);
         const auto isMark = [&](std::int32_t value) {
             return marks.find(static_cast<char>(value)) != std::string::npos;

@@ -2,6 +2,7 @@
 
 #include "core/run_time_error.h"
 #include "platform/linux/desktop/session.h"
+#include "platform/store.h"
 #include "tests/contracts/event_loop_contract.h"
 #include "tests/support/process.h"
 
@@ -127,16 +128,16 @@ TEST(AutostartEntryTest, ComesAndGoesInThePersonsFolder) {
     LinuxSession session(loop, 0, nullptr);
     const auto config = folder.Path() / "config";
     setenv("XDG_CONFIG_HOME", config.c_str(), 1);
-    EXPECT_TRUE(session.SetAutostart(false, "")) << "nothing there to take away";
-    EXPECT_TRUE(session.SetAutostart(true, " /win9x"));
+    EXPECT_EQ(session.SetAutostart(false, ""), 0) << "nothing there to take away";
+    EXPECT_EQ(session.SetAutostart(true, "/win9x"), 0);
     const std::string entry = test::ReadWhole(config / "autostart/quorvane.desktop");
     EXPECT_NE(entry.find("Exec=\"" + std::filesystem::read_symlink("/proc/self/exe").string() + "\"\n"),
               std::string::npos)
         << entry;
-    EXPECT_TRUE(session.SetAutostart(false, ""));
+    EXPECT_EQ(session.SetAutostart(false, ""), 0);
     EXPECT_FALSE(std::filesystem::exists(config / "autostart/quorvane.desktop"));
     setenv("XDG_CONFIG_HOME", "/proc/nowhere", 1);
-    EXPECT_FALSE(session.SetAutostart(true, ""));
+    EXPECT_EQ(session.SetAutostart(true, ""), store_error::WriteFault);
     unsetenv("XDG_CONFIG_HOME");
 }
 
