@@ -133,7 +133,7 @@ std::optional<PixelPoint> LinuxDesktop::PointerPosition() {
     xcb_query_pointer_reply_t* pointer =
         xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr);
     if (!pointer) return std::nullopt;
-    const PixelRect place = ScreenPixels(*screen);
+    const PixelRect place = ScreenPixels(*screen, Monitors());
     const PixelPoint at{pointer->root_x - place.x, pointer->root_y - place.y};
     std::free(pointer);
     return at;
