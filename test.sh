@@ -19,7 +19,7 @@ build() {
 }
 
 stage_checks() {
-    tests/checks/includes.sh && tests/checks/format.sh
+    tests/checks/includes.sh && tests/checks/words.sh && tests/checks/format.sh
 }
 
 stage_linux() {

@@ -2,6 +2,7 @@
 
 #include "config/registry.h"
 #include "config/settings.h"
+#include "core/locale_ids.h"
 #include "core/numbers.h"
 #include "core/run_time_error.h"
 #include "core/text.h"
@@ -14,12 +15,6 @@
 
 namespace quorvane {
 namespace {
-
-// Where the locale table keeps the names: the first month or Monday stands at base + 1 or base.
-constexpr int FullMonthBase = 72;
-constexpr int ShortMonthBase = 91;
-constexpr int ShortDayBase = 85;
-constexpr int FullDayBase = 104;
 
 constexpr std::array<std::string_view, 12> ShortMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                           "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
@@ -81,8 +76,8 @@ RegionalValues ReadRegionalValues(Store& store, System& system) {
 std::string MonthName(int month, bool abbreviate, const LocaleStrings& locale) {
     if (month < 1 || month > 12) return {};
     const auto place = static_cast<std::size_t>(month - 1);
-    return abbreviate ? NameOr(locale, ShortMonthBase + month, ShortMonths[place])
-                      : NameOr(locale, FullMonthBase + month, FullMonths[place]);
+    return abbreviate ? NameOr(locale, locale_id::ShortMonth + month, ShortMonths[place])
+                      : NameOr(locale, locale_id::FullMonth + month, FullMonths[place]);
 }
 
 std::string DayName(int index, bool abbreviate, int firstDay, const LocaleStrings& locale,
@@ -91,8 +86,8 @@ std::string DayName(int index, bool abbreviate, int firstDay, const LocaleString
     const std::int64_t position = std::abs(std::int64_t{index} - 1) % 7 + 1;
     const int day = static_cast<int>((position + std::abs(first) % 7 - 1) % 7);
     const auto place = static_cast<std::size_t>(day);
-    return abbreviate ? NameOr(locale, ShortDayBase + day, ShortDays[place])
-                      : NameOr(locale, FullDayBase + day, FullDays[place]);
+    return abbreviate ? NameOr(locale, locale_id::ShortDay + day, ShortDays[place])
+                      : NameOr(locale, locale_id::FullDay + day, FullDays[place]);
 }
 
 std::string BuildDateStr(int day, int month, int year, const RegionalValues& regional) {

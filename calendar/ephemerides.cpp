@@ -1,6 +1,7 @@
 #include "calendar/ephemerides.h"
 
 #include "calendar/sky_position.h"
+#include "core/locale_ids.h"
 #include "core/numbers.h"
 #include "core/text.h"
 
@@ -13,21 +14,6 @@ namespace quorvane {
 namespace {
 
 constexpr int HoursPerDay = 24;
-
-// Ids of the locale's texts.
-namespace text_id {
-constexpr int Distance = 44;
-constexpr int UnknownZone = 45;
-constexpr int PolarNight = 47;
-constexpr int PolarDay = 48;
-constexpr int NoSunRise = 49;
-constexpr int NoSunSet = 50;
-constexpr int NoMoonRise = 51;
-constexpr int NoMoonSet = 52;
-constexpr int MoonDown = 53;
-constexpr int MoonUp = 54;
-constexpr int ThousandKilometres = 55;
-} // namespace text_id
 
 // The turn of the sky in one hour, in radians.
 constexpr double SiderealHour = 15 * RadiansPerDegree * 1.0027379;
@@ -268,9 +254,9 @@ void ShowMoonAge(const DateTime& now, double biasMinutes, const LocaleStrings& l
     const double thousandKilometres = std::floor(std::floor(earthRadii * 10) * EarthDiameter / 20 / 100) / 10;
 
     out.MoonAge = LocaleNumberText(std::floor(10 * age) / 10, decimal);
-    out.MoonAge.append("; ").append(locale.TextOr(text_id::Distance, "dist:")).append(" ");
+    out.MoonAge.append("; ").append(locale.TextOr(locale_id::Distance, "dist:")).append(" ");
     out.MoonAge.append(LocaleNumberText(thousandKilometres, decimal));
-    out.MoonAge.append(" ").append(locale.TextOr(text_id::ThousandKilometres, "Kkm"));
+    out.MoonAge.append(" ").append(locale.TextOr(locale_id::ThousandKilometres, "Kkm"));
 }
 
 // Systems hand the name over in a field padded by zero characters.
@@ -283,14 +269,14 @@ std::string ZoneName(std::string_view name) {
 } // namespace
 
 SkyTexts::SkyTexts(const LocaleStrings& locale)
-    : polarNight(locale.TextOr(text_id::PolarNight, "Polar night"))
-    , polarDay(locale.TextOr(text_id::PolarDay, "Polar day"))
-    , noSunRise(locale.TextOr(text_id::NoSunRise, "Today there is no sunrise"))
-    , noSunSet(locale.TextOr(text_id::NoSunSet, "Today there is no sunset"))
-    , noMoonRise(locale.TextOr(text_id::NoMoonRise, "Today there is no moonrise"))
-    , noMoonSet(locale.TextOr(text_id::NoMoonSet, "Today there is no moonset"))
-    , moonDown(locale.TextOr(text_id::MoonDown, "Moon down all day"))
-    , moonUp(locale.TextOr(text_id::MoonUp, "Moon up all day")) {}
+    : polarNight(locale.TextOr(locale_id::PolarNight, "Polar night"))
+    , polarDay(locale.TextOr(locale_id::PolarDay, "Polar day"))
+    , noSunRise(locale.TextOr(locale_id::NoSunRise, "Today there is no sunrise"))
+    , noSunSet(locale.TextOr(locale_id::NoSunSet, "Today there is no sunset"))
+    , noMoonRise(locale.TextOr(locale_id::NoMoonRise, "Today there is no moonrise"))
+    , noMoonSet(locale.TextOr(locale_id::NoMoonSet, "Today there is no moonset"))
+    , moonDown(locale.TextOr(locale_id::MoonDown, "Moon down all day"))
+    , moonUp(locale.TextOr(locale_id::MoonUp, "Moon up all day")) {}
 
 int BiasInForce(const TimeZone& zone) {
     if (!zone.known) return 0;
@@ -316,7 +302,7 @@ void ComputeEphemerides(const DateTime& now, const Place& place, const TimeZone&
     if (zone.known) {
         out.TimeZoneName = ZoneName(zone.name);
     } else {
-        out.TimeZoneName = locale.TextOr(text_id::UnknownZone, "Unknown...");
+        out.TimeZoneName = locale.TextOr(locale_id::UnknownZone, "Unknown...");
     }
     ShowSun(now, place, zoneDays, texts, decimal, out);
     ShowMoon(now, place, zoneDays, texts, decimal, out);

@@ -1,21 +1,12 @@
 #include "calendar/sky_text.h"
 
+#include "core/locale_ids.h"
+
 #include <string_view>
 #include <utility>
 
 namespace quorvane {
 namespace {
-
-// Ids of the labels in the locale's table.
-namespace text_id {
-constexpr int SunRise = 38;
-constexpr int SunSet = 39;
-constexpr int Azimuth = 40;
-constexpr int MoonRise = 41;
-constexpr int MoonSet = 42;
-constexpr int Age = 43;
-constexpr int VisibleHours = 56;
-} // namespace text_id
 
 // "H:MM" as minutes of the day; empty for anything that is no time of a day, the special texts for one.
 std::optional<int> MinutesOfDay(std::string_view time) {
@@ -55,7 +46,7 @@ class LineWriter {
     void Event(int id, std::string_view builtIn, const std::string& time, const std::string& azimuth,
                std::string_view specialA, std::string_view specialB) {
         if (time == specialA || time == specialB) return Line(time);
-        Line(Label(id, builtIn, time) + ", " + Label(text_id::Azimuth, "Az:", azimuth));
+        Line(Label(id, builtIn, time) + ", " + Label(locale_id::Azimuth, "Az:", azimuth));
     }
 
     std::vector<TextLine> Take() { return std::move(lines_); }
@@ -85,21 +76,22 @@ SkyText DescribeSky(const GlobalRecord& record, const LocaleStrings& locale, con
     if (record.CalculateSunEphemeredes > 0) {
         LineWriter sun(locale, record.Sun_Ephemeredes_Color);
         sun.Line(sky.TimeZoneName);
-        sun.Event(text_id::SunRise, "Sun rise:", sky.SunRise, sky.SunRiseAz, special.noSunRise,
+        sun.Event(locale_id::SunRise, "Sun rise:", sky.SunRise, sky.SunRiseAz, special.noSunRise,
                   special.polarNight);
-        sun.Event(text_id::SunSet, "Sun set:", sky.SunSet, sky.SunSetAz, special.noSunSet, special.polarDay);
+        sun.Event(locale_id::SunSet, "Sun set:", sky.SunSet, sky.SunSetAz, special.noSunSet,
+                  special.polarDay);
         const auto rise = MinutesOfDay(sky.SunRise);
         const auto set = MinutesOfDay(sky.SunSet);
-        if (rise && set) sun.Labelled(text_id::VisibleHours, "Visible hours:", DurationText(*set - *rise));
+        if (rise && set) sun.Labelled(locale_id::VisibleHours, "Visible hours:", DurationText(*set - *rise));
         text.sun = sun.Take();
     }
     if (record.CalculateMoonEphemeredes > 0) {
         LineWriter moon(locale, record.Moon_Ephemeredes_Color);
-        moon.Event(text_id::MoonRise, "Moon rise:", sky.MoonRise, sky.MoonRiseAz, special.noMoonRise,
+        moon.Event(locale_id::MoonRise, "Moon rise:", sky.MoonRise, sky.MoonRiseAz, special.noMoonRise,
                    special.moonDown);
-        moon.Event(text_id::MoonSet, "Moon set:", sky.MoonSet, sky.MoonSetAz, special.noMoonSet,
+        moon.Event(locale_id::MoonSet, "Moon set:", sky.MoonSet, sky.MoonSetAz, special.noMoonSet,
                    special.moonUp);
-        moon.Labelled(text_id::Age, "Age:", sky.MoonAge);
+        moon.Labelled(locale_id::Age, "Age:", sky.MoonAge);
         text.moon = moon.Take();
     }
     return text;

@@ -13,6 +13,9 @@ namespace quorvane {
 class LocaleStrings {
   public:
     static constexpr int MaxId = 4096;
+    // The numbers below are those of every locale file, and what a file leaves out there reads as nothing.
+    // The numbers from here on came later: what an older file lacks keeps its built-in words.
+    static constexpr int FirstLateId = 120;
 
     bool Loaded() const { return loaded_; }
     void SetLoaded(bool loaded) { loaded_ = loaded; }
@@ -22,8 +25,11 @@ class LocaleStrings {
         const auto place = static_cast<std::size_t>(id);
         return id >= 1 && place < texts_.size() ? std::string_view(texts_[place]) : std::string_view();
     }
-    // The table's text where a locale is loaded, even an empty one; `builtIn` otherwise.
-    std::string_view TextOr(int id, std::string_view builtIn) const { return loaded_ ? Text(id) : builtIn; }
+    // The words to show for a number whose built-in ones are `builtIn`.
+    std::string_view TextOr(int id, std::string_view builtIn) const {
+        const std::string_view text = loaded_ ? Text(id) : builtIn;
+        return text.empty() && id >= FirstLateId ? builtIn : text;
+    }
 
     // False, with nothing done, for a number outside the table.
     bool Set(int id, std::string text) {

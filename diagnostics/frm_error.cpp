@@ -14,7 +14,7 @@ constexpr int TextWidth = 6000; // twips
 frmError::frmError(Forms& forms, const Platform& platform)
     : Form(forms, "frmError")
     , platform_(platform) {
-    SetCaption("Kerner error!");
+    SetCaption({"Kerner error!", 132});
     Label1.SetFont(FontSpec{Host().DefaultFont().name, Host().DefaultFont().size, true, false, false, false});
     Label3.SetWrapWidth(TextWidth);
     // A button that does nothing helps nobody: it is seen once there is a dump.

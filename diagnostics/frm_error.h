@@ -19,11 +19,11 @@ class frmError : public Form {
     // middle of it, with nothing saved.
     void Ask(std::int32_t number, const std::string& description);
 
-    Label Label1{*this, "Label1", "Unexpected Error! Please, report to software developer"};
+    Label Label1{*this, "Label1", {"Unexpected Error! Please, report to software developer", 133}};
     Label Label2{*this, "Label2"};
     Label Label3{*this, "Label3"};
-    Button Command2{*this, "Command2", "Dump kernel"};
-    Button Command1{*this, "Command1", "Close application"};
+    Button Command2{*this, "Command2", {"Dump kernel", 134}};
+    Button Command1{*this, "Command1", {"Close application", 135}};
 
   private:
     void CloseApplication();

@@ -4,7 +4,7 @@ namespace quorvane {
 
 frmTransparency::frmTransparency(Forms& forms)
     : Form(forms, "frmTransparency") {
-    SetCaption("Transparency");
+    SetCaption({"Transparency", 123});
     Slider1.SetRange(0, 255);
     Slider1.length = 3900;
     lblValue.SetAlignment(Label::Align::Right);

@@ -16,11 +16,11 @@ class frmTransparency : public Form {
     // and changes only when it is applied.
     void Adjust(Form& window, std::int32_t& Transparency_Value);
 
-    Frame Frame1{*this, "Frame1", "Transparency value"};
+    Frame Frame1{*this, "Frame1", {"Transparency value", 124}};
     Slider Slider1{Frame1, "Slider1"};
     Label lblValue{Frame1, "lblValue", "255"};
-    Button Command1{*this, "Command1", "&Apply"};
-    Button Command2{*this, "Command2", "&Cancel"};
+    Button Command1{*this, "Command1", {"&Apply", 122}};
+    Button Command2{*this, "Command2", {"&Cancel", 121}};
 
   protected:
     bool OnCloseByFrame() override;

@@ -18,8 +18,8 @@ class InputBox : public Form {
 
     Label Label1{*this, "Label1"};
     TextBox Text1{*this, "Text1"};
-    Button Command1{*this, "Command1", "&Ok"};
-    Button Command2{*this, "Command2", "&Cancel"};
+    Button Command1{*this, "Command1", {"&Ok", 120}};
+    Button Command2{*this, "Command2", {"&Cancel", 121}};
 
   protected:
     bool OnCloseByFrame() override;

@@ -15,7 +15,7 @@ class MessBox : public Form {
     void Tell(const std::string& message, const std::string& title);
 
     Label Label1{*this, "Label1"};
-    Button Command1{*this, "Command1", "&Ok"};
+    Button Command1{*this, "Command1", {"&Ok", 120}};
 
   protected:
     bool OnCloseByFrame() override;

@@ -27,7 +27,7 @@ constexpr std::int32_t FamilyNt = 2;
 Application::Application(const Platform& platform, std::string storeNote)
     : platform_(platform)
     , storeNote_(std::move(storeNote))
-    , forms_(platform_)
+    , forms_(platform_, &locale_)
     , splash_(forms_, platform_)
     , notifyIcon_(forms_, record_, platform_, *this)
     , engine_(forms_, record_, platform_, locale_, *this) {}

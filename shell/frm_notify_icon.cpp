@@ -58,21 +58,18 @@ void frmNotifyIcon::RemoveTrayIcon() {
 
 void frmNotifyIcon::BuildTrayMenu() {
     mnu_popup.Clear();
-    const auto add = [this](int index, const char* caption, std::function<void()> onClick) -> MenuItem& {
-        MenuItem item;
-        item.name = "mnu_popup_entry";
-        item.index = index;
-        item.caption = caption;
-        item.onClick = std::move(onClick);
-        return mnu_popup.Add(std::move(item));
+    const auto add = [this](int index, Words caption, std::function<void()> onClick) -> MenuItem& {
+        return mnu_popup.Add("mnu_popup_entry", index, std::move(caption), std::move(onClick));
     };
-    add(0, "&Change wallpaper", [this] { ChangeNow(); }).bitmap =
+    add(0, {"&Change wallpaper", 21}, [this] { ChangeNow(); }).bitmap =
         Add_BM_Handler(LandscapeBitmap(platform_.drawing));
-    add(1, "Add current wallpaper to favorites", [this] { AddCurrentWallpaper(record_.FavoritesSources); });
-    add(2, "Remove current wallpaper to favorites", [this] { RemoveCurrentFromFavorites(); });
-    add(3, "Add current wallpaper to blacklist", [this] { AddCurrentWallpaper(record_.BlacklistedSources); });
+    add(1, {"Add current wallpaper to favorites", 18},
+        [this] { AddCurrentWallpaper(record_.FavoritesSources); });
+    add(2, {"Remove current wallpaper to favorites", 19}, [this] { RemoveCurrentFromFavorites(); });
+    add(3, {"Add current wallpaper to blacklist", 20},
+        [this] { AddCurrentWallpaper(record_.BlacklistedSources); });
     mnu_popup.AddSeparator();
-    add(13, "E&xit", [this] { Exit(); });
+    add(13, {"E&xit", 9}, [this] { Exit(); });
     mnu_popup.SetDefaultItem(0);
 }
 

@@ -20,7 +20,7 @@ class frmNotifyIcon : public Form {
     void ShowTrayTip();
     void RemoveTrayIcon();
 
-    Menu mnu_popup;
+    Menu mnu_popup{*this, "mnu_popup"};
 
   protected:
     void OnLoad() override;

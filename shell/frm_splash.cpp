@@ -47,9 +47,9 @@ frmSplash::frmSplash(Forms& forms, const Platform& platform)
 }
 
 void frmSplash::OnLoad() {
-    lblVersion.SetCaption("Version " + VersionNumbers());
+    lblVersion.SetCaption({"Version %1", 126, {VersionNumbers()}});
     const std::string name = platform_.system.Version().displayName;
-    lblPlatform.SetCaption("OS platform: " + (name.empty() ? "Win32" : name));
+    lblPlatform.SetCaption({"OS platform: %1", 127, {LiteralCaption(name.empty() ? "Win32" : name)}});
     CutOutButtonFace();
     SetOpacity(SplashOpacity);
 }

@@ -15,13 +15,13 @@ class frmSplash : public Form {
   private:
     Frame Frame1{*this, "Frame1"};
     PictureBox Picture1{Frame1, "Picture1"};
-    Label lblProductName{Frame1, "lblProductName", "Quorvane II"};
+    Label lblProductName{Frame1, "lblProductName", {"Quorvane II", 125}};
     Label lblVersion{Frame1, "lblVersion"};
     Label lblPlatform{Frame1, "lblPlatform"};
-    Label lblCompanyProduct{Frame1, "lblCompanyProduct", "Wallpapers, calendar, Sun and Moon"};
-    Label lblCopyright{Frame1, "lblCopyright", "The Quorvane project, 2026"};
-    Label lblWarning{Frame1, "lblWarning", "This software provided as is, without any warranty!"};
-    Label lblLoading{Frame1, "lblLoading", "Please, wait... Program is loading"};
+    Label lblCompanyProduct{Frame1, "lblCompanyProduct", {"Wallpapers, calendar, Sun and Moon", 128}};
+    Label lblCopyright{Frame1, "lblCopyright", {"The Quorvane project, 2026", 129}};
+    Label lblWarning{Frame1, "lblWarning", {"This software provided as is, without any warranty!", 130}};
+    Label lblLoading{Frame1, "lblLoading", {"Please, wait... Program is loading", 131}};
 
   public:
     ProgressBar ProgressBar1{Frame1, "ProgressBar1"};

@@ -32,7 +32,8 @@ void Bindings::Bind(std::string& field, ComboBox& control) {
         field,
         [&] {
             const auto& items = control.Items();
-            const bool listed = std::find(items.begin(), items.end(), field) != items.end();
+            const bool listed = std::any_of(items.begin(), items.end(),
+                                            [&](const Words& item) { return item.Text() == field; });
             if (control.Editable() || listed) {
                 control.SetText(field);
             } else {

@@ -80,10 +80,10 @@ Form& Control::OwnerForm() const {
     return parent_.OwnerForm();
 }
 
-void Control::SetCaption(std::string caption) {
-    if (caption == caption_) return;
-    caption_ = std::move(caption);
-    ChangedInSize(Aspect::Caption);
+void Control::SetCaption(Words caption) {
+    const std::string before = Caption();
+    caption_ = Localised(std::move(caption));
+    if (Caption() != before) ChangedInSize(Aspect::Caption);
 }
 
 void Control::SetVisible(bool visible) {
@@ -111,10 +111,10 @@ bool Control::IsReachable() const {
     return !around || around->IsReachable();
 }
 
-void Control::SetToolTip(std::string text) {
-    if (text == toolTip_) return;
-    toolTip_ = std::move(text);
-    Changed(Aspect::Look);
+void Control::SetToolTip(Words text) {
+    const std::string before = ToolTip();
+    toolTip_ = Localised(std::move(text));
+    if (ToolTip() != before) Changed(Aspect::Look);
 }
 
 void Control::SetFont(std::optional<FontSpec> font) {
@@ -137,6 +137,16 @@ void Control::SetBackColor(std::optional<Color> color) {
 
 void Control::SetFocus() {
     OwnerForm().FocusOn(*this);
+}
+
+void Control::Localise(const LocaleStrings& words) {
+    if (caption_.Localise(words)) ChangedInSize(Aspect::Caption);
+    if (toolTip_.Localise(words)) Changed(Aspect::Look);
+}
+
+Words Control::Localised(Words words) const {
+    words.Localise(OwnerForm().Collection().Strings());
+    return words;
 }
 
 void Control::SetBounds(const TwipRect& bounds) {

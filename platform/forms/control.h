@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/color.h"
+#include "core/words.h"
 #include "platform/forms/act.h"
 #include "platform/forms/geometry.h"
 #include "platform/forms/layout.h"
@@ -20,6 +21,7 @@ class Form;
 class Frame;
 class Label;
 class ListView;
+class LocaleStrings;
 class MonthView;
 class OptionButton;
 class PictureBox;
@@ -133,8 +135,9 @@ class Control {
     Container& Parent() const { return parent_; }
 
     // "&" marks the mnemonic, "&&" is one "&".
-    const std::string& Caption() const { return caption_; }
-    void SetCaption(std::string caption);
+    const std::string& Caption() const { return caption_.Text(); }
+    const Words& CaptionWords() const { return caption_; }
+    void SetCaption(Words caption);
     bool Visible() const { return visible_; }
     void SetVisible(bool visible);
     bool Enabled() const { return enabled_; }
@@ -142,8 +145,9 @@ class Control {
     // With the containers around it, and with the page of a tab strip that it stands on.
     bool IsShown() const;
     bool IsReachable() const; // shown and enabled, with the containers around it
-    const std::string& ToolTip() const { return toolTip_; }
-    void SetToolTip(std::string text);
+    const std::string& ToolTip() const { return toolTip_.Text(); }
+    const Words& TipWords() const { return toolTip_; }
+    void SetToolTip(Words text);
     // Empty: the host's own.
     const std::optional<FontSpec>& Font() const { return font_; }
     void SetFont(std::optional<FontSpec> font);
@@ -175,6 +179,10 @@ class Control {
     // control's own.
     virtual bool Take(const Act& done) = 0;
     virtual void SetBounds(const TwipRect& bounds);
+    // Puts all words of the control into those of the table.
+    virtual void Localise(const LocaleStrings& words);
+    // The words in the language of the form.
+    Words Localised(Words words) const;
     // Tells the host, if there is one.
     void Changed(Aspect aspect);
     // As Changed, and has the form arranged anew where the control no longer has room.
@@ -190,10 +198,10 @@ class Control {
     Container& parent_;
     std::string name_;
     int index_;
-    std::string caption_;
+    Words caption_;
     bool visible_ = true;
     bool enabled_ = true;
-    std::string toolTip_;
+    Words toolTip_;
     std::optional<FontSpec> font_;
     std::optional<Color> foreColor_;
     std::optional<Color> backColor_;

@@ -37,7 +37,7 @@ std::string DateText(const DateTime& value, bool withTime) {
 
 } // namespace
 
-Label::Label(Container& parent, std::string name, std::string caption, int index)
+Label::Label(Container& parent, std::string name, Words caption, int index)
     : Control(parent, std::move(name), index) {
     SetCaption(std::move(caption));
 }
@@ -60,7 +60,7 @@ bool Label::Take(const Act& done) {
     return true;
 }
 
-Button::Button(Container& parent, std::string name, std::string caption, int index)
+Button::Button(Container& parent, std::string name, Words caption, int index)
     : Control(parent, std::move(name), index) {
     SetCaption(std::move(caption));
 }
@@ -75,7 +75,7 @@ bool Button::Take(const Act& done) {
     return true;
 }
 
-CheckBox::CheckBox(Container& parent, std::string name, std::string caption, int index)
+CheckBox::CheckBox(Container& parent, std::string name, Words caption, int index)
     : Control(parent, std::move(name), index) {
     SetCaption(std::move(caption));
 }
@@ -98,7 +98,7 @@ bool CheckBox::Take(const Act& done) {
     return true;
 }
 
-OptionButton::OptionButton(Container& parent, std::string name, std::string caption, int index, int group)
+OptionButton::OptionButton(Container& parent, std::string name, Words caption, int index, int group)
     : Control(parent, std::move(name), index)
     , group_(group) {
     SetCaption(std::move(caption));
@@ -131,15 +131,17 @@ ComboBox::ComboBox(Container& parent, std::string name, int index, Style style)
     : Control(parent, std::move(name), index)
     , style_(style) {}
 
-void ComboBox::SetItems(std::vector<std::string> items) {
+void ComboBox::SetItems(std::vector<Words> items) {
     items_ = std::move(items);
+    for (Words& item : items_)
+        item = Localised(std::move(item));
     listIndex_ = -1;
     if (!Editable()) text_.clear();
     ChangedInSize(Aspect::Items);
 }
 
-void ComboBox::AddItem(std::string item) {
-    items_.push_back(std::move(item));
+void ComboBox::AddItem(Words item) {
+    items_.push_back(Localised(std::move(item)));
     ChangedInSize(Aspect::Items);
 }
 
@@ -148,7 +150,7 @@ void ComboBox::SetListIndex(int index) {
     if (index == listIndex_) return;
     listIndex_ = index;
     if (index >= 0) {
-        text_ = items_[static_cast<std::size_t>(index)];
+        text_ = items_[static_cast<std::size_t>(index)].Text();
     } else if (!Editable()) {
         text_.clear();
     }
@@ -158,7 +160,8 @@ void ComboBox::SetListIndex(int index) {
 
 void ComboBox::SetText(const std::string& text) {
     if (!Editable()) {
-        const auto found = std::find(items_.begin(), items_.end(), text);
+        const auto found = std::find_if(items_.begin(), items_.end(),
+                                        [&text](const Words& item) { return item.Text() == text; });
         if (found == items_.end()) throw RunTimeError::InvalidCall();
         SetListIndex(static_cast<int>(found - items_.begin()));
         return;
@@ -168,6 +171,17 @@ void ComboBox::SetText(const std::string& text) {
     listIndex_ = -1;
     Changed(Aspect::Value);
     Raise(onChange);
+}
+
+// The choice stays, and raises nothing: it is the same entry in other words.
+void ComboBox::Localise(const LocaleStrings& words) {
+    Control::Localise(words);
+    bool changed = false;
+    for (Words& item : items_)
+        changed = item.Localise(words) || changed;
+    if (!changed) return;
+    if (listIndex_ >= 0) text_ = items_[static_cast<std::size_t>(listIndex_)].Text();
+    ChangedInSize(Aspect::Items);
 }
 
 std::string ComboBox::ValueText() const {
@@ -185,7 +199,7 @@ bool ComboBox::Take(const Act& done) {
     return true;
 }
 
-Frame::Frame(Container& parent, std::string name, std::string caption, int index)
+Frame::Frame(Container& parent, std::string name, Words caption, int index)
     : Control(parent, std::move(name), index) {
     SetCaption(std::move(caption));
 }
@@ -199,16 +213,26 @@ bool Frame::Take(const Act& done) {
 TabStrip::TabStrip(Container& parent, std::string name, int index)
     : Control(parent, std::move(name), index) {}
 
-void TabStrip::SetTabs(std::vector<std::string> captions) {
+void TabStrip::SetTabs(std::vector<Words> captions) {
     tabs_ = std::move(captions);
+    for (Words& tab : tabs_)
+        tab = Localised(std::move(tab));
     selected_ = tabs_.empty() ? -1 : 0;
     ChangedInSize(Aspect::Items);
 }
 
-void TabStrip::SetTabCaption(int tab, std::string caption) {
+void TabStrip::SetTabCaption(int tab, Words caption) {
     if (tab < 0 || tab >= static_cast<int>(tabs_.size())) throw RunTimeError::SubscriptOutOfRange();
-    tabs_[static_cast<std::size_t>(tab)] = std::move(caption);
+    tabs_[static_cast<std::size_t>(tab)] = Localised(std::move(caption));
     ChangedInSize(Aspect::Caption);
+}
+
+void TabStrip::Localise(const LocaleStrings& words) {
+    Control::Localise(words);
+    bool changed = false;
+    for (Words& tab : tabs_)
+        changed = tab.Localise(words) || changed;
+    if (changed) ChangedInSize(Aspect::Caption);
 }
 
 void TabStrip::SelectTab(int tab) {
@@ -221,8 +245,8 @@ void TabStrip::SelectTab(int tab) {
 
 std::string TabStrip::ValueText() const {
     std::string text = std::to_string(selected_);
-    for (const std::string& tab : tabs_)
-        text += ' ' + Quoted(tab);
+    for (const Words& tab : tabs_)
+        text += ' ' + Quoted(tab.Text());
     return text;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/date_time.h"
+#include "core/words.h"
 #include "platform/forms/control.h"
 
 #include <memory>
@@ -78,7 +79,7 @@ class Label : public Control {
   public:
     enum class Align { Left, Center, Right };
 
-    Label(Container& parent, std::string name, std::string caption = {}, int index = NoIndex);
+    Label(Container& parent, std::string name, Words caption = {}, int index = NoIndex);
 
     ControlKind Kind() const override { return ControlKind::Label; }
     void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
@@ -102,7 +103,7 @@ class Label : public Control {
 
 class Button : public Control {
   public:
-    Button(Container& parent, std::string name, std::string caption = {}, int index = NoIndex);
+    Button(Container& parent, std::string name, Words caption = {}, int index = NoIndex);
 
     ControlKind Kind() const override { return ControlKind::Button; }
     void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
@@ -118,7 +119,7 @@ class Button : public Control {
 
 class CheckBox : public Control {
   public:
-    CheckBox(Container& parent, std::string name, std::string caption = {}, int index = NoIndex);
+    CheckBox(Container& parent, std::string name, Words caption = {}, int index = NoIndex);
 
     ControlKind Kind() const override { return ControlKind::CheckBox; }
     void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
@@ -141,8 +142,7 @@ class CheckBox : public Control {
 // One of a group: choosing it clears the others of the same group in the same container.
 class OptionButton : public Control {
   public:
-    OptionButton(Container& parent, std::string name, std::string caption = {}, int index = NoIndex,
-                 int group = 0);
+    OptionButton(Container& parent, std::string name, Words caption = {}, int index = NoIndex, int group = 0);
 
     ControlKind Kind() const override { return ControlKind::OptionButton; }
     void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
@@ -174,10 +174,10 @@ class ComboBox : public Control {
     void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
 
     bool Editable() const { return style_ == Style::Editable; }
-    const std::vector<std::string>& Items() const { return items_; }
+    const std::vector<Words>& Items() const { return items_; }
     // Nothing is chosen afterwards; the text of an editable box stays.
-    void SetItems(std::vector<std::string> items);
-    void AddItem(std::string item);
+    void SetItems(std::vector<Words> items);
+    void AddItem(Words item);
     int ListIndex() const { return listIndex_; }
     // -1 for none; anything else outside the list throws InvalidCall.
     void SetListIndex(int index);
@@ -194,10 +194,11 @@ class ComboBox : public Control {
 
   protected:
     bool Take(const Act& done) override;
+    void Localise(const LocaleStrings& words) override;
 
   private:
     Style style_;
-    std::vector<std::string> items_;
+    std::vector<Words> items_;
     int listIndex_ = -1;
     std::string text_;
 };
@@ -206,7 +207,7 @@ class ComboBox : public Control {
 class ListView : public Control {
   public:
     struct Column {
-        std::string caption;
+        Words caption;
         int width = 1440; // twips
         bool operator==(const Column&) const = default;
     };
@@ -249,6 +250,7 @@ class ListView : public Control {
 
   protected:
     bool Take(const Act& done) override;
+    void Localise(const LocaleStrings& words) override;
 
   private:
     RowData& At(int row);
@@ -263,7 +265,7 @@ class ListView : public Control {
 // A frame with a caption around controls.
 class Frame : public Control, public Container {
   public:
-    Frame(Container& parent, std::string name, std::string caption = {}, int index = NoIndex);
+    Frame(Container& parent, std::string name, Words caption = {}, int index = NoIndex);
 
     ControlKind Kind() const override { return ControlKind::Frame; }
     void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
@@ -288,10 +290,10 @@ class TabStrip : public Control, public Container {
     Form& OwnerForm() override { return Control::OwnerForm(); }
     Control* AsControl() override { return this; }
 
-    const std::vector<std::string>& Tabs() const { return tabs_; }
+    const std::vector<Words>& Tabs() const { return tabs_; }
     // The first tab is the selected one afterwards; onClick is not raised.
-    void SetTabs(std::vector<std::string> captions);
-    void SetTabCaption(int tab, std::string caption);
+    void SetTabs(std::vector<Words> captions);
+    void SetTabCaption(int tab, Words caption);
     int SelectedTab() const { return selected_; } // from 0; -1 without tabs
     void SelectTab(int tab);
 
@@ -301,9 +303,10 @@ class TabStrip : public Control, public Container {
 
   protected:
     bool Take(const Act& done) override;
+    void Localise(const LocaleStrings& words) override;
 
   private:
-    std::vector<std::string> tabs_;
+    std::vector<Words> tabs_;
     int selected_ = -1;
 };
 

@@ -1,6 +1,8 @@
 #include "platform/forms/form.h"
 
+#include "core/locale_strings.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/menu.h"
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -37,6 +39,7 @@ void Form::Load() {
     forms_.loaded_.push_back(this);
     for (Timer* timer : timers_)
         timer->Adjust();
+    Localise();
     OnLoad();
 }
 
@@ -101,10 +104,21 @@ void Form::Tell(FormAspect aspect) {
     if (view_) view_->UpdateForm(aspect);
 }
 
-void Form::SetCaption(std::string caption) {
-    if (caption == caption_) return;
+void Form::SetCaption(Words caption) {
+    const std::string before = Caption();
     caption_ = std::move(caption);
-    Tell(FormAspect::Caption);
+    caption_.Localise(forms_.Strings());
+    if (Caption() != before) Tell(FormAspect::Caption);
+}
+
+void Form::Localise() {
+    const LocaleStrings& strings = forms_.Strings();
+    if (caption_.Localise(strings)) Tell(FormAspect::Caption);
+    for (Control* control : Controls())
+        control->Localise(strings);
+    for (Menu* menu : menus_)
+        menu->Localise(strings);
+    if (menuBar_) RefreshMenuBar();
 }
 
 void Form::SetBorder(BorderStyle border) {
@@ -331,18 +345,30 @@ void Form::FocusOn(Control& control) {
     }
 }
 
-Forms::Forms(FormHost& host, EventLoop& events, Drawing& drawing)
+namespace {
+
+const LocaleStrings BuiltInWords;
+
+} // namespace
+
+Forms::Forms(FormHost& host, EventLoop& events, Drawing& drawing, const LocaleStrings* strings)
     : host_(host)
     , events_(events)
     , drawing_(drawing)
+    , strings_(strings ? *strings : BuiltInWords)
     , self_(std::make_shared<Forms*>(this)) {}
 
-Forms::Forms(const Platform& platform)
-    : Forms(platform.forms, platform.events, platform.drawing) {}
+Forms::Forms(const Platform& platform, const LocaleStrings* strings)
+    : Forms(platform.forms, platform.events, platform.drawing, strings) {}
 
 Forms::~Forms() {
     *self_ = nullptr;
     owned_.clear();
+}
+
+void Forms::Localise() {
+    for (Form* form : loaded_)
+        form->Localise();
 }
 
 Form* Forms::Find(std::string_view name) const {

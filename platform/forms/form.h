@@ -16,6 +16,7 @@ namespace quorvane {
 class Drawing;
 class EventLoop;
 class Forms;
+class LocaleStrings;
 struct Platform;
 
 enum class BorderStyle {
@@ -56,8 +57,9 @@ class Form : public Container {
     bool IsLoaded() const { return loaded_; }
     bool IsVisible() const { return visible_; }
 
-    const std::string& Caption() const { return caption_; }
-    void SetCaption(std::string caption);
+    const std::string& Caption() const { return caption_.Text(); }
+    const Words& CaptionWords() const { return caption_; }
+    void SetCaption(Words caption);
     BorderStyle Border() const { return border_; }
     void SetBorder(BorderStyle border);
     // 255 is opaque.
@@ -97,7 +99,7 @@ class Form : public Container {
     Button* DefaultButton() const { return defaultButton_; }
     Button* CancelButton() const { return cancelButton_; }
 
-    // Null for none. The menu is a member of the form.
+    // Null for none. The menu is made as one of this form.
     void SetMenuBar(Menu* menu);
     Menu* MenuBar() const { return menuBar_; }
     // The menu bar's entries changed.
@@ -105,9 +107,15 @@ class Form : public Container {
     // Shows a menu at the pointer and waits until it is closed.
     void PopupMenu(Menu& menu);
 
+    // Puts every word of the form into the language of the collection: done when the form is loaded, and on
+    // all loaded forms by Forms::Localise.
+    void Localise();
+
     // Every control, each container before its children: also the order of the Tab key.
     std::vector<Control*> Controls() const;
     const std::vector<Timer*>& Timers() const { return timers_; }
+    // The menus that belong to the form, the bar among them.
+    const std::vector<Menu*>& Menus() const { return menus_; }
     Control* FindControl(std::string_view fullName) const;
     Timer* FindTimer(std::string_view name) const;
     // The control that has the keyboard, null for none known.
@@ -135,6 +143,7 @@ class Form : public Container {
 
   private:
     friend class Control;
+    friend class Menu;
     friend class PictureBox;
     friend class Timer;
     friend class Forms;
@@ -152,7 +161,7 @@ class Form : public Container {
 
     Forms& forms_;
     std::string name_;
-    std::string caption_;
+    Words caption_;
     BorderStyle border_ = BorderStyle::Fixed;
     int opacity_ = 255;
     std::optional<Color> transparentColor_;
@@ -171,6 +180,7 @@ class Form : public Container {
     Control* focus_ = nullptr;
     Control* wantsFocus_ = nullptr; // at the next showing
     std::vector<Timer*> timers_;
+    std::vector<Menu*> menus_;
     bool loaded_ = false;
     bool visible_ = false;
     bool arrangePending_ = false;
@@ -181,8 +191,10 @@ class Form : public Container {
 // The loaded forms, in the order of their loading, and what a form needs of the platform.
 class Forms {
   public:
-    Forms(FormHost& host, EventLoop& events, Drawing& drawing);
-    explicit Forms(const Platform& platform);
+    // `strings` are the words of the language, which outlive the forms; without them all words are the
+    // built-in ones.
+    Forms(FormHost& host, EventLoop& events, Drawing& drawing, const LocaleStrings* strings = nullptr);
+    explicit Forms(const Platform& platform, const LocaleStrings* strings = nullptr);
     Forms(const Forms&) = delete;
     Forms& operator=(const Forms&) = delete;
     ~Forms();
@@ -190,6 +202,10 @@ class Forms {
     FormHost& Host() const { return host_; }
     EventLoop& Events() const { return events_; }
     Drawing& Painter() const { return drawing_; }
+    const LocaleStrings& Strings() const { return strings_; }
+
+    // The words became others: every loaded form shows them.
+    void Localise();
 
     const std::vector<Form*>& Loaded() const { return loaded_; }
     // The first loaded form of that name, null for none.
@@ -214,6 +230,7 @@ class Forms {
     FormHost& host_;
     EventLoop& events_;
     Drawing& drawing_;
+    const LocaleStrings& strings_;
     std::vector<Form*> loaded_;
     std::vector<std::unique_ptr<Form>> owned_;
     std::shared_ptr<Forms*> self_;

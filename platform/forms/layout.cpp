@@ -48,8 +48,8 @@ class Sizer final : public ControlVisitor {
     void Visit(ComboBox& control) override {
         size = Letters(control, control.columns, 1);
         const FontSpec font = FontOf(control, host_);
-        for (const std::string& item : control.Items()) {
-            size.width = std::max(size.width, host_.TextSize(font, item, 0).width);
+        for (const Words& item : control.Items()) {
+            size.width = std::max(size.width, host_.TextSize(font, item.Text(), 0).width);
         }
         size = size + Around(control);
     }
@@ -62,8 +62,8 @@ class Sizer final : public ControlVisitor {
     }
     void Visit(TabStrip& control) override {
         const FontSpec font = FontOf(control, host_);
-        for (const std::string& tab : control.Tabs()) {
-            size.width += host_.TextSize(font, PlainCaption(tab), 0).width + TabPadding;
+        for (const Words& tab : control.Tabs()) {
+            size.width += host_.TextSize(font, PlainCaption(tab.Text()), 0).width + TabPadding;
         }
     }
     void Visit(Frame& control) override { size = {Text(control, 0).width + 4 * FramePadding, 0}; }

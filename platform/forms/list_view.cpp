@@ -18,9 +18,19 @@ void ListView::RowsChanged(int first, int removed, int inserted) {
 }
 
 void ListView::SetColumns(std::vector<Column> columns) {
+    for (Column& column : columns)
+        column.caption = Localised(std::move(column.caption));
     if (columns == columns_) return;
     columns_ = std::move(columns);
     ChangedInSize(Aspect::Items);
+}
+
+void ListView::Localise(const LocaleStrings& words) {
+    Control::Localise(words);
+    bool changed = false;
+    for (Column& column : columns_)
+        changed = column.caption.Localise(words) || changed;
+    if (changed) Changed(Aspect::Items);
 }
 
 void ListView::SetCheckBoxes(bool shown) {

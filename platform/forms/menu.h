@@ -1,21 +1,26 @@
 #pragma once
 
+#include "core/words.h"
 #include "platform/drawing.h"
 
 #include <deque>
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace quorvane {
+
+class Form;
+class LocaleStrings;
 
 // One entry of a menu, with the entries of its submenu. "&" in the caption marks the mnemonic, "-" alone is a
 // separator. Plain data: a host reads it each time the menu is opened.
 struct MenuItem {
     std::string name; // of the control ("mnu_popup_entry"), for tests and dumps
     int index = -1;   // in its control array
-    std::string caption;
+    Words caption;
     bool enabled = true;
     bool visible = true;
     bool checked = false;
@@ -23,9 +28,9 @@ struct MenuItem {
     std::function<void()> onClick;
     std::deque<MenuItem> items;
 
-    bool IsSeparator() const { return caption == "-"; }
+    bool IsSeparator() const { return caption.Text() == "-"; }
 
-    MenuItem& Add(std::string itemName, int itemIndex, std::string itemCaption,
+    MenuItem& Add(std::string itemName, int itemIndex, Words itemCaption,
                   std::function<void()> handler = {}) {
         MenuItem item;
         item.name = std::move(itemName);
@@ -46,8 +51,18 @@ struct MenuItem {
 // A popup menu, or the menu bar of a form, whose top entries then are its titles.
 class Menu {
   public:
+    // A menu without a form is in nobody's language and in no dump.
+    Menu() = default;
+    // A member of the form's class, as controls are.
+    Menu(Form& form, std::string name);
+    Menu(const Menu&) = delete;
+    Menu& operator=(const Menu&) = delete;
+    ~Menu();
+
+    const std::string& Name() const { return name_; }
+
     MenuItem& Add(MenuItem item) { return root_.Add(std::move(item)); }
-    MenuItem& Add(std::string name, int index, std::string caption, std::function<void()> handler = {}) {
+    MenuItem& Add(std::string name, int index, Words caption, std::function<void()> handler = {}) {
         return root_.Add(std::move(name), index, std::move(caption), std::move(handler));
     }
     MenuItem& AddSeparator() { return root_.AddSeparator(); }
@@ -63,8 +78,12 @@ class Menu {
     int DefaultItem() const { return defaultItem_; }
     void SetDefaultItem(int position) { defaultItem_ = position; }
 
-    // Called by whoever shows the menu, before it is shown, to bring its entries up to date.
+    // Brings the entries up to date when the menu is opened.
     std::function<void()> onOpen;
+    // For whoever shows the menu, before it reads the entries.
+    void Open();
+    // Puts the captions into the words of the table.
+    void Localise(const LocaleStrings& words);
 
     // A person chose `item`: the host's only word to a menu, said under EventLoop::Deliver. Entries that are
     // disabled or hold a submenu do nothing.
@@ -75,6 +94,8 @@ class Menu {
     }
 
   private:
+    Form* form_ = nullptr;
+    std::string name_;
     MenuItem root_;
     int defaultItem_ = -1;
 };

@@ -74,7 +74,7 @@ void MemoryFormView::Focus(Control& control) {
 
 void MemoryFormView::Popup(Menu& menu) {
     host_.calls_.Add(form_.Name() + ".Popup");
-    if (menu.onOpen) menu.onOpen();
+    menu.Open();
     if (host_.menuChoices.empty()) return;
     const std::string path = std::move(host_.menuChoices.front());
     host_.menuChoices.pop_front();
@@ -163,7 +163,7 @@ MenuItem* FindItem(std::deque<MenuItem>& items, std::string_view path) {
     const std::size_t slash = path.find('/');
     const std::string_view wanted = path.substr(0, slash);
     for (MenuItem& item : items) {
-        if (!item.visible || !item.enabled || PlainCaption(item.caption) != wanted) continue;
+        if (!item.visible || !item.enabled || PlainCaption(item.caption.Text()) != wanted) continue;
         if (slash == path.npos) return item.items.empty() ? &item : nullptr;
         return FindItem(item.items, path.substr(slash + 1));
     }

@@ -38,7 +38,7 @@ TEST_F(NotifyIconTest, StandsInTheTrayWithItsMenuUntilItIsUnloaded) {
     EXPECT_EQ(machine_.tray.menu, &icon_.mnu_popup);
     std::string captions;
     for (const MenuItem& item : icon_.mnu_popup.Items()) {
-        captions += item.caption + "|";
+        captions += item.caption.Text() + "|";
     }
     EXPECT_EQ(captions, "&Change wallpaper|Add current wallpaper to favorites|"
                         "Remove current wallpaper to favorites|Add current wallpaper to blacklist|-|E&xit|");

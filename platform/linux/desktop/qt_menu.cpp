@@ -41,7 +41,7 @@ void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, En
             shown.addSeparator();
             continue;
         }
-        const QString caption = QString::fromStdString(item.caption);
+        const QString caption = QString::fromStdString(item.caption.Text());
         QAction* action = nullptr;
         if (item.items.empty()) {
             action = shown.addAction(caption);
@@ -65,7 +65,7 @@ void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, En
 }
 
 Entries Fill(QMenu& shown, Menu& menu, EventLoop* events) {
-    if (menu.onOpen) menu.onOpen();
+    menu.Open();
     shown.clear();
     Entries entries;
     AddEntries(shown, menu.Items(), events, entries);
@@ -90,10 +90,10 @@ void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events) {
     for (std::size_t i = 0; i < menu.Items().size(); ++i) {
         const MenuItem& title = menu.Items()[i];
         if (!title.visible) continue;
-        QMenu* below = bar.addMenu(QString::fromStdString(title.caption));
+        QMenu* below = bar.addMenu(QString::fromStdString(title.caption.Text()));
         below->setEnabled(title.enabled);
         const auto fill = [below, i, &menu, &events] {
-            if (menu.onOpen) events.Deliver(menu.onOpen);
+            events.Deliver([&menu] { menu.Open(); });
             below->clear();
             Entries entries;
             if (i < menu.Items().size()) AddEntries(*below, menu.Items()[i].items, &events, entries);

@@ -17,6 +17,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 
 namespace quorvane {
 
@@ -42,7 +43,6 @@ QtFormView::QtFormView(Form& form)
     ShowWindowKind();
     ShowMenuBar();
     MakeParts(form, client_);
-    LeadMnemonics();
     JoinTabOrder();
     for (Control* control : form.Controls())
         ShowAll(*control);
@@ -89,16 +89,15 @@ void QtFormView::JoinTabOrder() {
     }
 }
 
-// The mnemonic of a label leads to the next control that can have the keyboard.
-void QtFormView::LeadMnemonics() {
-    const std::vector<Control*> all = form_.Controls();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        auto* label = qobject_cast<QLabel*>(WidgetOf(*all[i]));
-        if (!label || all[i]->Kind() != ControlKind::Label) continue;
-        const std::string& caption = all[i]->Caption();
-        if (caption.size() == PlainCaption(caption).size()) continue;
-        if (i + 1 < all.size() && all[i + 1]->TakesFocus()) label->setBuddy(WidgetOf(*all[i + 1]));
+// The mnemonic of a label leads to the next control, where that can have the keyboard.
+void QtFormView::LeadMnemonic(const Control& label) {
+    QWidget* buddy = nullptr;
+    if (label.Caption().size() != PlainCaption(label.Caption()).size()) {
+        const std::vector<Control*> all = form_.Controls();
+        const auto here = std::find(all.begin(), all.end(), &label);
+        if (here + 1 != all.end() && here[1]->TakesFocus()) buddy = WidgetOf(*here[1]);
     }
+    static_cast<QLabel*>(WidgetOf(label))->setBuddy(buddy);
 }
 
 void QtFormView::Show(bool modal) {
@@ -137,7 +136,7 @@ void QtFormView::Update(Control& control, Aspect aspect) {
         part.ShowValue();
         break;
     case Aspect::Caption:
-        part.ShowCaption();
+        ShowCaption(control);
         break;
     case Aspect::Items:
         part.ShowItems();
@@ -203,12 +202,17 @@ std::uintptr_t QtFormView::NativeHandle(Control& control) {
 
 void QtFormView::ShowAll(Control& control) {
     Part& part = *parts_.at(&control);
-    part.ShowCaption();
+    ShowCaption(control);
     part.ShowItems();
     part.ShowValue();
     ShowState(control);
     ShowLook(control);
     ShowBounds(control);
+}
+
+void QtFormView::ShowCaption(Control& control) {
+    if (control.Kind() == ControlKind::Label) LeadMnemonic(control);
+    parts_.at(&control)->ShowCaption();
 }
 
 void QtFormView::ShowState(Control& control) {

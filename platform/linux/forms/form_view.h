@@ -43,9 +43,10 @@ class QtFormView final : public QObject, public FormView {
     void MakeParts(Container& container, QWidget* parent);
     void Watch(QWidget* widget, Control* control);
     void JoinTabOrder();
-    void LeadMnemonics();
+    void LeadMnemonic(const Control& label);
 
     void ShowAll(Control& control);
+    void ShowCaption(Control& control);
     void ShowState(Control& control);
     void ShowLook(Control& control);
     void ShowBounds(Control& control);

@@ -42,7 +42,7 @@ class RowModel final : public QAbstractTableModel {
         const auto column = static_cast<std::size_t>(section);
         if (orientation != Qt::Horizontal || column >= columns_.size()) return {};
         if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeading | Qt::AlignVCenter);
-        return role == Qt::DisplayRole ? ToWidgetText(columns_[column].caption) : QVariant();
+        return role == Qt::DisplayRole ? ToWidgetText(columns_[column].caption.Text()) : QVariant();
     }
     Qt::ItemFlags flags(const QModelIndex& index) const override {
         const Qt::ItemFlags common = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;

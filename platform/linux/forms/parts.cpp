@@ -114,7 +114,7 @@ class TabPart final : public PartOf<TabStrip, QWidget> {
     }
     void ShowCaption() override {
         for (int i = 0; i < bar_->count(); ++i) {
-            bar_->setTabText(i, ToWidgetText(control_.Tabs()[static_cast<std::size_t>(i)]));
+            bar_->setTabText(i, ToWidgetText(control_.Tabs()[static_cast<std::size_t>(i)].Text()));
         }
     }
     void ShowValue() override { bar_->setCurrentIndex(control_.SelectedTab()); }

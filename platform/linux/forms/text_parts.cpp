@@ -95,8 +95,8 @@ class ComboPart final : public PartOf<ComboBox, QComboBox> {
     }
     void ShowItems() override {
         widget_->clear();
-        for (const std::string& item : control_.Items())
-            widget_->addItem(ToWidgetText(item));
+        for (const Words& item : control_.Items())
+            widget_->addItem(ToWidgetText(item.Text()));
         ShowValue();
     }
     void ShowValue() override {

@@ -38,7 +38,7 @@ void NativeMenu::Fill(HMENU handle, std::deque<MenuItem>& items) {
     UINT position = 0;
     for (MenuItem& item : items) {
         if (!item.visible) continue;
-        std::wstring caption = Wide(item.caption);
+        std::wstring caption = Wide(item.caption.Text());
         MENUITEMINFOW info{};
         info.cbSize = sizeof info;
         info.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID;

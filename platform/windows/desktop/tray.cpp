@@ -84,7 +84,7 @@ void WindowsTray::Remove() {
 
 void WindowsTray::Popup(Menu& menu) {
     if (std::exchange(open_, true)) return;
-    if (menu.onOpen) menu.onOpen();
+    menu.Open();
     NativeMenu native(menu, NativeMenu::Kind::Popup);
     MenuItem* chosen = native.Ask(events_.Window());
     open_ = false;

@@ -92,7 +92,7 @@ bool WindowsFormView::TakeMnemonic(wchar_t letter) {
         if (!control.IsReachable()) continue;
         if (auto* tabs = dynamic_cast<TabStrip*>(&control)) {
             for (std::size_t tab = 0; tab < tabs->Tabs().size(); ++tab) {
-                if (MnemonicOf(tabs->Tabs()[tab]) != wanted) continue;
+                if (MnemonicOf(tabs->Tabs()[tab].Text()) != wanted) continue;
                 Report(control, act::Choose{static_cast<int>(tab)});
                 return true;
             }

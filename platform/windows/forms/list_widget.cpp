@@ -152,7 +152,7 @@ class ListWidget final : public Widget {
             LVCOLUMNW data{};
             data.mask = LVCF_SUBITEM;
             data.iSubItem = static_cast<int>(i);
-            std::wstring caption = Wide(wanted[i].caption);
+            std::wstring caption = Wide(wanted[i].caption.Text());
             if (fresh || shownColumns_[i].caption != wanted[i].caption) data.mask |= LVCF_TEXT;
             if (fresh || shownColumns_[i].width != wanted[i].width) data.mask |= LVCF_WIDTH;
             data.pszText = caption.data();

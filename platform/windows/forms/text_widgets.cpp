@@ -80,8 +80,8 @@ class ComboWidget final : public Widget {
     void ShowCaption() override {}
     void ShowItems() override {
         SendMessageW(window_, CB_RESETCONTENT, 0, 0);
-        for (const std::string& item : combo_.Items()) {
-            SendMessageW(window_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item).c_str()));
+        for (const Words& item : combo_.Items()) {
+            SendMessageW(window_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item.Text()).c_str()));
         }
         ShowValue();
     }

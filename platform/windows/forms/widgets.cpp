@@ -89,8 +89,8 @@ class TabWidget final : public Widget {
     void ShowItems() override {
         TabCtrl_DeleteAllItems(window_);
         int position = 0;
-        for (const std::string& caption : tabs_.Tabs()) {
-            std::wstring text = Wide(caption);
+        for (const Words& caption : tabs_.Tabs()) {
+            std::wstring text = Wide(caption.Text());
             TCITEMW item{};
             item.mask = TCIF_TEXT;
             item.pszText = text.data();

@@ -30,7 +30,7 @@ void ConformanceForm::Fill() {
     rtbMessage.SetText("Wake up");
     rtbMessage.lines = 2;
     rtbMessage.columns = 24;
-    optKind0.SetValue(true);
+    optKind[0].SetValue(true);
     optOther.SetValue(true);
     cboUnit.SetItems({"second(s)", "minute(s)", "hour(s)"});
     cboUnit.SetListIndex(1);
@@ -42,7 +42,7 @@ void ConformanceForm::Fill() {
         {{{"Tea", "HH == 17"}, true, ""}, {{"Meeting", "DW = 1"}, false, ""}, {{"Holiday"}, false, ""}});
     lvwAlarms.lines = 4;
     tabPages.SetTabs({"&General", "&Notes", "Abou&t"});
-    lblPage2.SetVisible(false);
+    lblPage[2].SetVisible(false);
     sldAlpha.SetRange(0, 255);
     sldAlpha.SetValue(128);
     prgDone.SetRange(0, 75);
@@ -58,18 +58,18 @@ void ConformanceForm::Fill() {
     };
     cmdOff.SetEnabled(false);
 
-    MenuItem& file = menuBar.Add("mnu_file", NoIndex, "&File");
+    MenuItem& file = mnuBar.Add("mnu_file", NoIndex, "&File");
     file.Add("mnu_open", 0, "&Open", [this] { log.push_back("menu Open"); });
     file.AddSeparator();
     file.Add("mnu_exit", 1, "E&xit", [this] { log.push_back("menu Exit"); });
-    MenuItem& views = menuBar.Add("mnu_views", NoIndex, "&Views");
+    MenuItem& views = mnuBar.Add("mnu_views", NoIndex, "&Views");
     views.Add("mnu_top", 0, "On top").checked = true;
     views.items[0].onClick = [this] {
-        MenuItem& top = menuBar.Items()[1].items[0];
+        MenuItem& top = mnuBar.Items()[1].items[0];
         top.checked = !top.checked;
         log.push_back(top.checked ? "menu On top" : "menu not on top");
     };
-    SetMenuBar(&menuBar);
+    SetMenuBar(&mnuBar);
 }
 
 void ConformanceForm::Listen() {
@@ -79,7 +79,7 @@ void ConformanceForm::Listen() {
     const auto logName = [this](Control& control, const char* what) {
         return [this, &control, what] { log.push_back(control.FullName() + ' ' + what); };
     };
-    lblPage.onClick = logName(lblPage, "clicked");
+    lblPage[1].onClick = logName(lblPage[1], "clicked");
     fraKind.onClick = logName(fraKind, "clicked");
     picFace.onClick = logName(picFace, "clicked");
     cmdOk.onClick = logName(cmdOk, "clicked");
@@ -90,8 +90,8 @@ void ConformanceForm::Listen() {
     txtText.onChange = logValue(txtText);
     rtbMessage.onChange = logValue(rtbMessage);
     chkActive.onClick = logValue(chkActive);
-    optKind0.onClick = logValue(optKind0);
-    optKind1.onClick = logValue(optKind1);
+    optKind[0].onClick = logValue(optKind[0]);
+    optKind[1].onClick = logValue(optKind[1]);
     optOther.onClick = logValue(optOther);
     cboUnit.onClick = logValue(cboUnit);
     cboFree.onClick = logValue(cboFree);
@@ -102,8 +102,8 @@ void ConformanceForm::Listen() {
     };
     lvwAlarms.onDoubleClick = logName(lvwAlarms, "double click");
     tabPages.onClick = [this] {
-        lblPage.SetVisible(tabPages.SelectedTab() == 0);
-        lblPage2.SetVisible(tabPages.SelectedTab() == 1);
+        lblPage[1].SetVisible(tabPages.SelectedTab() == 0);
+        lblPage[2].SetVisible(tabPages.SelectedTab() == 1);
         log.push_back("tab " + std::to_string(tabPages.SelectedTab()));
     };
     sldAlpha.onChange = logValue(sldAlpha);
@@ -118,8 +118,8 @@ void ConformanceForm::Listen() {
 }
 
 void ConformanceForm::Arrange() {
-    fraKind.SetLayout(Column({optKind0, optKind1, optOther}));
-    tabPages.SetLayout(Stack({Column({lblPage}), Column({lblPage2})}));
+    fraKind.SetLayout(Column({optKind[0], optKind[1], optOther}));
+    tabPages.SetLayout(Stack({Column({lblPage[1]}), Column({lblPage[2]})}));
     SetLayout(Column({
         Row({
             Column({
@@ -180,10 +180,10 @@ void CheckPerson(ConformanceForm& form, Hands& hands) {
     hands.Toggle(form.chkActive);
     hands.Toggle(form.chkActive);
     EXPECT_EQ(Taken(form, hands), "chkActive = checked; chkActive = clear");
-    hands.Toggle(form.optKind1);
-    hands.Toggle(form.optKind1);
+    hands.Toggle(form.optKind[1]);
+    hands.Toggle(form.optKind[1]);
     EXPECT_EQ(Taken(form, hands), "optKind(1) = chosen") << "a chosen option stays, and says so once";
-    EXPECT_FALSE(form.optKind0.Value());
+    EXPECT_FALSE(form.optKind[0].Value());
     EXPECT_TRUE(form.optOther.Value()) << "another group";
     hands.Choose(form.cboUnit, 2);
     EXPECT_EQ(Taken(form, hands), "cboUnit = 2 \"hour(s)\" of 3");
@@ -199,7 +199,7 @@ void CheckPerson(ConformanceForm& form, Hands& hands) {
     EXPECT_EQ(Taken(form, hands), "lvwAlarms double click");
     hands.Choose(form.tabPages, 1);
     EXPECT_EQ(Taken(form, hands), "tab 1");
-    EXPECT_TRUE(form.lblPage2.IsShown());
+    EXPECT_TRUE(form.lblPage[2].IsShown());
     hands.Choose(form.tabPages, 0);
     EXPECT_EQ(Taken(form, hands), "tab 0");
     hands.Step(form.sldAlpha, 1);
@@ -211,8 +211,8 @@ void CheckPerson(ConformanceForm& form, Hands& hands) {
     EXPECT_TRUE(Taken(form, hands).ends_with("dtpStart = 2009-12-31 23:59:58"));
     hands.PickDate(form.mvwDay, {2008, 2, 14});
     EXPECT_EQ(Taken(form, hands), "mvwDay = 2008-02-14");
-    hands.Click(form.lblPage);
-    EXPECT_EQ(Taken(form, hands), "lblPage clicked");
+    hands.Click(form.lblPage[1]);
+    EXPECT_EQ(Taken(form, hands), "lblPage(1) clicked");
     hands.Click(form.fraKind);
     EXPECT_EQ(Taken(form, hands), "fraKind clicked");
     hands.Click(form.picFace);
@@ -238,7 +238,7 @@ void CheckCode(ConformanceForm& form, Hands& hands) {
     form.txtText.SetText("a\r\n\r\nb");
     form.rtbMessage.SetText("x");
     form.chkActive.SetValue(true);
-    form.optKind0.SetValue(true);
+    form.optKind[0].SetValue(true);
     form.cboUnit.SetListIndex(0);
     form.cboFree.SetText("Courier New");
     form.lvwAlarms.SelectRow(2);
@@ -281,12 +281,13 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
 
     EXPECT_EQ(DumpForm(form),
               "Form frmConformance \"Every kind of control\"\n"
-              "  MenuItem \"&File\"\n"
-              "    MenuItem \"&Open\"\n"
-              "    MenuItem \"-\"\n"
-              "    MenuItem \"E&xit\"\n"
-              "  MenuItem \"&Views\"\n"
-              "    MenuItem \"On top\"\n"
+              "  Menu mnuBar bar\n"
+              "    MenuItem mnu_file \"&File\"\n"
+              "      MenuItem mnu_open(0) \"&Open\"\n"
+              "      MenuItem \"-\"\n"
+              "      MenuItem mnu_exit(1) \"E&xit\"\n"
+              "    MenuItem mnu_views \"&Views\"\n"
+              "      MenuItem mnu_top(0) \"On top\"\n"
               "  Label lblName \"&Name:\"\n"
               "  TextBox txtName = \"\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82\"\n"
               "  Label lblCount \"Count\"\n"
@@ -295,14 +296,14 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
               "  RichTextBox rtbMessage = \"x\"\n"
               "  CheckBox chkActive \"&Active && shown\" = checked\n"
               "  Frame fraKind \"Kind\"\n"
-              "    OptionButton optKind(0) \"First\" = chosen\n"
-              "    OptionButton optKind(1) \"Second\" = clear\n"
+              "    OptionButton optKind(0) \"First\" #201 = chosen\n"
+              "    OptionButton optKind(1) \"Second\" #202 = clear\n"
               "    OptionButton optOther \"Other group\" = chosen\n"
               "  ComboBox cboUnit = -1 \"\" of 1\n"
               "  ComboBox cboFree = -1 \"Courier New\" of 2\n"
               "  ListView lvwAlarms = 1 [x] \"Meeting\"|\"never\" [ ] \"Holiday\"|\"\" [x] \"New\"|\"now\"\n"
               "  TabStrip tabPages = 2 \"All&gemein\" \"&Notes\" \"Abou&t\"\n"
-              "    Label lblPage \"Page of the first tab\" hidden\n"
+              "    Label lblPage(1) \"Page of the first tab\" hidden\n"
               "    Label lblPage(2) \"A longer page of the second tab\" hidden\n"
               "  Slider sldAlpha = 255 in 0..255\n"
               "  ProgressBar prgDone = 10 in 0..10\n"
@@ -310,8 +311,8 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
               "  DatePicker dtpStart = 1999-01-02 03:04:05\n"
               "  MonthView mvwDay = 2000-02-29\n"
               "  PictureBox picFace\n"
-              "  Button cmdOk \"&Ok\"\n"
-              "  Button cmdCancel \"Cancel\"\n"
+              "  Button cmdOk \"&Ok\" default\n"
+              "  Button cmdCancel \"Cancel\" cancel\n"
               "  Button cmdOff \"Not now\" disabled\n"
               "  Timer tmrTick = 50 disabled\n");
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/dump.h"
 #include "platform/forms/form.h"
@@ -17,7 +18,7 @@ class ConformanceForm : public Form {
 
     std::vector<std::string> log;
 
-    Menu menuBar;
+    Menu mnuBar{*this, "mnuBar"};
     Label lblName{*this, "lblName", "&Name:"};
     TextBox txtName{*this, "txtName"};
     Label lblCount{*this, "lblCount", "Count"};
@@ -26,15 +27,14 @@ class ConformanceForm : public Form {
     RichTextBox rtbMessage{*this, "rtbMessage"};
     CheckBox chkActive{*this, "chkActive", "&Active && shown"};
     Frame fraKind{*this, "fraKind", "Kind"};
-    OptionButton optKind0{fraKind, "optKind", "First", 0};
-    OptionButton optKind1{fraKind, "optKind", "Second", 1};
+    ControlArray<OptionButton> optKind{fraKind, "optKind", {{"First", 201}, {"Second", 202}}};
     OptionButton optOther{fraKind, "optOther", "Other group", NoIndex, 1};
     ComboBox cboUnit{*this, "cboUnit"};
     ComboBox cboFree{*this, "cboFree", NoIndex, ComboBox::Style::Editable};
     ListView lvwAlarms{*this, "lvwAlarms"};
     TabStrip tabPages{*this, "tabPages"};
-    Label lblPage{tabPages, "lblPage", "Page of the first tab"};
-    Label lblPage2{tabPages, "lblPage", "A longer page of the second tab", 2};
+    ControlArray<Label> lblPage{
+        tabPages, "lblPage", {"Page of the first tab", "A longer page of the second tab"}, 1};
     Slider sldAlpha{*this, "sldAlpha"};
     ProgressBar prgDone{*this, "prgDone"};
     ScrollBar scrZone{*this, "scrZone"};
