@@ -39,6 +39,21 @@ void BlendPixels(std::uint8_t* out, const std::uint8_t* in, int count) {
     }
 }
 
+// Onto the bytes of pixels in a row of a canvas.
+void PutRun(std::uint8_t* row, int x, const std::uint8_t* pixels, int count, RowPainter::Mode mode) {
+    switch (mode) {
+    case RowPainter::Mode::Copy:
+        CopyPixels(row + std::ptrdiff_t{3} * x, pixels, count);
+        break;
+    case RowPainter::Mode::Blend:
+        BlendPixels(row + std::ptrdiff_t{3} * x, pixels, count);
+        break;
+    case RowPainter::Mode::Keep:
+        std::memcpy(row + std::ptrdiff_t{4} * x, pixels, static_cast<std::size_t>(count) * 4);
+        break;
+    }
+}
+
 } // namespace
 
 RowPainter::RowPainter(const Canvas& canvas, const PixelRect& target, Orientation orientation, Mode mode)
@@ -60,12 +75,7 @@ RowPainter::RowPainter(const Canvas& canvas, const PixelRect& target, Orientatio
 }
 
 void RowPainter::PutPixels(int x, int y, const std::uint8_t* pixels, int count) {
-    std::uint8_t* out = canvas_.Row(visible_.y + y) + std::ptrdiff_t{3} * (visible_.x + x);
-    if (mode_ == Mode::Copy) {
-        CopyPixels(out, pixels, count);
-    } else {
-        BlendPixels(out, pixels, count);
-    }
+    PutRun(canvas_.Row(visible_.y + y), visible_.x + x, pixels, count, mode_);
 }
 
 void RowPainter::Put(int row, const std::uint8_t* pixels) {
@@ -98,6 +108,16 @@ void RowPainter::Finish() {
         PutPixels(x, y, &gathered_[4 * (KGather * static_cast<std::size_t>(i) + skipped)], gatheredCount_);
     }
     gatheredCount_ = 0;
+}
+
+void LayDown(const std::uint8_t* pixels, const Canvas& canvas, const PixelRect& target,
+             RowPainter::Mode mode) {
+    const PixelRect part = Clip(target, canvas.size);
+    for (int y = part.y; y < part.y + part.height; ++y) {
+        const std::ptrdiff_t from =
+            static_cast<std::ptrdiff_t>(y - target.y) * target.width + (part.x - target.x);
+        PutRun(canvas.Row(y), part.x, pixels + 4 * from, part.width, mode);
+    }
 }
 
 } // namespace quorvane

@@ -12,7 +12,9 @@ namespace quorvane {
 // bytes: blue, green, red and, premultiplied, how opaque it is.
 class RowPainter {
   public:
-    enum class Mode { Copy, Blend }; // Copy takes every pixel as opaque
+    // Copy takes every pixel as opaque. Keep is for a canvas of four bytes a pixel, which takes them as they
+    // are.
+    enum class Mode { Copy, Blend, Keep };
 
     // `target` must reach into the canvas.
     RowPainter(const Canvas& canvas, const PixelRect& target, Orientation orientation, Mode mode);
@@ -41,5 +43,10 @@ class RowPainter {
     int gatheredFrom_ = 0;
     int gatheredCount_ = 0;
 };
+
+// Lays a picture down that is upright and of the size of `target` already, four bytes a pixel, row by row
+// without gaps; the mode is Copy or Blend.
+void LayDown(const std::uint8_t* pixels, const Canvas& canvas, const PixelRect& target,
+             RowPainter::Mode mode);
 
 } // namespace quorvane

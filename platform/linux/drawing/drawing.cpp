@@ -19,7 +19,7 @@ namespace quorvane {
 namespace {
 
 constexpr double KTwipsPerInch = 1440;
-constexpr int KMostDecodedMebibytes = 512;
+constexpr int KMostDecodedMebibytes = 512; // of the pictures inside a drawing
 constexpr int KLargestPiece = 256 << 10;
 
 ScreenDots Dots() {

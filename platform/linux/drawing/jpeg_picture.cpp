@@ -1,4 +1,5 @@
 #include "platform/linux/drawing/picture.h"
+#include "platform/linux/drawing/picture_file.h"
 #include "platform/painting/exif.h"
 #include "platform/painting/resample.h"
 
@@ -51,7 +52,8 @@ class Decoder {
     static void OnMessage(j_common_ptr info, int level);
     static void OnProgress(j_common_ptr info);
 
-    std::FILE* file_ = nullptr;
+    std::string openWhy_;
+    PictureFile file_;
     // The library asks for 4 KiB at a time, which would be a call of the system each.
     std::vector<char> readAhead_ = std::vector<char>(std::size_t{64} << 10);
     jpeg_error_mgr errors_{};
@@ -61,8 +63,8 @@ class Decoder {
 };
 
 Decoder::Decoder(const std::string& path)
-    : file_(std::fopen(path.c_str(), "rb")) {
-    if (file_) std::setvbuf(file_, readAhead_.data(), _IOFBF, readAhead_.size());
+    : file_(OpenPictureFile(path, openWhy_)) {
+    if (file_) std::setvbuf(file_.get(), readAhead_.data(), _IOFBF, readAhead_.size());
     info.err = jpeg_std_error(&errors_);
     info.client_data = this;
     errors_.error_exit = OnError;
@@ -73,7 +75,6 @@ Decoder::Decoder(const std::string& path)
 
 Decoder::~Decoder() {
     if (info.mem) jpeg_destroy_decompress(&info);
-    if (file_) std::fclose(file_);
 }
 
 void Decoder::OnError(j_common_ptr info) {
@@ -99,7 +100,7 @@ bool Decoder::ReadHeader() {
         info.client_data = this;
         info.progress = &progress_;
         info.mem->max_memory_to_use = KMostMemory;
-        jpeg_stdio_src(&info, file_);
+        jpeg_stdio_src(&info, file_.get());
         jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF);
         jpeg_read_header(&info, TRUE);
     });
@@ -116,7 +117,7 @@ int Decoder::ExifNumber() const {
 }
 
 std::string Decoder::Reason() {
-    if (!file_) return "the file cannot be opened";
+    if (!file_) return openWhy_;
     if (errors_.msg_code == 0 || !info.mem) return "the picture is damaged";
     char words[JMSG_LENGTH_MAX];
     errors_.format_message(reinterpret_cast<j_common_ptr>(&info), words);

@@ -1,22 +1,15 @@
 #include "platform/linux/drawing/child.h"
 #include "platform/linux/drawing/gui_session.h"
 #include "platform/linux/drawing/picture.h"
+#include "platform/linux/drawing/picture_file.h"
 #include "platform/linux/drawing/svg.h"
 
 #include <QByteArray>
-#include <QFile>
 
-#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
-
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <emf2svg.h>
 
@@ -27,7 +20,6 @@ namespace quorvane {
 namespace {
 
 constexpr double KScreenDots = 96; // an inch, as the pictures of metafiles are measured
-constexpr qint64 KLargestFile = 64 << 20;
 constexpr std::chrono::seconds KMostTime{10};
 
 // The numbers of a metafile's header. Beyond its end they read as 0.
@@ -117,7 +109,7 @@ class MetafilePicture final : public LinuxPicture {
 
   protected:
     bool Render(RowPainter& painter, std::string& why) const override {
-        if (svg_.isEmpty()) svg_ = Convert();
+        if (svg_.isEmpty()) svg_ = WithoutOutside(Convert());
         if (!svg_.isEmpty()) return PaintSvg(svg_, painter, why);
         why = "the metafile is damaged";
         return false;
@@ -127,9 +119,9 @@ class MetafilePicture final : public LinuxPicture {
     QByteArray Convert() const {
         if (kind_ == Metafile::Windows)
             return OutputOfChild([this](std::FILE* out) { return ConvertWindows(path_, out); }, KMostTime);
-        QFile file(QString::fromStdString(path_));
-        if (!file.open(QIODevice::ReadOnly)) return {};
-        const QByteArray bytes = file.read(KLargestFile);
+        QByteArray bytes;
+        std::string why;
+        if (!ReadWhole(path_, bytes, why)) return {};
         return OutputOfChild([&bytes](std::FILE* out) { return ConvertEnhanced(bytes, out); }, KMostTime);
     }
 
@@ -142,12 +134,8 @@ class MetafilePicture final : public LinuxPicture {
 
 std::unique_ptr<LinuxPicture> OpenMetafile(const std::string& path, Metafile kind, GuiSession& gui,
                                            std::string& why) {
-    QFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > KLargestFile) {
-        why = file.isOpen() ? "the metafile is too large" : file.errorString().toStdString();
-        return nullptr;
-    }
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    if (!ReadWhole(path, bytes, why)) return nullptr;
     const Header header(bytes);
     const PixelSize size = kind == Metafile::Enhanced ? EnhancedSize(header) : WindowsSize(header);
     if (size.width == 0 || size.height == 0) {

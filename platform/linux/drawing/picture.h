@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/linux/drawing/mapped_buffer.h"
-#include "platform/painting/row_painter.h"
+#include "platform/painting/tiling.h"
 
 #include <memory>
 #include <string>
@@ -11,7 +10,7 @@ namespace quorvane {
 class GuiSession;
 
 // What every kind of picture does alike: orientation, cutting, and a copy kept when one is wanted at the same
-// size again, since a tiled wallpaper draws a small picture hundreds of times.
+// size again.
 class LinuxPicture : public Picture {
   public:
     PixelSize Size() const override { return orientation_.Upright(storedSize_); }
@@ -25,29 +24,27 @@ class LinuxPicture : public Picture {
         , mode_(mode) {}
 
     // Decodes once more and puts the rows that painter.StoredPart() asks for. False, with the reason in
-    // `why`, where no row could be had.
+    // `why`, where the picture is not whole; the rows that could be had are put.
     virtual bool Render(RowPainter& painter, std::string& why) const = 0;
 
     PixelSize StoredSize() const { return storedSize_; }
 
   private:
-    bool DrawAnew(const Canvas& canvas, const PixelRect& target, std::string& why) const;
-    bool Keep(PixelSize size) const;
-
     PixelSize storedSize_;
     Orientation orientation_;
     RowPainter::Mode mode_;
-    mutable PixelSize lastSize_;
-    mutable PixelSize keptSize_;
-    mutable MappedBuffer kept_; // opaque pictures alone, three bytes a pixel
+    mutable Tiling tiling_;
 };
 
 // Each reads the header of a file whose kind is known. Null, with the reason in `why`, where it is damaged.
+// Drawings need fonts and therefore `gui`, which must outlive the picture.
+std::unique_ptr<LinuxPicture> OpenBitmap(const std::string& path, std::string& why);
+std::unique_ptr<LinuxPicture> OpenGif(const std::string& path, std::string& why);
 std::unique_ptr<LinuxPicture> OpenJpeg(const std::string& path, std::string& why);
-// `format` is Qt's name for one: "bmp", "gif", "png", "webp", "tiff" or "svg". The last needs fonts and
-// therefore `gui`, which must outlive the picture.
-std::unique_ptr<LinuxPicture> OpenQtPicture(const std::string& path, const char* format, GuiSession& gui,
-                                            std::string& why);
+std::unique_ptr<LinuxPicture> OpenPng(const std::string& path, std::string& why);
+std::unique_ptr<LinuxPicture> OpenTiff(const std::string& path, std::string& why);
+std::unique_ptr<LinuxPicture> OpenWebp(const std::string& path, std::string& why);
+std::unique_ptr<LinuxPicture> OpenSvg(const std::string& path, GuiSession& gui, std::string& why);
 enum class Metafile { Windows, Enhanced };
 std::unique_ptr<LinuxPicture> OpenMetafile(const std::string& path, Metafile kind, GuiSession& gui,
                                            std::string& why);
@@ -57,5 +54,8 @@ std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& g
 
 // A picture of more pixels than any camera makes is refused; the words for the person.
 bool SensibleSize(PixelSize size, std::string& why);
+
+// What the metadata near the beginning of the file says.
+Orientation NotedOrientation(const std::string& path);
 
 } // namespace quorvane

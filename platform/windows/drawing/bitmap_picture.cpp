@@ -2,7 +2,7 @@
 
 #include "platform/painting/exif.h"
 #include "platform/painting/resample.h"
-#include "platform/painting/row_painter.h"
+#include "platform/painting/tiling.h"
 #include "platform/windows/base/wide.h"
 
 #include <algorithm>
@@ -29,8 +29,6 @@ struct ReducedDecode : IUnknown {
 };
 
 constexpr int BandRows = 16; // decoded at a time
-// A decoded picture of at most that size is kept for the next drawing, which a tiled wallpaper makes at once.
-constexpr std::size_t MostKept = 4 << 20;
 constexpr UINT LargestSide = 1U << 20;
 
 // Rows of decoded pixels, blue first.
@@ -87,27 +85,25 @@ void PutRow(const std::uint8_t* row, const Pixels& pixels, std::uint8_t* into) {
 
 class BitmapPicture final : public WindowsPicture {
   public:
-    BitmapPicture(IWICImagingFactory& imaging, std::string path, PixelSize stored, Orientation orientation)
+    BitmapPicture(IWICImagingFactory& imaging, std::string path, PixelSize stored, Orientation orientation,
+                  RowPainter::Mode mode)
         : imaging_(imaging)
         , path_(std::move(path))
         , stored_(stored)
-        , orientation_(orientation) {}
+        , orientation_(orientation)
+        , mode_(mode) {}
 
     PixelSize Size() const override { return orientation_.Upright(stored_); }
 
     bool Paint(const Canvas& canvas, HDC, const PixelRect& target, std::string& why) const override {
-        bool painted = true;
-        if (kept_.bytes.empty()) {
-            painted = Decode(canvas, target);
-        } else {
-            PaintWhole(kept_, canvas, target);
-        }
+        const bool painted = tiling_.Paint(canvas, target, orientation_, mode_,
+                                           [this](RowPainter& painter) { return Decode(painter); });
         if (!painted) why = "the picture is damaged";
         return painted;
     }
 
   private:
-    bool Decode(const Canvas& canvas, const PixelRect& target) const {
+    bool Decode(RowPainter& painter) const {
         ComPointer<IWICBitmapDecoder> decoder;
         ComPointer<IWICBitmapFrameDecode> frame;
         ComPointer<IWICBitmapSource> converted;
@@ -116,28 +112,19 @@ class BitmapPicture final : public WindowsPicture {
             FAILED(decoder->GetFrame(0, frame.Out()))) {
             return false;
         }
-        mode_ = HasAlpha(imaging_, frame.Get()) ? RowPainter::Mode::Blend : RowPainter::Mode::Copy;
         Pixels reduced;
-        if (mode_ == RowPainter::Mode::Copy && DecodeReduced(frame.Get(), target, reduced)) {
-            PaintWhole(reduced, canvas, target);
+        if (mode_ == RowPainter::Mode::Copy && DecodeReduced(frame.Get(), painter.StoredSize(), reduced)) {
+            PaintWhole(reduced, painter);
             return true;
         }
-        if (FAILED(WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame.Get(), converted.Out())))
-            return false;
-        const std::size_t area =
-            static_cast<std::size_t>(stored_.width) * static_cast<std::size_t>(stored_.height);
-        if (area * 4 > MostKept) return PaintBands(converted.Get(), canvas, target);
-        Pixels whole(stored_, 4);
-        if (!CopyRows(converted.Get(), 0, whole)) return false;
-        kept_ = std::move(whole);
-        PaintWhole(kept_, canvas, target);
-        return true;
+        return SUCCEEDED(
+                   WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame.Get(), converted.Out())) &&
+               PaintBands(converted.Get(), painter);
     }
 
     // Has the decoder itself leave out what a smaller target does not need: an eighth of the work for a large
     // photograph. False where it cannot.
-    bool DecodeReduced(IWICBitmapFrameDecode* frame, const PixelRect& target, Pixels& out) const {
-        const PixelSize wanted = orientation_.Upright({target.width, target.height});
+    bool DecodeReduced(IWICBitmapFrameDecode* frame, PixelSize wanted, Pixels& out) const {
         ComPointer<ReducedDecode> reducer;
         if (wanted.width * 2 > stored_.width || wanted.height * 2 > stored_.height ||
             FAILED(frame->QueryInterface(ReducedDecodeId, reinterpret_cast<void**>(reducer.Out())))) {
@@ -158,19 +145,16 @@ class BitmapPicture final : public WindowsPicture {
                                              static_cast<UINT>(out.bytes.size()), out.bytes.data()));
     }
 
-    void PaintWhole(const Pixels& pixels, const Canvas& canvas, const PixelRect& target) const {
-        RowPainter painter(canvas, target, orientation_, mode_);
+    static void PaintWhole(const Pixels& pixels, RowPainter& painter) {
         Resampler resampler = MakeResampler(pixels.size, painter);
         for (int y = resampler.FirstRow(); y < resampler.EndRow(); ++y) {
             PutRow(pixels.Row(y), pixels, resampler.InputRow());
             resampler.Push();
         }
-        painter.Finish();
     }
 
     // Never holds more of a large picture than a few rows.
-    bool PaintBands(IWICBitmapSource* source, const Canvas& canvas, const PixelRect& target) const {
-        RowPainter painter(canvas, target, orientation_, mode_);
+    bool PaintBands(IWICBitmapSource* source, RowPainter& painter) const {
         Resampler resampler = MakeResampler(stored_, painter);
         bool decoded = true;
         for (int y = resampler.FirstRow(); decoded && y < resampler.EndRow(); y += BandRows) {
@@ -181,7 +165,6 @@ class BitmapPicture final : public WindowsPicture {
                 resampler.Push();
             }
         }
-        painter.Finish();
         return decoded;
     }
 
@@ -194,8 +177,8 @@ class BitmapPicture final : public WindowsPicture {
     std::string path_;
     PixelSize stored_;
     Orientation orientation_;
-    mutable RowPainter::Mode mode_ = RowPainter::Mode::Copy;
-    mutable Pixels kept_;
+    RowPainter::Mode mode_;
+    mutable Tiling tiling_;
 };
 
 // Photographs tell it in notes that not every build of the component reads; other formats in its metadata.
@@ -232,9 +215,10 @@ std::unique_ptr<Picture> LoadBitmapPicture(IWICImagingFactory& imaging, const st
               " pixels";
         return nullptr;
     }
+    const auto mode = HasAlpha(imaging, frame.Get()) ? RowPainter::Mode::Blend : RowPainter::Mode::Copy;
     return std::make_unique<BitmapPicture>(imaging, path,
                                            PixelSize{static_cast<int>(width), static_cast<int>(height)},
-                                           StoredOrientation(head, frame.Get()));
+                                           StoredOrientation(head, frame.Get()), mode);
 }
 
 } // namespace quorvane

@@ -1,14 +1,17 @@
 #include "platform/files.h"
+#include "platform/linux/drawing/child.h"
 #include "platform/linux/drawing/drawing.h"
 #include "platform/painting/bitmap_file.h"
 #include "tests/platform/linux/drawing/samples.h"
 
 #include <gtest/gtest.h>
 
+#include <QByteArray>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace quorvane {
@@ -106,6 +109,10 @@ std::vector<Sample> AllQuarters() {
         {"tiff", samples::ByQt(size, painter, "tiff"), size, 0},
         {"webp", samples::ByQt(size, painter, "webp"), size, 12},
         {"gif", samples::Gif(), {16, 12}, 0},
+        {"interlaced gif", samples::Gif(true), {16, 12}, 0},
+        {"interlaced png", samples::InterlacedPng(size), size, 0},
+        {"tiff of one strip", samples::OneStripTiff(size), size, 0},
+        {"top-down bmp", samples::TopDown(samples::ByQt(size, painter, "bmp")), size, 0},
         {"run-length bitmap", samples::RunLengthBitmap(), {16, 12}, 0},
         {"svg", samples::Svg(), {16, 12}, 0},
     };
@@ -126,6 +133,59 @@ TEST_F(PictureTest, ReadsEveryFormatReducedAndEnlarged) {
         ExpectCutAlike(*picture, {120, 90}, sample.name);
         ExpectCutAlike(*picture, {50, 40}, sample.name);
     }
+}
+
+TEST_F(PictureTest, NamesAreBytes) {
+    std::vector<Sample> all = AllQuarters();
+    all.push_back({"wmf", samples::WindowsMetafile(), {}, 0});
+    all.push_back({"emf", samples::EnhancedMetafile(), {}, 0});
+    const auto surface = drawing.CreateSurface({20, 12});
+    for (const Sample& sample : all) {
+        const fs::path latin = folder / "caf\xE9";
+        fs::rename(Save(sample.content), latin);
+        const auto picture = drawing.LoadPicture(latin, why);
+        ASSERT_NE(picture, nullptr) << sample.name << ": " << why;
+        EXPECT_TRUE(surface->StretchPicture(*picture, {0, 0, 20, 12}, why)) << sample.name << ": " << why;
+    }
+}
+
+TEST_F(PictureTest, ADrawingReadsNothingElse) {
+    std::ofstream(folder / "red.svg")
+        << "<svg width='4' height='4'><rect width='4' height='4' fill='red'/></svg>";
+    std::ofstream(folder / "red.png") << samples::ByQt(
+        {4, 4}, [](int, int) { return Rgb(255, 0, 0); }, "png");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0); // whoever opens it never comes back
+    const auto drawingOf = [](const std::string& reference) {
+        return "<svg width='8' height='8' xmlns:xlink='x'><image width='8' height='8' xlink:href='" +
+               reference + "'/></svg>";
+    };
+    const auto inlined = [](const std::string& content) {
+        return "data:image/png;base64," + QByteArray::fromStdString(content).toBase64().toStdString();
+    };
+    const std::string png = samples::ByQt(
+        {4, 4}, [](int, int) { return Rgb(0, 0, 255); }, "png");
+    for (const auto& [content, wanted] : std::vector<std::pair<std::string, Color>>{
+             {drawingOf(folder / "red.png"), Rgb(0, 0, 0)},
+             {drawingOf("file://" + (folder / "red.png").string()), Rgb(0, 0, 0)},
+             {drawingOf(folder / "pipe"), Rgb(0, 0, 0)},
+             {drawingOf(inlined(drawingOf(folder / "pipe"))), Rgb(0, 0, 0)},
+             {"<?xml-stylesheet type=\"text/css\" href=\"" + (folder / "pipe").string() +
+                  "\"?><svg width='8' height='8'/>",
+              Rgb(0, 0, 0)},
+             {drawingOf(inlined(png)), Rgb(0, 0, 255)}}) {
+        const auto picture = Load(content);
+        ASSERT_NE(picture, nullptr) << why;
+        const auto surface = drawing.CreateSurface({8, 8});
+        EXPECT_TRUE(surface->StretchPicture(*picture, {0, 0, 8, 8}, why)) << why;
+        EXPECT_EQ(At(surface->Pixels(), 4, 4), wanted) << content;
+    }
+}
+
+TEST_F(PictureTest, AChildThatHangsIsEnded) {
+    const auto hangs = [](std::FILE*) { return pause() == 0; };
+    EXPECT_TRUE(OutputOfChild(hangs, std::chrono::milliseconds(50)).isEmpty());
+    const auto writes = [](std::FILE* out) { return std::fputs("done", out) >= 0; };
+    EXPECT_EQ(OutputOfChild(writes, std::chrono::seconds(60)), "done");
 }
 
 TEST_F(PictureTest, ReadsMetafiles) {
@@ -275,6 +335,24 @@ TEST_F(PictureTest, ShinesThroughWhereThePictureIsClear) {
     ASSERT_TRUE(surface->StretchPicture(*picture, {0, 0, 40, 20}, why));
     EXPECT_EQ(At(surface->Pixels(), 5, 10), Rgb(0, 200, 100));
     EXPECT_TRUE(Close(At(surface->Pixels(), 35, 10), Rgb(128, 100, 50), 2));
+    // The later ones from what was kept.
+    for (int round = 0; round < 3; ++round) {
+        const auto tile = drawing.CreateSurface({40, 20});
+        tile->Fill({0, 0, 40, 20}, Rgb(0, 200, 100));
+        ASSERT_TRUE(tile->StretchPicture(*picture, {7, 3, 40, 20}, why));
+        EXPECT_EQ(At(tile->Pixels(), 12, 13), Rgb(0, 200, 100));
+        EXPECT_EQ(At(tile->Pixels(), 39, 13), At(surface->Pixels(), 32, 10));
+    }
+}
+
+TEST_F(PictureTest, ALargePictureIsReadByRows) {
+    // As many pixels as no memory limit of a toolkit allows, in one colour, which makes a small file.
+    const PixelSize size{12000, 12000};
+    const auto picture = Load(samples::PlainPng(size));
+    ASSERT_NE(picture, nullptr) << why;
+    const auto surface = drawing.CreateSurface({200, 200});
+    EXPECT_TRUE(surface->StretchPicture(*picture, {0, 0, 200, 200}, why)) << why;
+    EXPECT_TRUE(Close(At(surface->Pixels(), 199, 199), Rgb(255, 255, 255), 2));
 }
 
 TEST_F(PictureTest, DrawsWhatATornPhotographHolds) {

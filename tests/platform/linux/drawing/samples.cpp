@@ -6,9 +6,15 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <vector>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <jpeglib.h>
+#include <png.h>
+#include <tiffio.h>
 
 namespace quorvane::samples {
 namespace {
@@ -51,6 +57,38 @@ constexpr std::array<Color, 4> KPalette{Rgb(255, 0, 0), Rgb(0, 255, 0), Rgb(0, 0
 
 int Quarter(int x, int y, PixelSize size) {
     return (x < size.width / 2 ? 0 : 1) + (y < size.height / 2 ? 0 : 2);
+}
+
+std::vector<std::uint8_t> QuartersRow(int y, PixelSize size) {
+    std::vector<std::uint8_t> row;
+    for (int x = 0; x < size.width; ++x)
+        for (const int channel :
+             {Red(Quarters(x, y, size)), Green(Quarters(x, y, size)), Blue(Quarters(x, y, size))})
+            row.push_back(Byte(channel));
+    return row;
+}
+
+std::string WritePng(PixelSize size, int bits, int color, int interlace,
+                     const std::function<std::vector<std::uint8_t>(int y)>& row) {
+    std::string file;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_set_write_fn(
+        png, &file,
+        [](png_structp state, png_bytep bytes, std::size_t count) {
+            static_cast<std::string*>(png_get_io_ptr(state))->append(reinterpret_cast<char*>(bytes), count);
+        },
+        nullptr);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(size.width), static_cast<png_uint_32>(size.height), bits,
+                 color, interlace, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    const int passes = png_set_interlace_handling(png);
+    for (int pass = 0; pass < passes; ++pass)
+        for (int y = 0; y < size.height; ++y)
+            png_write_row(png, row(y).data());
+    png_write_end(png, info);
+    png_destroy_write_struct(&png, &info);
+    return file;
 }
 
 } // namespace
@@ -119,7 +157,53 @@ std::string TransparentPng(PixelSize size) {
     return Encoded(image, "png");
 }
 
-std::string Gif() {
+std::string InterlacedPng(PixelSize size) {
+    return WritePng(size, 8, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_ADAM7,
+                    [size](int y) { return QuartersRow(y, size); });
+}
+
+std::string PlainPng(PixelSize size) {
+    const std::vector<std::uint8_t> row(static_cast<std::size_t>(size.width + 7) / 8, 0xFF);
+    return WritePng(size, 1, PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_NONE, [&row](int) { return row; });
+}
+
+std::string OneStripTiff(PixelSize size) {
+    const int memory = memfd_create("tiff", MFD_CLOEXEC);
+    TIFF* tiff = TIFFFdOpen(dup(memory), "memory", "w");
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, size.width);
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, size.height);
+    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, size.height);
+    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 3);
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
+    for (int y = 0; y < size.height; ++y)
+        TIFFWriteScanline(tiff, QuartersRow(y, size).data(), static_cast<std::uint32_t>(y));
+    TIFFClose(tiff);
+    std::string file(static_cast<std::size_t>(lseek(memory, 0, SEEK_END)), '\0');
+    if (pread(memory, file.data(), file.size(), 0) != static_cast<ssize_t>(file.size())) std::abort();
+    close(memory);
+    return file;
+}
+
+std::string TopDown(std::string bitmap) {
+    const auto number = [&](std::size_t at) {
+        std::uint32_t value = 0;
+        std::memcpy(&value, &bitmap[at], 4);
+        return value;
+    };
+    const std::uint32_t height = number(22), pixels = number(10);
+    const std::size_t stride = (bitmap.size() - pixels) / height;
+    std::string turned = bitmap.substr(0, pixels);
+    for (std::uint32_t y = height; y-- > 0;)
+        turned += bitmap.substr(pixels + y * stride, stride);
+    const std::uint32_t negative = 0U - height;
+    std::memcpy(&turned[22], &negative, 4);
+    return turned;
+}
+
+std::string Gif(bool interlaced) {
     std::string file = "GIF89a";
     Put16(file, KSmall.width);
     Put16(file, KSmall.height);
@@ -131,7 +215,7 @@ std::string Gif() {
     Put32(file, 0);
     Put16(file, KSmall.width);
     Put16(file, KSmall.height);
-    file += std::string("\0\2", 2);
+    file += std::string(interlaced ? "\x40\2" : "\0\2", 2);
     // Codes of three bits, the table cleared before each pair of pixels so that it never grows past them.
     std::string packed;
     std::uint32_t bits = 0;
@@ -141,7 +225,11 @@ std::string Gif() {
         for (held += 3; held >= 8; held -= 8, bits >>= 8)
             packed += static_cast<char>(bits & 0xFF);
     };
-    for (int y = 0; y < KSmall.height; ++y) {
+    std::vector<int> rows;
+    for (int y = 0; y < KSmall.height; ++y)
+        rows.push_back(y);
+    if (interlaced) rows = {0, 8, 4, 2, 6, 10, 1, 3, 5, 7, 9, 11};
+    for (const int y : rows) {
         for (int x = 0; x < KSmall.width; ++x) {
             if (x % 2 == 0) code(4);
             code(Quarter(x, y, KSmall));

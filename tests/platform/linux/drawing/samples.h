@@ -28,8 +28,16 @@ std::string ByQt(PixelSize size, const Painter& painter, const char* format);
 // A PNG whose left half is clear and whose right half is red at half strength.
 std::string TransparentPng(PixelSize size);
 
+// Quarters in a PNG whose rows come in passes, and in a TIFF whose rows are one compressed strip.
+std::string InterlacedPng(PixelSize size);
+std::string OneStripTiff(PixelSize size);
+// White all over.
+std::string PlainPng(PixelSize size);
+// The same bitmap with its rows from the top.
+std::string TopDown(std::string bitmap);
+
 // Quarters of 16 by 12 pixels in the formats that Qt does not write.
-std::string Gif();
+std::string Gif(bool interlaced = false);
 std::string RunLengthBitmap();
 std::string Svg();
 // 2 by 1 inch, the left half red, the right half blue.
