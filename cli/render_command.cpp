@@ -71,7 +71,8 @@ int Render(const Arguments& arguments, Streams& streams) {
     if (picture.empty()) rig.FillList(); // what it would draw is overridden otherwise
     const LocaleStrings builtInWords;
     Composition composition(
-        {rig.record, rig.fileList, rig.selection, rig.complaints, *rig.clock, *drawing, rig.random},
+        {rig.record, rig.fileList, rig.selection, rig.complaints, *rig.clock, rig.events, *drawing,
+         rig.random},
         CalendarLayer(rig.record, *rig.clock, *drawing, *rig.store, *rig.system, builtInWords));
     const ComposedWallpaper composed = composition.Compose(picture, screen);
     if (!composed.canvas) throw RefusedInput("there is no memory for a canvas of that size");

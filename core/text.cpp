@@ -23,7 +23,7 @@ char32_t LowerLetter(char32_t c) {
 }
 
 char32_t UpperLetter(char32_t c) {
-    for (const char32_t distance : {32, 80, 1}) {
+    for (const char32_t distance : {32U, 80U, 1U}) {
         if (c >= distance && c - distance >= 0xC0 && LowerLetter(c - distance) == c && LowerLetter(c) == c)
             return c - distance;
     }

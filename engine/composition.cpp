@@ -3,10 +3,17 @@
 #include "core/run_time_error.h"
 #include "engine/background.h"
 #include "engine/placing.h"
+#include "platform/shared/breather.h"
 
 #include <array>
 
 namespace quorvane {
+namespace {
+
+// A picture of one pixel is laid down millions of times; asking the time costs as much as a tile.
+constexpr int TilesToABreath = 1024;
+
+} // namespace
 
 PixelSize TargetSize(int wallpaperResolution, PixelSize screen) {
     static constexpr std::array<PixelSize, 5> Sizes{
@@ -50,10 +57,13 @@ void Composition::DrawPicture(Surface& canvas, PixelSize target) {
     std::string why;
     const std::unique_ptr<Picture> picture = parts_.drawing.LoadPicture(path, why);
     bool readable = picture != nullptr;
+    Breather breather(parts_.clock, parts_.events);
+    int drawn = 0;
     PassOver([&] {
         if (!picture) return;
         PlacePicture(parts_.record.WallpaperPosition, target, picture->Size(), [&](const PixelRect& place) {
             readable = readable && canvas.StretchPicture(*picture, place, why);
+            if (++drawn % TilesToABreath == 0) breather.Breathe();
         });
     });
     if (!readable) parts_.complaints.Tell(path, why);

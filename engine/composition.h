@@ -35,6 +35,7 @@ class Composition {
         Selection& selection;
         Complaints& complaints;
         Clock& clock;
+        EventLoop& events; // run while a picture is laid down in very many tiles
         Drawing& drawing;
         Random& random;
     };

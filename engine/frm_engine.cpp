@@ -30,7 +30,8 @@ frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platfor
     , fileList_(record, platform.clock, platform.events, platform.files, complaints_)
     , selection_(record, fileList_, platform.clock, platform.random)
     , composition_(
-          {record, fileList_, selection_, complaints_, platform.clock, platform.drawing, platform.random},
+          {record, fileList_, selection_, complaints_, platform.clock, platform.events, platform.drawing,
+           platform.random},
           CalendarLayer(record, platform.clock, platform.drawing, platform.store, platform.system, locale)) {
     Timer1.onTimer = [this] { CountDownToChange(); };
     Timer2.onTimer = [this] { CountDownToRescan(); };

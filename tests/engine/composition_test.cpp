@@ -51,12 +51,13 @@ class CompositionTest : public testing::Test {
     Complaints complaints_{system_};
     FileList fileList_{record_, clock_, events_, files_, complaints_};
     Selection selection_{record_, fileList_, clock_, random_};
-    Composition composition_{{record_, fileList_, selection_, complaints_, clock_, drawing_, random_},
-                             [this](Surface& canvas) {
-                                 drawing_.log.push_back("calendar");
-                                 const PixelSize size = canvas.Size();
-                                 return PixelRect{1, 2, size.width, size.height};
-                             }};
+    Composition composition_{
+        {record_, fileList_, selection_, complaints_, clock_, events_, drawing_, random_},
+        [this](Surface& canvas) {
+            drawing_.log.push_back("calendar");
+            const PixelSize size = canvas.Size();
+            return PixelRect{1, 2, size.width, size.height};
+        }};
 };
 
 TEST_F(CompositionTest, ResolutionsAndTheMarginOfTheCanvas) {
@@ -188,6 +189,17 @@ TEST_F(CompositionTest, NoPictureStillGivesBackgroundAndCalendar) {
     EXPECT_EQ(drawing_.log, (Log{"surface 44x24", "stretch /wide.png 0,0 24x12", "calendar"}))
         << "no second tile of what cannot be drawn";
     EXPECT_EQ(system_.complaints.back(), "/wide.png: the data ends early");
+}
+
+TEST_F(CompositionTest, EventsRunWhileAPictureIsLaidDownInVeryManyTiles) {
+    drawing_.AddPicture("/dot.png", {1, 1}, Rgb(9, 9, 9));
+    record_.WallpaperPosition = 1;
+    int ran = 0;
+    events_.Post([&ran] { ++ran; });
+    Compose("/square.png");
+    EXPECT_EQ(ran, 0) << "few tiles take no time";
+    composition_.Compose("/dot.png", {80, 40});
+    EXPECT_EQ(ran, 1);
 }
 
 TEST_F(CompositionTest, NoMemoryForTheCanvasLosesNothingElse) {
