@@ -1,14 +1,21 @@
 #!/usr/bin/env bash
 # Runs the checks and tests, every stage or those named:
 #
-#   ./test.sh [checks] [linux] [asan] [fuzz] [windows] [windows32]
+#   ./test.sh [checks] [linux] [asan] [tsan] [fuzz] [windows] [windows32] [desktops [NAME...]]
 #
+# The words behind `desktops` name desktops (tests/program/desktops/README.md); without one, the cheap ones.
 # QUORVANE_FUZZ_SECONDS is how long each fuzz target runs (30 unless told).
 set -uo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
 
-stages=("$@")
-[ ${#stages[@]} -gt 0 ] || stages=(checks linux asan fuzz windows windows32)
+stages=()
+desktops=()
+while [ $# -gt 0 ]; do
+    stages+=("$1")
+    [ "$1" != desktops ] || { desktops=("${@:2}") && break; }
+    shift
+done
+[ ${#stages[@]} -gt 0 ] || stages=(checks linux asan tsan fuzz windows windows32 desktops)
 export CTEST_OUTPUT_ON_FAILURE=1
 
 # build PRESET [TARGET...]
@@ -28,6 +35,11 @@ stage_linux() {
 
 stage_asan() {
     build linux-asan && ctest --preset linux-asan
+}
+
+# What several threads reach: few tests, since the toolkit itself is not watched.
+stage_tsan() {
+    build linux-tsan test_platform_linux_threads && ctest --preset linux-tsan
 }
 
 stage_fuzz() {
@@ -56,14 +68,19 @@ stage_windows32() {
     build windows32 quorvane quorvanectl
 }
 
+stage_desktops() {
+    build linux quorvane quorvanectl && tests/program/desktops/run.sh "${desktops[@]}"
+}
+
 packages=(build)
 for stage in "${stages[@]}"; do
     case $stage in
-    checks | fuzz) packages+=(test) ;;
+    checks | fuzz | tsan) packages+=(test) ;;
+    desktops) packages+=(desktops) ;;
     linux | asan) packages+=(test demo bench) ;;
     windows | windows32) packages+=(windows demo) ;;
     *)
-        sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac

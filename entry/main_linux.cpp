@@ -2,6 +2,7 @@
 #include "platform/linux/desktop/display.h"
 #include "platform/linux/linux_platform.h"
 
+#include <csignal>
 #include <cstdio>
 #include <malloc.h>
 
@@ -15,14 +16,16 @@ constexpr int MappedFrom = 128 * 1024;
 
 int main(int argumentCount, char** arguments) {
     using namespace quorvane;
+    // A session manager or a bus that has gone is noticed by the failing write.
+    std::signal(SIGPIPE, SIG_IGN);
     mallopt(M_MMAP_THRESHOLD, MappedFrom);
     ListenToTheToolkit();
-    const std::string problem = DisplayProblem();
-    if (!problem.empty()) {
-        std::fprintf(stderr, "quorvane: %s\n", problem.c_str());
+    const DisplayChoice display = ChooseDisplay();
+    if (!display.problem.empty()) {
+        std::fprintf(stderr, "quorvane: %s\n", display.problem.c_str());
         return 1;
     }
-    LinuxPlatform machine(argumentCount, arguments);
+    LinuxPlatform machine(argumentCount, arguments, display.platform);
     Application application(machine.Services(), machine.StoreNote());
     return application.Run();
 }

@@ -21,7 +21,8 @@ class Session {
     virtual int SetAutostart(bool enabled, const std::string& switches) = 0;
 
     // Called from the event loop when the system wants the program to end: a signal, a log-off, a display
-    // that goes away. Called once; the handler ends the process.
+    // that goes away. Called once; the handler ends the process. A further request that comes while the
+    // handler waits, as for a person who is not there, ends the process at once with status 1.
     virtual void OnEndRequest(std::function<void()> handler) = 0;
 
     // Ends the process here: unwinds to the event loop or to main by a ProcessEnd.

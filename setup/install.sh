@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# install.sh SET...: installs what setup/packages-SET.txt names and this machine lacks.
+# install.sh SET|+PACKAGE...: installs what setup/packages-SET.txt names, and the packages that are named
+# themselves, where this machine lacks them.
 # Asks the package manager nothing where everything is there, so that a second run starts at once.
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 
 wanted=()
 for set in "$@"; do
+    [[ $set != +* ]] || { wanted+=("${set#+}") && continue; }
     mapfile -t names < <(grep -v '^#' "$here/packages-$set.txt")
     wanted+=("${names[@]}")
 done
@@ -32,7 +34,8 @@ fi
 echo "Installing: ${missing[*]}"
 log=$(mktemp)
 if ! { "${as_root[@]}" apt-get update &&
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"; } \
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600 \
+        install -y --no-install-recommends "${missing[@]}"; } \
     >"$log" 2>&1; then
     tail -n 20 "$log" >&2
     echo "The packages could not be installed; the whole log is in $log" >&2

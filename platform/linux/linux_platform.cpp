@@ -16,28 +16,34 @@
 #include "platform/store.h"
 
 #include <QApplication>
+#include <array>
+#include <utility>
 
 namespace quorvane {
 
 namespace {
 
-// The toolkit reads no option of the command line: all of it is the logic's.
+// The toolkit reads no option of the command line: all of it is the logic's. `platform` outlives it.
 struct Toolkit {
-    explicit Toolkit(char** arguments)
-        : application(argumentCount, arguments) {
+    Toolkit(char* program, std::string& platform)
+        : arguments{program, option.data(), platform.data()}
+        , argumentCount(platform.empty() ? 1 : 3)
+        , application(argumentCount, arguments.data()) {
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setDesktopFileName(QStringLiteral("quorvane"));
         QApplication::setWindowIcon(ProgramIcon());
     }
-    int argumentCount = 1;
+    std::string option = "-platform";
+    std::array<char*, 4> arguments; // and the null at the end
+    int argumentCount;
     QApplication application;
 };
 
 } // namespace
 
 struct LinuxPlatform::Parts {
-    Parts(int argumentCount, char** arguments, std::string& storeNote)
-        : toolkit(arguments)
+    Parts(int argumentCount, char** arguments, std::string& toolkitPlatform, std::string& storeNote)
+        : toolkit(arguments[0], toolkitPlatform)
         , store(CreateDesktopStore(storeNote))
         , session(events, argumentCount, arguments) {}
 
@@ -50,14 +56,15 @@ struct LinuxPlatform::Parts {
     SeededRandom random;
     QtEventLoop events;
     LinuxSession session;
-    LinuxDesktop desktop{*store, system, events};
+    LinuxDesktop desktop{*store, system, events, *files};
     LinuxTray tray{events, system};
     QtFormHost forms;
     QtPrompts prompts;
 };
 
-LinuxPlatform::LinuxPlatform(int argumentCount, char** arguments)
-    : parts_(std::make_unique<Parts>(argumentCount, arguments, storeNote_)) {}
+LinuxPlatform::LinuxPlatform(int argumentCount, char** arguments, std::string toolkitPlatform)
+    : toolkitPlatform_(std::move(toolkitPlatform))
+    , parts_(std::make_unique<Parts>(argumentCount, arguments, toolkitPlatform_, storeNote_)) {}
 
 LinuxPlatform::~LinuxPlatform() = default;
 

@@ -10,8 +10,8 @@ namespace quorvane {
 // The services of a Linux desktop, one of each. There is one in a process; it must outlive whoever uses it.
 class LinuxPlatform {
   public:
-    // Needs a display (DisplayProblem).
-    LinuxPlatform(int argumentCount, char** arguments);
+    // Needs a display; `toolkitPlatform` is what ChooseDisplay answers.
+    LinuxPlatform(int argumentCount, char** arguments, std::string toolkitPlatform = {});
     ~LinuxPlatform();
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
@@ -23,6 +23,7 @@ class LinuxPlatform {
   private:
     struct Parts;
 
+    std::string toolkitPlatform_;
     std::string storeNote_;
     std::unique_ptr<Parts> parts_;
 };

@@ -26,8 +26,8 @@ class MemorySession : public Session {
 
     // The system wants the program to end. A real platform calls the handler from its loop, once.
     void RequestEnd() {
-        const std::function<void()> handler = std::exchange(endRequest_, nullptr);
-        if (handler) handler();
+        if (std::exchange(ending_, true)) throw ProcessEnd{1};
+        if (endRequest_) endRequest_();
     }
 
     std::string commandLine;
@@ -37,6 +37,7 @@ class MemorySession : public Session {
   private:
     CallLog& calls_;
     std::function<void()> endRequest_;
+    bool ending_ = false;
 };
 
 } // namespace quorvane

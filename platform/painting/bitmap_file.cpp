@@ -3,7 +3,6 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -11,21 +10,28 @@
 namespace quorvane {
 namespace {
 
-constexpr std::size_t KHeaderBytes = 54;
 // Small enough to stay in the processor's cache between the copy and the write, which makes it quicker than
 // one write of everything.
 constexpr std::size_t KStripeBytes = 128 * 1024;
 
-std::array<std::uint8_t, KHeaderBytes> Header(PixelSize size, std::uint32_t pixelBytes) {
-    std::array<std::uint8_t, KHeaderBytes> header{};
+std::size_t RowBytes(PixelSize size) {
+    return (static_cast<std::size_t>(size.width) * 3 + 3) / 4 * 4;
+}
+
+} // namespace
+
+std::array<std::uint8_t, BitmapHeaderBytes> BitmapHeader(PixelSize size) {
+    const auto pixelBytes =
+        static_cast<std::uint32_t>(RowBytes(size) * static_cast<std::size_t>(size.height));
+    std::array<std::uint8_t, BitmapHeaderBytes> header{};
     const auto put = [&](std::size_t at, std::uint32_t value, std::size_t bytes) {
         for (std::size_t i = 0; i < bytes; ++i)
             header[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
     };
     header[0] = 'B';
     header[1] = 'M';
-    put(2, static_cast<std::uint32_t>(KHeaderBytes) + pixelBytes, 4);
-    put(10, KHeaderBytes, 4);
+    put(2, static_cast<std::uint32_t>(BitmapHeaderBytes) + pixelBytes, 4);
+    put(10, BitmapHeaderBytes, 4);
     put(14, 40, 4); // bytes of the information header, which begins here
     put(18, static_cast<std::uint32_t>(size.width), 4);
     put(22, static_cast<std::uint32_t>(size.height), 4);
@@ -35,17 +41,15 @@ std::array<std::uint8_t, KHeaderBytes> Header(PixelSize size, std::uint32_t pixe
     return header;
 }
 
-} // namespace
-
 bool WriteBitmap(const PixelView& pixels, FileWriter& out) {
     if (pixels.size.width <= 0 || pixels.size.height <= 0) return false;
     const std::size_t used = static_cast<std::size_t>(pixels.size.width) * 3;
-    const std::size_t padded = (used + 3) / 4 * 4;
+    const std::size_t padded = RowBytes(pixels.size);
     const std::size_t height = static_cast<std::size_t>(pixels.size.height);
-    if (padded > (std::numeric_limits<std::uint32_t>::max() - KHeaderBytes) / height) return false;
+    if (padded > (std::numeric_limits<std::uint32_t>::max() - BitmapHeaderBytes) / height) return false;
 
-    const auto header = Header(pixels.size, static_cast<std::uint32_t>(padded * height));
-    std::vector<std::uint8_t> stripe(std::max(KStripeBytes, KHeaderBytes + padded));
+    const auto header = BitmapHeader(pixels.size);
+    std::vector<std::uint8_t> stripe(std::max(KStripeBytes, BitmapHeaderBytes + padded));
     std::memcpy(stripe.data(), header.data(), header.size());
     std::size_t filled = header.size();
     for (int y = pixels.size.height - 1; y >= 0; --y) {

@@ -2,12 +2,21 @@
 
 #include "platform/drawing.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace quorvane {
 
 class Files;
 class FileWriter;
+
+inline constexpr std::size_t BitmapHeaderBytes = 54; // of the file and of the information about the picture
+
+// What stands in front of the pixels of a Windows bitmap: 24 bits, rows bottom up, each filled up to four
+// bytes.
+std::array<std::uint8_t, BitmapHeaderBytes> BitmapHeader(PixelSize size);
 
 // The pixels as a Windows bitmap: 24 bits, rows bottom up, uncompressed. False where a write failed. Leaves
 // the commit to the caller.

@@ -4,10 +4,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace quorvane {
+
+class FileWriter;
 
 // The rows of a bitmap file of 24 bits, read one at a time: a wallpaper is passed on to the screen without
 // ever being whole in memory.
@@ -23,6 +26,8 @@ class BitmapRows {
     // `count` pixels of row `y`, counted from above, from `x` on, as 0xFFRRGGBB. False where the file cannot
     // be read any more.
     bool Read(int x, int y, int count, std::uint32_t* to);
+    // The same in the file's own form: three bytes a pixel, blue first.
+    bool ReadBytes(int x, int y, int count, std::uint8_t* to);
 
   private:
     BitmapRows() = default;
@@ -34,5 +39,13 @@ class BitmapRows {
     std::int64_t rowBytes_ = 0;
     std::vector<std::uint8_t> buffer_;
 };
+
+// What a screen of `screen` shows of a picture that exceeds it by no more than a composed wallpaper's border:
+// its middle. Nothing for any other picture.
+std::optional<PixelRect> WithoutBorder(PixelSize picture, PixelSize screen);
+
+// A part of the bitmap as a bitmap file of its own. False where it cannot be read or written; the commit is
+// the caller's.
+bool CutBitmap(BitmapRows& rows, const PixelRect& part, FileWriter& out);
 
 } // namespace quorvane

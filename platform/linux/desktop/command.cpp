@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/command.h"
 
+#include "platform/linux/desktop/patience.h"
+
 #include <QProcess>
 #include <QStringList>
 #include <csignal>
@@ -38,18 +40,20 @@ std::string StartTimeOf(std::int64_t processId) {
 } // namespace
 
 std::optional<std::string> RunCommand(const std::string& program, const std::vector<std::string>& arguments,
-                                      int timeoutMilliseconds) {
+                                      Patience& patience) {
     QProcess process;
     process.setStandardErrorFile(QProcess::nullDevice());
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(QString::fromStdString(program), ToList(arguments));
-    if (!process.waitForStarted(timeoutMilliseconds)) return std::nullopt;
-    if (!process.waitForFinished(timeoutMilliseconds)) {
+    const bool ended = patience.Until([&process] { return process.state() == QProcess::NotRunning; });
+    if (!ended) {
         process.kill();
         process.waitForFinished(1000);
+    }
+    if (!ended || process.error() == QProcess::FailedToStart ||
+        process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         return std::nullopt;
     }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) return std::nullopt;
     return process.readAllStandardOutput().toStdString();
 }
 

@@ -7,10 +7,12 @@
 
 namespace quorvane {
 
+class Patience;
+
 // Runs a program of PATH to its end, without a shell, its standard output as the answer. Nothing where it is
-// not there, fails, or takes longer than the time-out, after which it is killed.
+// not there, fails, or takes longer than there is patience, after which it is killed.
 std::optional<std::string> RunCommand(const std::string& program, const std::vector<std::string>& arguments,
-                                      int timeoutMilliseconds = 5000);
+                                      Patience& patience);
 
 // A program that we started and that outlives us. A process number is used again by the system; with the
 // moment of the start beside it the process is told from every other.

@@ -1,7 +1,8 @@
 #include "platform/linux/desktop/desktop.h"
 
 #include "platform/event_loop.h"
-#include "platform/linux/desktop/monitors.h"
+#include "platform/linux/desktop/outputs.h"
+#include "platform/linux/desktop/patience.h"
 #include "platform/linux/desktop/root_pixmap.h"
 #include "platform/linux/desktop/wallpaper_table.h"
 #include "platform/store.h"
@@ -19,16 +20,15 @@ namespace quorvane {
 
 namespace {
 
+constexpr int HandoverMilliseconds = 10'000; // for all that a desktop is asked at one change
+constexpr int SettleMilliseconds = 300;
+
 bool IsX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
-std::vector<PixelRect> Monitors() {
-    return IsX11() ? ServerMonitors() : std::vector<PixelRect>();
-}
-
-std::string Variable(const char* Name) {
-    const char* value = std::getenv(Name);
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
     return value ? value : "";
 }
 
@@ -68,50 +68,81 @@ int WorkspaceCount() {
     return std::clamp(count, 1, 64);
 }
 
+std::vector<PixelRect> Places(const std::vector<Output>& outputs) {
+    std::vector<PixelRect> places;
+    for (const Output& output : outputs) {
+        places.push_back({output.x, output.y, output.size.width, output.size.height});
+    }
+    return places;
+}
+
 } // namespace
 
-LinuxDesktop::LinuxDesktop(Store& store, System& system, EventLoop& events)
+LinuxDesktop::LinuxDesktop(Store& store, System& system, EventLoop& events, Files& files)
     : store_(store)
     , system_(system)
-    , events_(events) {}
+    , events_(events)
+    , files_(files) {
+    settle_.setSingleShot(true);
+    settle_.setInterval(SettleMilliseconds);
+    QObject::connect(&settle_, &QTimer::timeout, [this] {
+        PaintRootWindow(painted_, ToWallpaperStyle(PublishedStyle(store_)), Places(FindOutputs()));
+    });
+}
 
 PixelSize LinuxDesktop::ScreenSize() {
+    const std::vector<Output> outputs = FindOutputs();
+    if (!outputs.empty()) return outputs.front().size;
     const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen) {
-        return {};
-    }
-    const PixelRect pixels = ScreenPixels(*screen, Monitors());
-    return {pixels.width, pixels.height};
+    if (!screen) return {};
+    const QSizeF size = QSizeF(screen->size()) * screen->devicePixelRatio();
+    return {qRound(size.width()), qRound(size.height())};
 }
 
 bool LinuxDesktop::SetWallpaper(const std::string& path) {
+    const std::vector<Output> outputs = FindOutputs();
     std::error_code error;
     Handover handover;
     handover.file = std::filesystem::absolute(path, error).lexically_normal().string();
     handover.style = ToWallpaperStyle(PublishedStyle(store_));
     handover.stateFolder = StateFolder();
-    const std::vector<PixelRect> monitors = Monitors();
-    std::vector<PixelRect> places;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        handover.monitors.push_back(screen->name().toStdString());
-        places.push_back(ScreenPixels(*screen, monitors));
+    if (!outputs.empty()) handover.screen = outputs.front().size;
+    for (const Output& output : outputs) {
+        handover.monitors.push_back(output.name);
     }
     if (IsX11()) {
         handover.workspaces = WorkspaceCount();
-        handover.paintRoot = [&places](const std::string& file, WallpaperStyle style) {
-            return PaintRootWindow(file, style, places);
+        handover.paintRoot = [this, &outputs](const std::string& file, WallpaperStyle style) {
+            if (painted_.empty()) WatchScreens();
+            painted_ = file;
+            return PaintRootWindow(file, style, Places(outputs));
         };
     }
-    const std::string Name = Variable("XDG_CURRENT_DESKTOP");
-    const bool told = HandOver(FindDesktopRow(Name), handover);
+    const std::string desktop = Variable("XDG_CURRENT_DESKTOP");
+    Patience patience(events_, HandoverMilliseconds);
+    const bool told = HandOver(FindDesktopRow(desktop), handover, files_, patience);
     if (!told && !complained_) {
         complained_ = true;
-        system_.Complain("the wallpaper could not be handed over to the desktop \"" + Name +
+        system_.Complain("the wallpaper could not be handed over to the desktop \"" + desktop +
                          "\": " + handover.file);
     }
     // The composition is over when this event is: what it held goes back to the system.
     events_.Post([] { malloc_trim(0); });
     return told;
+}
+
+// Nobody else fits the root window's picture to screens that have changed.
+void LinuxDesktop::WatchScreens() {
+    const auto watch = [this](const QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &settle_, [this] { settle_.start(); });
+    };
+    for (const QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &settle_, [this, watch](QScreen* screen) {
+        watch(screen);
+        settle_.start();
+    });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &settle_, [this] { settle_.start(); });
 }
 
 void LinuxDesktop::ShowBusyPointer(bool busy) {
@@ -133,8 +164,8 @@ std::optional<PixelPoint> LinuxDesktop::PointerPosition() {
     xcb_query_pointer_reply_t* pointer =
         xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr);
     if (!pointer) return std::nullopt;
-    const PixelRect place = ScreenPixels(*screen, Monitors());
-    const PixelPoint at{pointer->root_x - place.x, pointer->root_y - place.y};
+    const QPoint place = screen->geometry().topLeft(); // in the machine's pixels at every scale
+    const PixelPoint at{pointer->root_x - place.x(), pointer->root_y - place.y()};
     std::free(pointer);
     return at;
 }

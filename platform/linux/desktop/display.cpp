@@ -2,8 +2,11 @@
 
 #include "platform/linux/desktop/session.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QString>
 #include <QtGlobal>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -40,11 +43,20 @@ bool AnswersWayland(const std::string& name) {
     return answers;
 }
 
+bool HasWaylandPlugin() {
+    for (const QString& folder : QCoreApplication::libraryPaths()) {
+        const QDir platforms(folder + QStringLiteral("/platforms"));
+        if (!platforms.entryList({QStringLiteral("libqwayland*.so")}, QDir::Files).isEmpty()) return true;
+    }
+    return false;
+}
+
 // Warnings are for the toolkit's own developers. One of them is the last word before the toolkit ends the
-// process: that the connection to the display broke.
+// process: that the connection to the display broke. Each thread that notices says it; once is enough.
 void TakeMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    static std::atomic<bool> said = false;
     const bool broke = message.contains(QLatin1String("connection broke"));
-    if (broke || type == QtCriticalMsg || type == QtFatalMsg)
+    if ((broke && !said.exchange(true)) || type == QtCriticalMsg || type == QtFatalMsg)
         std::fprintf(stderr, "quorvane: %s\n", message.toUtf8().constData());
     if (broke) LinuxSession::DisplayIsGone();
     if (type == QtFatalMsg) _exit(1);
@@ -52,16 +64,22 @@ void TakeMessage(QtMsgType type, const QMessageLogContext&, const QString& messa
 
 } // namespace
 
-std::string DisplayProblem() {
+DisplayChoice ChooseDisplay() {
+    if (!Variable("QT_QPA_PLATFORM").empty()) return {};
     const std::string x = Variable("DISPLAY");
     const std::string wayland = Variable("WAYLAND_DISPLAY");
-    if (!Variable("QT_QPA_PLATFORM").empty() || (!wayland.empty() && AnswersWayland(wayland)) ||
-        (!x.empty() && AnswersX())) {
-        return {};
+    const bool answersX = !x.empty() && AnswersX();
+    if (!wayland.empty() && AnswersWayland(wayland)) {
+        if (HasWaylandPlugin()) return {answersX ? "" : "wayland", ""};
+        if (answersX) return {"xcb", ""};
+        return {"",
+                "the toolkit's plug-in for Wayland is missing, and there is no X server; please install the "
+                "package qt6-wayland or xwayland"};
     }
+    if (answersX) return {};
     if (x.empty() && wayland.empty())
-        return "there is no display to run on: neither DISPLAY nor WAYLAND_DISPLAY is set";
-    return "the display \"" + (x.empty() ? wayland : x) + "\" cannot be opened";
+        return {"", "there is no display to run on: neither DISPLAY nor WAYLAND_DISPLAY is set"};
+    return {"", "the display \"" + (x.empty() ? wayland : x) + "\" cannot be opened"};
 }
 
 void ListenToTheToolkit() {

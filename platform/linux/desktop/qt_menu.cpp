@@ -105,6 +105,8 @@ void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events) {
 void ShowMenuAtPointer(Menu& menu) {
     QMenu shown;
     const Entries entries = Fill(shown, menu, nullptr);
+    // Where no window can be placed (Wayland) it is one of its own: with one size alone it is not tiled.
+    shown.setFixedSize(shown.sizeHint());
     const auto chosen = entries.find(shown.exec(QCursor::pos()));
     if (chosen != entries.end()) Menu::Choose(*chosen->second);
 }

@@ -18,8 +18,6 @@ namespace quorvane {
 
 namespace {
 
-constexpr int BorderPixels = 4; // by which a composed wallpaper exceeds the screen, both sides together
-
 template<typename T>
 using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
@@ -117,16 +115,6 @@ void ConvertRow(const QRgb* from, int count, const PixelForm& form, std::uint8_t
     }
 }
 
-// The upper left corner of a monitor's part in a picture that is at most a composed wallpaper's border
-// larger; nothing for any other picture.
-std::optional<QPoint> BorderAround(PixelSize monitor, PixelSize picture) {
-    const int widthOver = picture.width - monitor.width;
-    const int heightOver = picture.height - monitor.height;
-    if (widthOver < 0 || widthOver > BorderPixels || heightOver < 0 || heightOver > BorderPixels)
-        return std::nullopt;
-    return QPoint(widthOver / 2, heightOver / 2);
-}
-
 // In stripes that fit a request.
 bool RootWindow::Send(xcb_pixmap_t pixmap, const RowSource& picture) const {
     const PixelForm form = Form();
@@ -214,8 +202,8 @@ QImage ReadPicture(const std::string& path) {
 QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize size) {
     const QSize target(size.width, size.height);
     if (style == WallpaperStyle::Stretched) {
-        const auto border = BorderAround(size, {picture.width(), picture.height()});
-        return border ? picture.copy(border->x(), border->y(), size.width, size.height)
+        const auto border = WithoutBorder({picture.width(), picture.height()}, size);
+        return border ? picture.copy(border->x, border->y, size.width, size.height)
                       : picture.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }
     QImage shown(target, QImage::Format_RGB32);
@@ -237,10 +225,10 @@ bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::v
         monitors.size() == 1 && monitors.front() == PixelRect{0, 0, size.width, size.height};
     if (oneMonitor && style == WallpaperStyle::Stretched) {
         const auto rows = BitmapRows::Open(file);
-        const auto border = rows ? BorderAround(size, rows->Size()) : std::nullopt;
+        const auto border = rows ? WithoutBorder(rows->Size(), size) : std::nullopt;
         if (border) {
             return root.Show(
-                [&](int y, QRgb* row) { return rows->Read(border->x(), border->y() + y, size.width, row); });
+                [&](int y, QRgb* row) { return rows->Read(border->x, border->y + y, size.width, row); });
         }
     }
     const QImage picture = ReadPicture(file).convertToFormat(QImage::Format_RGB32);

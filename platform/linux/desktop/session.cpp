@@ -7,12 +7,17 @@
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QThread>
+#include <X11/ICE/ICElib.h>
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <poll.h>
 #include <unistd.h>
 
 namespace quorvane {
@@ -22,16 +27,32 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::array EndSignals{SIGTERM, SIGINT, SIGHUP};
+constexpr int SavingMilliseconds = 10'000; // that a thread of the toolkit gives the program's own
+constexpr int NotSaved = 1;                // exit status
+
+// What comes through the pipe.
+constexpr char EndSignal = 's';
+constexpr char DisplayGone = 'd';
+constexpr char ManagerGone = 'm';
 
 // A signal handler and a message handler get no argument; these two are what they reach the session by.
 std::array<int, 2> signalPipe{-1, -1};
-LinuxSession* theSession = nullptr;
+std::atomic<LinuxSession*> theSession = nullptr;
+std::atomic<int> endStatus = -1; // of the process, once it only tears itself down
 
-void TellPipe(int) {
+void TellPipe(char what) {
+    [[maybe_unused]] const ssize_t written = write(signalPipe[1], &what, 1);
+}
+
+void TakeSignal(int) {
     const int saved = errno;
-    const char byte = 0;
-    [[maybe_unused]] const ssize_t written = write(signalPipe[1], &byte, 1);
+    TellPipe(EndSignal);
     errno = saved;
+}
+
+// Called by the library in which the session manager is talked to; its own would end the process.
+void TakeManagersEnd(IceConn) {
+    TellPipe(ManagerGone);
 }
 
 fs::path AutostartFile() {
@@ -75,18 +96,15 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
     }
     if (pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) == 0) {
         signals_ = std::make_unique<QSocketNotifier>(signalPipe[0], QSocketNotifier::Read);
-        QObject::connect(signals_.get(), &QSocketNotifier::activated, [this] {
-            char bytes[16];
-            [[maybe_unused]] const ssize_t count = read(signalPipe[0], bytes, sizeof bytes);
-            RequestEnd();
-        });
+        QObject::connect(signals_.get(), &QSocketNotifier::activated, [this] { TakeFromPipe(); });
         struct sigaction action {};
-        action.sa_handler = TellPipe;
+        action.sa_handler = TakeSignal;
         action.sa_flags = SA_RESTART;
         for (const int number : EndSignals) {
             sigaction(number, &action, nullptr);
         }
     }
+    IceSetIOErrorHandler(TakeManagersEnd);
     QCoreApplication::instance()->installEventFilter(quitFilter_.get());
     // Started at log-on by its autostart entry or not at all.
     if (auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
@@ -107,16 +125,48 @@ LinuxSession::~LinuxSession() {
     close(signalPipe[1]);
 }
 
+// What came meanwhile is one request, however many signals it was.
+void LinuxSession::TakeFromPipe() {
+    char bytes[16];
+    const ssize_t count = read(signalPipe[0], bytes, sizeof bytes);
+    const auto holds = [&](char what) { return std::find(bytes, bytes + count, what) != bytes + count; };
+    if (count <= 0) return;
+    if (holds(DisplayGone)) EndWithoutDisplay();
+    // A session manager that goes is no second request behind its own first one.
+    if (holds(EndSignal) || !ending_) RequestEnd();
+}
+
+// A second request that gets here finds the first one waiting, for a person who is not there or for whatever
+// it is: nothing more can be saved.
 void LinuxSession::RequestEnd() {
-    const std::function<void()> handler = std::exchange(endRequest_, nullptr);
-    if (handler) events_.Deliver(handler);
+    if (std::exchange(ending_, true)) {
+        events_.Deliver([] { throw ProcessEnd{NotSaved}; });
+    } else if (endRequest_) {
+        events_.Deliver(endRequest_);
+    }
+}
+
+void LinuxSession::EndWithoutDisplay() {
+    if (ending_ || !endRequest_) _exit(NotSaved);
+    events_.DisplayLost();
+    RequestEnd();
+    _exit(0);
+}
+
+void LinuxSession::End(int status) {
+    endStatus = status;
+    Session::End(status);
 }
 
 void LinuxSession::DisplayIsGone() {
-    if (theSession && theSession->endRequest_) {
-        theSession->events_.DisplayLost();
-        theSession->RequestEnd();
-        _exit(0);
+    if (endStatus >= 0) _exit(endStatus);
+    LinuxSession* session = theSession;
+    if (!session) return;
+    if (QThread::currentThread() == QCoreApplication::instance()->thread()) {
+        if (!session->ending_) session->EndWithoutDisplay();
+    } else {
+        TellPipe(DisplayGone);
+        poll(nullptr, 0, SavingMilliseconds); // the process ends meanwhile
     }
 }
 

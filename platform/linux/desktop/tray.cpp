@@ -7,20 +7,16 @@
 #include "platform/system.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QIcon>
 #include <QMenu>
 #include <QSystemTrayIcon>
-#include <cstdlib>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 
 namespace {
 
 constexpr int BalloonFlag = 16;
-constexpr int SearchMilliseconds = 2000;
+constexpr int PatienceMilliseconds = 2000;
 
 // At most `letters` of the text, line ends as the toolkit wants them.
 QString FieldText(const std::string& text, int letters) {
@@ -30,85 +26,56 @@ QString FieldText(const std::string& text, int letters) {
         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
-// Asking for the bus starts one where none is; an area on a bus that was not there cannot be.
-bool HasBusArea() {
-    if (!std::getenv("DBUS_SESSION_BUS_ADDRESS")) return false;
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    return bus.isConnected() &&
-           bus.interface()->isServiceRegistered(QStringLiteral("org.kde.StatusNotifierWatcher"));
-}
-
-// The owner of the selection by which an area of the screen is found. Asked here and not of the toolkit,
-// which asks the bus once and keeps to the first answer.
-bool HasWindowArea() {
-    const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11) return false;
-    xcb_connection_t* connection = x11->connection();
-    constexpr std::string_view Name = "_NET_SYSTEM_TRAY_S0";
-    xcb_intern_atom_reply_t* atom =
-        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, Name.size(), Name.data()), nullptr);
-    if (!atom) return false;
-    xcb_get_selection_owner_reply_t* owner =
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom), nullptr);
-    const bool has = owner && owner->owner != XCB_WINDOW_NONE;
-    std::free(owner);
-    std::free(atom);
-    return has;
-}
-
-QSystemTrayIcon::MessageIcon BalloonIcon(int number) {
-    switch (number) {
-    case 1:
-        return QSystemTrayIcon::Information;
-    case 2:
-        return QSystemTrayIcon::Warning;
-    case 3:
-        return QSystemTrayIcon::Critical;
-    default:
-        return QSystemTrayIcon::NoIcon;
-    }
-}
-
 } // namespace
 
 LinuxTray::LinuxTray(EventLoop& events, System& system)
     : events_(events)
-    , system_(system) {
-    search_.setInterval(SearchMilliseconds);
-    search_.setTimerType(Qt::VeryCoarseTimer);
-    QObject::connect(&search_, &QTimer::timeout, [this] { Search(); });
+    , system_(system)
+    , balloons_([this](const Balloons::Balloon& balloon) {
+        // An embedded icon has a balloon of the toolkit's own; an area over the bus has nothing but the
+        // service that is not there.
+        if (icon_ && !overBus_)
+            icon_->showMessage(balloon.title, balloon.text, ProgramIcon(), balloon.milliseconds);
+    }) {
+    patience_.setSingleShot(true);
+    patience_.setInterval(PatienceMilliseconds);
+    QObject::connect(&patience_, &QTimer::timeout, [this] { ComplainOfNoArea(); });
 }
 
 LinuxTray::~LinuxTray() = default;
 
+// The areas are watched until the icon is in one of them; from then on the toolkit follows that one.
 bool LinuxTray::Add(const TrayRecord& record) {
     added_ = true;
     record_ = record;
-    if (AppearWhereThereIsAnArea()) return true;
-    search_.start();
-    return false;
-}
-
-// At log-on the area may come up a little after the program: the first round passes before anything is said.
-void LinuxTray::Search() {
-    if (!AppearWhereThereIsAnArea() && !complained_) {
-        complained_ = true;
-        system_.Complain("there is no notification area; the icon appears when there is one");
+    if (!icon_ && !busArea_) {
+        patience_.start();
+        busArea_.emplace([this] { AppearWhereThereIsAnArea(); });
+        windowArea_.emplace([this] { events_.Post([this] { AppearWhereThereIsAnArea(); }); });
     }
+    AppearWhereThereIsAnArea();
+    return icon_ != nullptr;
 }
 
-bool LinuxTray::AppearWhereThereIsAnArea() {
+void LinuxTray::ComplainOfNoArea() {
+    system_.Complain("there is no notification area; the icon appears when there is one");
+}
+
+// Never before the bus has answered, for the toolkit asks it once and keeps to the first answer.
+void LinuxTray::AppearWhereThereIsAnArea() {
+    if (!added_) return;
     if (!icon_) {
-        if (!HasBusArea() && !HasWindowArea()) return false;
+        if (!busArea_->HasAnswered() || !(busArea_->HasHost() || windowArea_->IsThere())) return;
+        overBus_ = busArea_->HasHost();
+        windowArea_.reset();
+        patience_.stop();
         icon_ = std::make_unique<QSystemTrayIcon>(ProgramIcon());
         QObject::connect(icon_.get(), &QSystemTrayIcon::activated,
                          [this](QSystemTrayIcon::ActivationReason reason) { Activated(reason); });
         icon_->setContextMenu(shownMenu_.get());
     }
-    search_.stop();
     Apply();
     icon_->show();
-    return true;
 }
 
 void LinuxTray::Apply() {
@@ -117,21 +84,23 @@ void LinuxTray::Apply() {
 
 bool LinuxTray::Modify(const TrayRecord& record) {
     record_ = record;
-    if (!added_ || !icon_) return false;
-    Apply();
+    if (!added_) return false;
+    if (icon_) Apply();
     if ((record.flags & BalloonFlag) != 0 && !record.balloonText.empty()) {
-        icon_->showMessage(FieldText(record.balloonTitle, tray_field::BalloonTitle),
-                           FieldText(record.balloonText, tray_field::BalloonText),
-                           BalloonIcon(record.balloonIcon), record.balloonTimeoutMilliseconds);
+        balloons_.Show({FieldText(record.balloonTitle, tray_field::BalloonTitle),
+                        FieldText(record.balloonText, tray_field::BalloonText),
+                        record.balloonTimeoutMilliseconds});
     }
-    return true;
+    return icon_ != nullptr;
 }
 
 // Icon and menu may go inside one of their own signals, by the entry that ends the program: they are left to
 // the event loop to delete.
 void LinuxTray::Remove() {
     added_ = false;
-    search_.stop();
+    patience_.stop();
+    busArea_.reset();
+    windowArea_.reset();
     if (icon_) {
         icon_->hide();
         icon_.release()->deleteLater();
@@ -150,15 +119,16 @@ void LinuxTray::SetMenu(Menu* menu) {
     if (icon_) icon_->setContextMenu(shownMenu_.get());
 }
 
-// The area shows the icon's own menu by itself.
+// An area shows the icon's own menu by itself. One over the bus that cannot asks for it by a right click.
 void LinuxTray::Popup(Menu& menu) {
-    if (popupOpen_ || &menu == menu_) return;
+    if (popupOpen_ || (&menu == menu_ && !overBus_)) return;
     popupOpen_ = true;
     ShowMenuAtPointer(menu);
     popupOpen_ = false;
 }
 
-// Areas over D-Bus know one kind of activation alone; two of them in quick succession are a double click.
+// Areas over D-Bus know one kind of activation alone; two of them in quick succession are a double click,
+// except where the area waits for a double click itself.
 void LinuxTray::Activated(int reason) {
     switch (reason) {
     case QSystemTrayIcon::DoubleClick:
@@ -166,8 +136,10 @@ void LinuxTray::Activated(int reason) {
         Tell(tray_message::LeftDoubleClick);
         break;
     case QSystemTrayIcon::Trigger:
-        if (HasBusArea() && lastActivation_.isValid() &&
-            lastActivation_.elapsed() <= QApplication::doubleClickInterval()) {
+        if (overBus_ && busArea_ &&
+            (busArea_->ActivatesByDoubleClick() ||
+             (lastActivation_.isValid() &&
+              lastActivation_.elapsed() <= QApplication::doubleClickInterval()))) {
             lastActivation_.invalidate();
             Tell(tray_message::LeftDoubleClick);
         } else {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/linux/desktop/balloons.h"
+#include "platform/linux/desktop/tray_area.h"
 #include "platform/tray.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 #include <memory>
+#include <optional>
 
 class QMenu;
 class QSystemTrayIcon;
@@ -15,7 +18,8 @@ class EventLoop;
 class System;
 
 // The icon in whatever notification area the desktop has: the one that windows are embedded in, or the one
-// over D-Bus. Where there is none, the program runs on, and the icon comes when an area does.
+// over D-Bus. Where there is none, the program runs on, and the icon comes when an area does. Balloons go
+// their own way, by the desktop's notification service.
 class LinuxTray final : public Tray {
   public:
     LinuxTray(EventLoop& events, System& system);
@@ -30,8 +34,8 @@ class LinuxTray final : public Tray {
     void OnMessage(std::function<void(int message)> handler) override { handler_ = std::move(handler); }
 
   private:
-    void Search();
-    bool AppearWhereThereIsAnArea();
+    void AppearWhereThereIsAnArea();
+    void ComplainOfNoArea();
     void Apply();
     void Activated(int reason);
     void Tell(int message);
@@ -40,12 +44,15 @@ class LinuxTray final : public Tray {
     System& system_;
     TrayRecord record_;
     bool added_ = false;
-    bool complained_ = false;
     bool popupOpen_ = false;
     Menu* menu_ = nullptr;
     std::unique_ptr<QMenu> shownMenu_;
+    std::optional<BusTrayArea> busArea_;
+    std::optional<WindowTrayArea> windowArea_;
+    bool overBus_ = false;                  // the icon is shown there
     std::unique_ptr<QSystemTrayIcon> icon_; // exists from the first time that an area was there
-    QTimer search_;                         // for an area, while there is none
+    Balloons balloons_;
+    QTimer patience_; // with an area that comes up together with the program
     QElapsedTimer lastActivation_;
     std::function<void(int message)> handler_;
 };

@@ -2,12 +2,18 @@
 
 #include "core/text.h"
 #include "platform/linux/desktop/command.h"
+#include "platform/linux/desktop/patience.h"
+#include "platform/linux/desktop/wallpaper_copies.h"
 
 #include <QDBusConnection>
-#include <QDBusInterface>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QString>
 #include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -17,8 +23,6 @@ namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int BusTimeoutMilliseconds = 5000;
 
 // A desktop's own words for the three styles, in the order of WallpaperStyle.
 struct StyleWords {
@@ -37,39 +41,39 @@ std::string SettingText(const std::string& text) {
     return "\"" + Replace(Replace(text, "\\", "\\\\"), "\"", "\\\"") + "\"";
 }
 
-bool Gsettings(const char* schema, const char* key, const std::string& value) {
-    return RunCommand("gsettings", {"set", schema, key, SettingText(value)}).has_value();
+bool Gsettings(const char* schema, const char* key, const std::string& value, Patience& patience) {
+    return RunCommand("gsettings", {"set", schema, key, SettingText(value)}, patience).has_value();
 }
 
 constexpr StyleWords GnomeStyles{{"centered", "wallpaper", "stretched"}};
 
 // The dark key came later than the light one; where it is missing the light one is all there is.
-bool TellGnome(const Handover& handover) {
+bool TellGnome(const Handover& handover, Patience& patience) {
     const char* schema = "org.gnome.desktop.background";
     const std::string uri = FileUri(handover.file);
-    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style));
-    const bool told = Gsettings(schema, "picture-uri", uri);
-    Gsettings(schema, "picture-uri-dark", uri);
+    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style), patience);
+    const bool told = Gsettings(schema, "picture-uri", uri, patience);
+    Gsettings(schema, "picture-uri-dark", uri, patience);
     return told;
 }
 
-bool TellCinnamon(const Handover& handover) {
+bool TellCinnamon(const Handover& handover, Patience& patience) {
     const char* schema = "org.cinnamon.desktop.background";
-    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style));
-    return Gsettings(schema, "picture-uri", FileUri(handover.file));
+    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style), patience);
+    return Gsettings(schema, "picture-uri", FileUri(handover.file), patience);
 }
 
-bool TellMate(const Handover& handover) {
+bool TellMate(const Handover& handover, Patience& patience) {
     const char* schema = "org.mate.background";
-    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style));
-    return Gsettings(schema, "picture-filename", handover.file);
+    Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style), patience);
+    return Gsettings(schema, "picture-filename", handover.file, patience);
 }
 
 // Fill modes of the shell's picture plug-in: 6 pads, 3 tiles, 0 stretches.
 constexpr StyleWords PlasmaStyles{{"6", "3", "0"}};
 
 // A percent-encoded address holds no character that would need an escape in the script.
-bool TellPlasma(const Handover& handover) {
+bool TellPlasma(const Handover& handover, Patience& patience) {
     const std::string script = "for (const desktop of desktops()) {"
                                " desktop.wallpaperPlugin = 'org.kde.image';"
                                " desktop.currentConfigGroup = ['Wallpaper', 'org.kde.image', 'General'];"
@@ -82,15 +86,15 @@ bool TellPlasma(const Handover& handover) {
         QStringLiteral("org.kde.plasmashell"), QStringLiteral("/PlasmaShell"),
         QStringLiteral("org.kde.PlasmaShell"), QStringLiteral("evaluateScript"));
     call << QString::fromStdString(script);
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, BusTimeoutMilliseconds);
-    return reply.type() == QDBusMessage::ReplyMessage;
+    const QDBusPendingCallWatcher answer(QDBusConnection::sessionBus().asyncCall(call));
+    return patience.Until([&answer] { return answer.isFinished(); }) && !answer.isError();
 }
 
 constexpr StyleWords XfceStyles{{"1", "2", "3"}};
 constexpr const char* XfceChannel = "xfce4-desktop";
 
 // The properties that stand, without their last name, and one for each monitor and workspace that is to be.
-std::set<std::string> XfceBackdrops(const Handover& handover) {
+std::set<std::string> XfceBackdrops(const Handover& handover, Patience& patience) {
     std::set<std::string> backdrops;
     for (const std::string& monitor : handover.monitors) {
         for (int workspace = 0; workspace < handover.workspaces; ++workspace) {
@@ -98,7 +102,7 @@ std::set<std::string> XfceBackdrops(const Handover& handover) {
                              std::to_string(workspace));
         }
     }
-    const auto listed = RunCommand("xfconf-query", {"-c", XfceChannel, "-p", "/backdrop", "-l"});
+    const auto listed = RunCommand("xfconf-query", {"-c", XfceChannel, "-p", "/backdrop", "-l"}, patience);
     for (const std::string& line : Split(listed.value_or(""), '\n')) {
         const std::string property(Trim(line));
         constexpr std::string_view Ending = "/last-image";
@@ -107,30 +111,40 @@ std::set<std::string> XfceBackdrops(const Handover& handover) {
     return backdrops;
 }
 
-bool TellXfce(const Handover& handover) {
+bool TellXfce(const Handover& handover, Patience& patience) {
     bool told = false;
-    for (const std::string& backdrop : XfceBackdrops(handover)) {
-        RunCommand("xfconf-query", {"-c", XfceChannel, "-p", backdrop + "/image-style", "-n", "-t", "int",
-                                    "-s", XfceStyles.Of(handover.style)});
-        told |= RunCommand("xfconf-query", {"-c", XfceChannel, "-p", backdrop + "/last-image", "-n", "-t",
-                                            "string", "-s", handover.file})
-                    .has_value();
+    const auto set = [&patience](const std::string& property, const char* type, const std::string& value) {
+        return RunCommand("xfconf-query", {"-c", XfceChannel, "-p", property, "-n", "-t", type, "-s", value},
+                          patience)
+            .has_value();
+    };
+    for (const std::string& backdrop : XfceBackdrops(handover, patience)) {
+        set(backdrop + "/image-style", "int", XfceStyles.Of(handover.style));
+        told |= set(backdrop + "/last-image", "string", handover.file);
     }
     return told;
 }
 
 constexpr StyleWords PcmanfmStyles{{"center", "tile", "stretch"}};
 
-bool TellLxqt(const Handover& handover) {
-    return RunCommand("pcmanfm-qt", {"--set-wallpaper", handover.file, "--wallpaper-mode",
-                                     PcmanfmStyles.Of(handover.style)})
+bool TellLxqt(const Handover& handover, Patience& patience) {
+    return RunCommand(
+               "pcmanfm-qt",
+               {"--set-wallpaper", handover.file, "--wallpaper-mode", PcmanfmStyles.Of(handover.style)},
+               patience)
         .has_value();
 }
 
-bool TellLxde(const Handover& handover) {
-    return RunCommand("pcmanfm", {"--set-wallpaper", handover.file,
-                                  std::string("--wallpaper-mode=") + PcmanfmStyles.Of(handover.style)})
+bool TellLxde(const Handover& handover, Patience& patience) {
+    return RunCommand("pcmanfm",
+                      {"--set-wallpaper", handover.file,
+                       std::string("--wallpaper-mode=") + PcmanfmStyles.Of(handover.style)},
+                      patience)
         .has_value();
+}
+
+std::string PainterRecord(const Handover& handover) {
+    return handover.stateFolder + "/swaybg";
 }
 
 // The swaybg of an earlier change, or of an earlier run of the program: the only one that is ours to end.
@@ -141,8 +155,8 @@ StartedProgram ReadStarted(const std::string& path) {
 }
 
 // The new one is started first, so that the desktop is never bare.
-bool TellSway(const Handover& handover) {
-    const std::string record = handover.stateFolder + "/swaybg";
+bool TellCompositor(const Handover& handover, Patience&) {
+    const std::string record = PainterRecord(handover);
     const StartedProgram earlier = ReadStarted(record);
     const auto started =
         StartProgram("swaybg", {"-i", handover.file, "-m", PcmanfmStyles.Of(handover.style)});
@@ -152,51 +166,54 @@ bool TellSway(const Handover& handover) {
     return true;
 }
 
-bool TellPlainX(const Handover& handover) {
+// One word of a command. sway expands a path as a shell does, so whatever means something to a shell is
+// escaped.
+std::string SwayWord(const std::string& path) {
+    std::string word = "\"";
+    for (const char letter : path) {
+        const auto byte = static_cast<unsigned char>(letter);
+        const bool plain = byte >= 0x80 || std::isalnum(byte) || std::strchr("/._-+,:=@%", letter);
+        if (!plain) word += '\\';
+        word += letter;
+    }
+    return word + "\"";
+}
+
+// sway has a painter of its own where its settings name a background, and of two painters the older one lies
+// on top: sway itself is told, and one of ours from an earlier run goes.
+bool TellSway(const Handover& handover, Patience& patience) {
+    const bool told =
+        std::getenv("SWAYSOCK") &&
+        RunCommand("swaymsg",
+                   {"output", "*", "bg", SwayWord(handover.file), PcmanfmStyles.Of(handover.style)}, patience)
+            .has_value();
+    if (!told) return TellCompositor(handover, patience);
+    const std::string record = PainterRecord(handover);
+    ReadStarted(record).Terminate();
+    std::error_code ignored;
+    fs::remove(record, ignored);
+    return true;
+}
+
+bool TellPlainX(const Handover& handover, Patience&) {
     return handover.paintRoot && handover.paintRoot(handover.file, handover.style);
 }
 
-// Xfce and swaybg take the file under its own name: the first watches it, the second is started anew.
 const std::vector<DesktopRow>& Table() {
     static const std::vector<DesktopRow> table{
         {{"gnome", "gnome-classic", "gnome-flashback", "unity", "unity7", "budgie", "pop", "ubuntu"},
-         true,
          TellGnome},
-        {{"x-cinnamon", "cinnamon"}, true, TellCinnamon},
-        {{"mate"}, true, TellMate},
-        {{"kde", "plasma"}, true, TellPlasma},
-        {{"xfce"}, false, TellXfce},
-        {{"lxqt"}, true, TellLxqt},
-        {{"lxde"}, true, TellLxde},
-        {{"sway", "wlroots", "hyprland", "river", "wayfire", "labwc", "dwl", "niri"}, false, TellSway},
-        {{}, false, TellPlainX},
+        {{"x-cinnamon", "cinnamon"}, TellCinnamon},
+        {{"mate"}, TellMate},
+        {{"kde", "plasma"}, TellPlasma},
+        {{"xfce"}, TellXfce},
+        {{"lxqt"}, TellLxqt},
+        {{"lxde"}, TellLxde},
+        {{"sway"}, TellSway},
+        {{"wlroots", "hyprland", "river", "wayfire", "labwc", "dwl", "niri"}, TellCompositor},
+        {{}, TellPlainX, false},
     };
     return table;
-}
-
-// One of two names in the state folder, the other one at each call; a note beside them says which was last.
-std::string NextName(const std::string& stateFolder) {
-    const std::string note = stateFolder + "/wallpaper-last";
-    std::string last;
-    std::ifstream(note) >> last;
-    const char* next = last == "wallpaper-1.bmp" ? "wallpaper-2.bmp" : "wallpaper-1.bmp";
-    std::ofstream(note, std::ios::trunc) << next << '\n';
-    return stateFolder + "/" + next;
-}
-
-// A second name of the same bytes where the file system allows it, since the wallpaper's own file is always
-// replaced and never written into; a copy otherwise.
-bool PlaceUnder(const std::string& file, const std::string& name) {
-    std::error_code error;
-    const std::string beside = name + ".new";
-    fs::remove(beside, error);
-    fs::create_hard_link(file, beside, error);
-    if (error) {
-        error.clear();
-        fs::copy_file(file, beside, fs::copy_options::overwrite_existing, error);
-    }
-    if (!error) fs::rename(beside, name, error);
-    return !error;
 }
 
 } // namespace
@@ -216,15 +233,15 @@ const DesktopRow& FindDesktopRow(std::string_view currentDesktop) {
     return Table().back();
 }
 
-bool HandOver(const DesktopRow& row, const Handover& handover) {
-    std::error_code ignored;
-    fs::create_directories(handover.stateFolder, ignored);
-    Handover renamed = handover;
-    if (row.missesChange) {
-        const std::string name = NextName(handover.stateFolder);
-        renamed.file = PlaceUnder(handover.file, name) ? name : handover.file;
-    }
-    return row.tell(renamed);
+bool HandOver(const DesktopRow& row, const Handover& handover, Files& files, Patience& patience) {
+    if (!row.paintsItself) return row.tell(handover, patience);
+    WallpaperCopies copies(files, handover.stateFolder);
+    Handover given = handover;
+    given.file = copies.Make(handover.file,
+                             handover.style == WallpaperStyle::Stretched ? handover.screen : PixelSize{});
+    const bool taken = row.tell(given, patience);
+    copies.Settle(given.file, taken);
+    return taken;
 }
 
 } // namespace quorvane

@@ -9,6 +9,9 @@
 
 namespace quorvane {
 
+class Files;
+class Patience;
+
 // The style that the logic publishes: its words are "0", "1" and "2".
 enum class WallpaperStyle { Centred, Tiled, Stretched };
 
@@ -18,6 +21,7 @@ WallpaperStyle ToWallpaperStyle(std::string_view published);
 struct Handover {
     std::string file; // absolute
     WallpaperStyle style = WallpaperStyle::Centred;
+    PixelSize screen;                  // for which the file was made
     std::string stateFolder;           // "quorvane" under $XDG_STATE_HOME
     std::vector<std::string> monitors; // names of the outputs: "HDMI-1"
     int workspaces = 1;
@@ -25,20 +29,21 @@ struct Handover {
     std::function<bool(const std::string& file, WallpaperStyle style)> paintRoot;
 };
 
-// One desktop: by which names it announces itself, whether it fails to notice a file that changes under the
-// same name, and how it is told of a new one.
+// One desktop: by which names it announces itself, and how it is told of a new wallpaper.
 struct DesktopRow {
     std::vector<std::string_view> names;
-    bool missesChange = false;
-    bool (*tell)(const Handover& handover) = nullptr;
+    bool (*tell)(const Handover& handover, Patience& patience) = nullptr;
+    // Paints what it is given by itself, now and whenever it likes. Plain X alone does not: it shows a
+    // picture of ours.
+    bool paintsItself = true;
 };
 
 // The row for a value of XDG_CURRENT_DESKTOP, names parted by ":" with the closest one first. Names are
 // compared without regard to case. The row of plain X where none fits.
 const DesktopRow& FindDesktopRow(std::string_view currentDesktop);
 
-// Makes the file the wallpaper of the desktop. Where the row says so, the desktop gets the file under one of
-// two names in the state folder, never the name it knows already.
-bool HandOver(const DesktopRow& row, const Handover& handover);
+// Makes the file the wallpaper of the desktop. One that paints itself gets a copy from the state folder,
+// under a new name each time, and without the border that a screen would have to shrink.
+bool HandOver(const DesktopRow& row, const Handover& handover, Files& files, Patience& patience);
 
 } // namespace quorvane

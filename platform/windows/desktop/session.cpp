@@ -14,6 +14,7 @@ namespace {
 constexpr StoreKey RunKey{{}, Hive::CurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
 constexpr std::string_view RunValue = "Quorvane II";
 constexpr DWORD PatienceMilliseconds = 10'000;
+constexpr int NotSaved = 1; // exit status
 
 // The window that a console's requests go to. They come on a thread of the system's own, which knows nothing
 // but this.
@@ -77,8 +78,13 @@ void WindowsSession::OnEndRequest(std::function<void()> handler) {
     SetConsoleCtrlHandler(OnConsoleRequest, TRUE);
 }
 
+// A second request that gets here finds the first one waiting for somebody: nothing more can be saved.
 void WindowsSession::RequestEnd() {
-    if (const auto handler = std::exchange(onEndRequest_, nullptr)) events_.Deliver(handler);
+    if (std::exchange(ending_, true)) {
+        events_.Deliver([] { throw ProcessEnd{NotSaved}; });
+    } else if (onEndRequest_) {
+        events_.Deliver(onEndRequest_);
+    }
 }
 
 } // namespace quorvane

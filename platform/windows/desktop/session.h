@@ -24,6 +24,7 @@ class WindowsSession final : public Session {
     WindowsEventLoop& events_;
     Store& store_;
     std::function<void()> onEndRequest_;
+    bool ending_ = false; // the first request has been taken up
 };
 
 } // namespace quorvane

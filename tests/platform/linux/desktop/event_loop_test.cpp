@@ -105,6 +105,17 @@ TEST_F(QtEventLoopTest, ASignalIsOneEndRequest) {
     EXPECT_EQ(requests, 1);
 }
 
+TEST_F(QtEventLoopTest, ASecondSignalEndsWhatTheFirstOneWaitsFor) {
+    LinuxSession session(loop_, 0, nullptr);
+    session.OnEndRequest([&] {
+        loop_.Post([] { raise(SIGHUP); });
+        loop_.RunWhile([] { return true; }); // a question that nobody answers
+        session.End(0);
+    });
+    raise(SIGTERM);
+    EXPECT_EQ(loop_.Run(), 1);
+}
+
 TEST_F(QtEventLoopTest, WithoutADisplayNothingWaits) {
     int ticks = 0;
     loop_.StartTimer("tick", 1, [&] { ++ticks; });

@@ -1,7 +1,7 @@
 #include "platform/linux/desktop/root_pixmap.h"
 
 #include "platform/linux/desktop/bitmap_rows.h"
-#include "platform/linux/desktop/monitors.h"
+#include "platform/linux/desktop/outputs.h"
 #include "tests/support/virtual_screen.h"
 
 #include <cstdint>
@@ -114,12 +114,13 @@ TEST_F(RootPixmapTest, EveryMonitorShowsTheWholePicture) {
     EXPECT_NE(looker.Pixel(looker.Root(), 300, 190), qRgb(0, 0, 0));
 }
 
-TEST_F(RootPixmapTest, AMonitorsTrueSizeCounts) {
-    const std::vector<PixelRect> monitors = ServerMonitors();
-    EXPECT_EQ(monitors, oneMonitor_);
-    EXPECT_EQ(TrueMonitor({0, 0, 321, 239}, monitors), oneMonitor_[0]) << "911 by 1.5 is not 1366";
-    const PixelRect other{320, 0, 321, 240};
-    EXPECT_EQ(TrueMonitor(other, monitors), other);
+TEST_F(RootPixmapTest, TheOutputsAreTheServersInItsOwnPixels) {
+    const std::vector<Output> outputs = FindX11Outputs();
+    ASSERT_EQ(outputs.size(), 1U);
+    EXPECT_EQ(outputs[0].size, (PixelSize{320, 240}));
+    EXPECT_FALSE(outputs[0].name.empty());
+    setenv("DISPLAY", ":65000", 1);
+    EXPECT_TRUE(FindX11Outputs().empty());
 }
 
 TEST_F(RootPixmapTest, RefusesWhatIsNoPictureAndAScreenThatIsNotThere) {

@@ -1,12 +1,21 @@
 #include "platform/linux/desktop/wallpaper_table.h"
+
+#include "core/run_time_error.h"
+#include "platform/files.h"
+#include "platform/headless.h"
+#include "platform/linux/desktop/event_loop.h"
+#include "platform/linux/desktop/patience.h"
 #include "tests/support/process.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QImage>
 #include <QThread>
 #include <gtest/gtest.h>
+#include <regex>
+#include <set>
 
 namespace quorvane {
 namespace {
@@ -40,7 +49,7 @@ class WallpaperTableTest : public ::testing::Test {
         std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     }
     std::filesystem::path Calls() const { return folder_.Path() / "calls"; }
-    // What has been called since the last asking, with the test's folder named "@".
+    // What has been called since the last asking, with the test's folder named "@" and a copy's name "NEW".
     std::string Called() {
         std::string text = ReadWhole(Calls());
         std::filesystem::remove(Calls());
@@ -48,38 +57,85 @@ class WallpaperTableTest : public ::testing::Test {
         for (std::size_t at = 0; (at = text.find(folder)) != std::string::npos;) {
             text.replace(at, folder.size(), "@");
         }
-        return text;
+        return std::regex_replace(text, std::regex("wallpaper-[0-9]+\\.bmp"), "NEW");
     }
-    bool Tell(const std::string& desktop, WallpaperStyle style) {
+    bool Tell(const std::string& desktop, WallpaperStyle style, int milliseconds = 20'000) {
         handover_.style = style;
-        return HandOver(FindDesktopRow(desktop), handover_);
+        Patience patience(loop_, milliseconds);
+        return HandOver(FindDesktopRow(desktop), handover_, *files_, patience);
+    }
+    // The copies in the state folder, the oldest first.
+    std::vector<std::string> Copies() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(handover_.stateFolder)) {
+            if (entry.path().extension() == ".bmp") names.insert(entry.path().string());
+        }
+        return {names.begin(), names.end()};
     }
 
+    int argumentCount_ = 0;
+    QCoreApplication application_{argumentCount_, nullptr};
+    QtEventLoop loop_;
+    std::unique_ptr<Files> files_ = CreateFiles();
     test::TemporaryFolder folder_;
     std::filesystem::path bin_;
     std::string path_;
     Handover handover_;
 };
 
-TEST_F(WallpaperTableTest, GnomeGetsBothKeysAndAnotherNameEachTime) {
+TEST_F(WallpaperTableTest, GnomeGetsBothKeysAndANameThatWasNeverUsed) {
     Fake("gsettings");
     EXPECT_TRUE(Tell("ubuntu:GNOME", WallpaperStyle::Stretched));
-    EXPECT_EQ(Called(),
-              "gsettings set org.gnome.desktop.background picture-options stretched\n"
-              "gsettings set org.gnome.desktop.background picture-uri file://@/state/wallpaper-1.bmp\n"
-              "gsettings set org.gnome.desktop.background picture-uri-dark file://@/state/wallpaper-1.bmp\n");
-    WriteWallpaper("second");
-    EXPECT_TRUE(Tell("GNOME", WallpaperStyle::Tiled));
-    EXPECT_EQ(Called(),
-              "gsettings set org.gnome.desktop.background picture-options wallpaper\n"
-              "gsettings set org.gnome.desktop.background picture-uri file://@/state/wallpaper-2.bmp\n"
-              "gsettings set org.gnome.desktop.background picture-uri-dark file://@/state/wallpaper-2.bmp\n");
-    EXPECT_EQ(ReadWhole(handover_.stateFolder + "/wallpaper-1.bmp"), "first");
-    EXPECT_EQ(ReadWhole(handover_.stateFolder + "/wallpaper-2.bmp"), "second");
-    WriteWallpaper("third");
-    EXPECT_TRUE(Tell("Budgie:GNOME", WallpaperStyle::Centred));
-    EXPECT_EQ(ReadWhole(handover_.stateFolder + "/wallpaper-1.bmp"), "third");
-    EXPECT_EQ(ReadWhole(handover_.file), "third");
+    EXPECT_EQ(Called(), "gsettings set org.gnome.desktop.background picture-options stretched\n"
+                        "gsettings set org.gnome.desktop.background picture-uri file://@/state/NEW\n"
+                        "gsettings set org.gnome.desktop.background picture-uri-dark file://@/state/NEW\n");
+    EXPECT_EQ(ReadWhole(Copies().at(0)), "first");
+    std::set<std::string> names;
+    for (const char* content : {"second", "third", "fourth"}) {
+        const std::string before = Copies().back();
+        WriteWallpaper(content);
+        EXPECT_TRUE(Tell("Budgie:GNOME", WallpaperStyle::Tiled));
+        ASSERT_EQ(Copies().size(), 2U) << "older ones go";
+        EXPECT_EQ(Copies()[0], before) << "the desktop may still be reading it";
+        EXPECT_EQ(ReadWhole(Copies()[1]), content);
+        EXPECT_TRUE(names.insert(Copies()[1]).second);
+    }
+    EXPECT_EQ(ReadWhole(handover_.file), "fourth");
+}
+
+TEST_F(WallpaperTableTest, ACopyThatWasRefusedReplacesNoneThatWasTaken) {
+    Fake("gsettings");
+    EXPECT_TRUE(Tell("GNOME", WallpaperStyle::Centred));
+    const std::string taken = Copies().at(0);
+    Fake("gsettings", "exit 1");
+    for (int change = 0; change < 3; ++change) {
+        EXPECT_FALSE(Tell("GNOME", WallpaperStyle::Centred));
+        EXPECT_EQ(Copies().size(), 2U);
+        EXPECT_EQ(Copies()[0], taken);
+    }
+}
+
+// Pixel for pixel where the desktop would shrink it by a hair, and whole for every other style and size.
+TEST_F(WallpaperTableTest, TheBorderOfAComposedWallpaperIsCutFromTheCopy) {
+    Fake("pcmanfm-qt");
+    QImage picture(67, 54, QImage::Format_RGB888);
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            picture.setPixel(x, y, qRgb(x * 3, y * 4, x + y));
+    }
+    ASSERT_TRUE(picture.save(QString::fromStdString(handover_.file)));
+    const auto copied = [&](WallpaperStyle style, PixelSize screen) {
+        handover_.screen = screen;
+        EXPECT_TRUE(Tell("LXQt", style));
+        return QImage(QString::fromStdString(Copies().back())).convertToFormat(QImage::Format_RGB888);
+    };
+    EXPECT_EQ(copied(WallpaperStyle::Stretched, {63, 50}), picture.copy(2, 2, 63, 50));
+    EXPECT_EQ(copied(WallpaperStyle::Stretched, {67, 53}), picture.copy(0, 0, 67, 53));
+    EXPECT_EQ(copied(WallpaperStyle::Stretched, {62, 50}), picture) << "five pixels are no border";
+    EXPECT_EQ(copied(WallpaperStyle::Stretched, {68, 54}), picture) << "smaller than the screen";
+    EXPECT_EQ(copied(WallpaperStyle::Centred, {63, 50}), picture);
+    EXPECT_EQ(copied(WallpaperStyle::Stretched, {}), picture);
+    EXPECT_EQ(QImage(QString::fromStdString(handover_.file)).size(), picture.size()) << "the file stays";
 }
 
 TEST_F(WallpaperTableTest, OldGnomeWithoutADarkKeyIsTold) {
@@ -94,13 +150,12 @@ TEST_F(WallpaperTableTest, CinnamonAndMateHaveSettingsOfTheirOwn) {
     EXPECT_TRUE(Tell("X-Cinnamon", WallpaperStyle::Centred));
     EXPECT_TRUE(Tell("X-Cinnamon", WallpaperStyle::Stretched));
     EXPECT_TRUE(Tell("MATE", WallpaperStyle::Stretched));
-    EXPECT_EQ(Called(),
-              "gsettings set org.cinnamon.desktop.background picture-options centered\n"
-              "gsettings set org.cinnamon.desktop.background picture-uri file://@/state/wallpaper-1.bmp\n"
-              "gsettings set org.cinnamon.desktop.background picture-options stretched\n"
-              "gsettings set org.cinnamon.desktop.background picture-uri file://@/state/wallpaper-2.bmp\n"
-              "gsettings set org.mate.background picture-options stretched\n"
-              "gsettings set org.mate.background picture-filename @/state/wallpaper-1.bmp\n");
+    EXPECT_EQ(Called(), "gsettings set org.cinnamon.desktop.background picture-options centered\n"
+                        "gsettings set org.cinnamon.desktop.background picture-uri file://@/state/NEW\n"
+                        "gsettings set org.cinnamon.desktop.background picture-options stretched\n"
+                        "gsettings set org.cinnamon.desktop.background picture-uri file://@/state/NEW\n"
+                        "gsettings set org.mate.background picture-options stretched\n"
+                        "gsettings set org.mate.background picture-filename @/state/NEW\n");
 }
 
 TEST_F(WallpaperTableTest, XfceGetsEachMonitorAndWorkspaceThatStandsOrIsToBe) {
@@ -118,7 +173,7 @@ TEST_F(WallpaperTableTest, XfceGetsEachMonitorAndWorkspaceThatStandsOrIsToBe) {
             const std::string property = std::string(" -p /backdrop/screen0/monitor") + place;
             expected += "xfconf-query -c xfce4-desktop" + property + "/image-style -n -t int -s 2\n";
             expected +=
-                "xfconf-query -c xfce4-desktop" + property + "/last-image -n -t string -s @/Wallpaper.bmp\n";
+                "xfconf-query -c xfce4-desktop" + property + "/last-image -n -t string -s @/state/NEW\n";
         }
         EXPECT_EQ(Called(), expected);
     }
@@ -128,27 +183,72 @@ TEST_F(WallpaperTableTest, LxqtGetsAnotherNameEachTime) {
     Fake("pcmanfm-qt");
     EXPECT_TRUE(Tell("LXQt", WallpaperStyle::Stretched));
     EXPECT_TRUE(Tell("LXQt", WallpaperStyle::Centred));
-    EXPECT_EQ(Called(), "pcmanfm-qt --set-wallpaper @/state/wallpaper-1.bmp --wallpaper-mode stretch\n"
-                        "pcmanfm-qt --set-wallpaper @/state/wallpaper-2.bmp --wallpaper-mode center\n");
+    EXPECT_EQ(Called(), "pcmanfm-qt --set-wallpaper @/state/NEW --wallpaper-mode stretch\n"
+                        "pcmanfm-qt --set-wallpaper @/state/NEW --wallpaper-mode center\n");
 }
 
-TEST_F(WallpaperTableTest, SwayEndsItsOwnPainterAndNoOther) {
-    Fake("swaybg", "echo $$ >> " + (folder_.Path() / "pids").string() + "\nexec sleep 60");
-    test::Process foreign({(bin_ / "swaybg").string()});
-    const auto pids = [this] {
+class PainterTest : public WallpaperTableTest {
+  protected:
+    void SetUp() override {
+        WallpaperTableTest::SetUp();
+        Fake("swaybg", "echo $$ >> " + (folder_.Path() / "pids").string() + "\nexec sleep 60");
+    }
+    void TearDown() override {
+        for (const int pid : Pids())
+            kill(pid, SIGTERM);
+        unsetenv("SWAYSOCK");
+        WallpaperTableTest::TearDown();
+    }
+    std::vector<int> Pids() const {
         std::ifstream file(folder_.Path() / "pids");
         return std::vector<int>{std::istream_iterator<int>(file), {}};
-    };
-    ASSERT_TRUE(test::WaitFor([&] { return pids().size() == 1; }));
-    EXPECT_TRUE(Tell("sway", WallpaperStyle::Stretched));
-    ASSERT_TRUE(test::WaitFor([&] { return pids().size() == 2; }));
-    EXPECT_TRUE(Tell("sway:wlroots", WallpaperStyle::Tiled));
-    ASSERT_TRUE(test::WaitFor([&] { return pids().size() == 3; }));
-    EXPECT_EQ(Called(), "swaybg \nswaybg -i @/Wallpaper.bmp -m stretch\nswaybg -i @/Wallpaper.bmp -m tile\n");
-    EXPECT_TRUE(test::WaitFor([&] { return kill(pids()[1], 0) != 0; })) << "ours of the first change";
-    EXPECT_EQ(kill(pids()[2], 0), 0);
+    }
+    bool WaitForPainters(std::size_t count) const {
+        return test::WaitFor([&] { return Pids().size() == count; });
+    }
+};
+
+TEST_F(PainterTest, OurOwnEarlierOneIsEndedAndNoOther) {
+    test::Process foreign({(bin_ / "swaybg").string()});
+    ASSERT_TRUE(WaitForPainters(1));
+    EXPECT_TRUE(Tell("Hyprland", WallpaperStyle::Stretched));
+    ASSERT_TRUE(WaitForPainters(2));
+    EXPECT_TRUE(Tell("river:wlroots", WallpaperStyle::Tiled));
+    ASSERT_TRUE(WaitForPainters(3));
+    EXPECT_EQ(Called(), "swaybg \nswaybg -i @/state/NEW -m stretch\nswaybg -i @/state/NEW -m tile\n");
+    EXPECT_TRUE(test::WaitFor([&] { return kill(Pids()[1], 0) != 0; })) << "ours of the first change";
+    EXPECT_EQ(kill(Pids()[2], 0), 0);
     EXPECT_FALSE(foreign.ExitStatus());
-    kill(pids()[2], SIGTERM);
+}
+
+TEST_F(PainterTest, SwayIsToldItselfAndAPainterOfOursGoes) {
+    EXPECT_TRUE(Tell("sway", WallpaperStyle::Stretched)) << "no socket: by a painter";
+    ASSERT_TRUE(WaitForPainters(1));
+    Called();
+    Fake("swaymsg");
+    setenv("SWAYSOCK", "/run/sway", 1);
+    handover_.stateFolder = (folder_.Path() / "my $tate").string();
+    std::filesystem::rename(folder_.Path() / "state", handover_.stateFolder);
+    EXPECT_TRUE(Tell("sway", WallpaperStyle::Centred));
+    EXPECT_EQ(Called(), "swaymsg output * bg \"@/my\\ \\$tate/NEW\" center\n");
+    EXPECT_TRUE(test::WaitFor([&] { return kill(Pids()[0], 0) != 0; }));
+    Fake("swaymsg", "exit 2");
+    EXPECT_TRUE(Tell("sway", WallpaperStyle::Centred)) << "refused: by a painter again";
+    EXPECT_TRUE(WaitForPainters(2));
+}
+
+// All that a desktop is asked at one change shares one limit, and events run until it is reached.
+TEST_F(WallpaperTableTest, ADesktopThatHangsHoldsNothingUp) {
+    Fake("gsettings", "exec sleep 60");
+    int ticks = 0;
+    const TimerId timer = loop_.StartTimer("tick", 10, [&] { ++ticks; });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(Tell("GNOME", WallpaperStyle::Stretched, 500));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_GT(ticks, 3);
+    loop_.StopTimer(timer);
+    loop_.Post([] { throw ProcessEnd{0}; });
+    EXPECT_THROW(Tell("GNOME", WallpaperStyle::Stretched, 60'000), ProcessEnd);
 }
 
 TEST_F(WallpaperTableTest, PlainXIsForWhoeverHasNoRow) {
@@ -204,8 +304,6 @@ class PlasmaTest : public WallpaperTableTest {
         address_ = QString::fromStdString(text);
     }
 
-    int argumentCount_ = 0;
-    QCoreApplication application_{argumentCount_, nullptr};
     QString address_;
     std::unique_ptr<test::Process> bus_;
 };
@@ -225,11 +323,11 @@ TEST_F(PlasmaTest, GetsAScriptForAllItsDesktops) {
     thread.wait();
     QDBusConnection::disconnectFromBus(QStringLiteral("plasma"));
     ASSERT_EQ(plasma.scripts.size(), 2U);
-    const std::string state = "'Image', 'file://" + handover_.stateFolder;
+    const std::string state = "'Image', 'file://" + handover_.stateFolder + "/wallpaper-";
     EXPECT_NE(plasma.scripts[0].find("'FillMode', 0)"), std::string::npos) << plasma.scripts[0];
-    EXPECT_NE(plasma.scripts[0].find(state + "/wallpaper-2.bmp')"), std::string::npos) << plasma.scripts[0];
+    EXPECT_NE(plasma.scripts[0].find(state), std::string::npos) << plasma.scripts[0];
     EXPECT_NE(plasma.scripts[1].find("'FillMode', 3)"), std::string::npos) << plasma.scripts[1];
-    EXPECT_NE(plasma.scripts[1].find(state + "/wallpaper-1.bmp')"), std::string::npos) << plasma.scripts[1];
+    EXPECT_NE(plasma.scripts[1], plasma.scripts[0]);
 }
 
 TEST(WallpaperStyleTest, ReadsThePublishedWords) {
