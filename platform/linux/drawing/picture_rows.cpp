@@ -10,6 +10,7 @@ namespace quorvane {
 namespace {
 
 constexpr std::size_t BandBytes = std::size_t{12} << 20;
+constexpr int MostSweeps = 8; // a file of few bytes can stand for a picture that would take hours
 
 Resampler MakeResampler(PixelSize size, RowPainter& painter) {
     return {size, painter.StoredSize(), painter.StoredPart(),
@@ -29,7 +30,7 @@ bool PaintRows(PixelSize size, RowPainter& painter, const RowReader& read) {
 
 bool PaintBands(PixelSize size, RowPainter& painter, const BandReader& sweep) {
     const std::size_t rowBytes = static_cast<std::size_t>(size.width) * 4;
-    const int most = std::max(static_cast<int>(BandBytes / rowBytes), 1);
+    const int most = std::max(static_cast<int>(BandBytes / rowBytes), size.height / MostSweeps + 1);
     std::vector<std::uint8_t> band;
     int from = 0, end = 0;
     return PaintRows(size, painter, [&](int y, std::uint8_t* pixels) {
