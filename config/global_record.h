@@ -16,7 +16,6 @@ struct GlobalRecord : Settings {
     // The process
     bool Main_Exec = false; // the start-up is under way
     bool RunOnWin9x = false;
-    bool LocaleLoaded = false; // translated captions are there to be used
 
     SystemProfile Current_System_Profile; // the one in use
 

@@ -60,7 +60,7 @@ void Application::RunStages() {
     if (requests.version) ShowBoxAndEnd(VersionText());
     if (requests.help) ShowBoxAndEnd(HelpText());
     ReadLanguage();
-    // The locale file of that language is read here, before the first window.
+    ReadLocale();
 
     splash_.Show();
     splash_.BringToFront();
@@ -111,6 +111,13 @@ void Application::Bar(int value) {
 void Application::ReadLanguage() {
     record_.CurrentLanguage = "EN";
     ReadSettingOf(record_, &record_.CurrentLanguage, platform_.store);
+}
+
+// The person who is left without words may end the program, which has nothing to clean up yet.
+void Application::ReadLocale() {
+    localeFiles_ = ScanLocaleFiles(platform_.files, platform_.system);
+    StartLocale(localeFiles_, record_.CurrentLanguage, platform_.files, platform_.system, platform_.prompts,
+                locale_, [this] { platform_.session.End(0); });
 }
 
 void Application::FindSystemDirectory() {

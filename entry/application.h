@@ -5,6 +5,7 @@
 #include "core/locale_strings.h"
 #include "core/program.h"
 #include "engine/frm_engine.h"
+#include "locale/locale_files.h"
 #include "platform/forms/form.h"
 #include "platform/platform.h"
 #include "shell/frm_notify_icon.h"
@@ -13,6 +14,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quorvane {
 
@@ -48,6 +50,7 @@ class Application final : public Program {
     void Bar(int value);
     void FindSystemDirectory();
     void ReadLanguage();
+    void ReadLocale();
     void AskToEnd();
     SettingsContext Context();
 
@@ -55,6 +58,7 @@ class Application final : public Program {
     std::string storeNote_;
     GlobalRecord record_;
     LocaleStrings locale_;
+    std::vector<LocaleFile> localeFiles_;
     Forms forms_;
     frmSplash splash_;
     frmNotifyIcon notifyIcon_;

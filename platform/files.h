@@ -71,6 +71,9 @@ class Files {
     // the user's data folder on Linux. Without a separator at the end.
     virtual std::string ProgramDirectory() = 0;
     virtual std::string WritableDirectory() = 0;
+    // Where the files lie that an installation brings along: the program's folder on Windows, the folder of
+    // shared data beside it on Linux. Without a separator at the end.
+    virtual std::string SharedDirectory() = 0;
 };
 
 } // namespace quorvane

@@ -43,6 +43,8 @@ class System {
     virtual std::string SystemWindowsDirectory() = 0;
     // In the person's language.
     virtual DateNames ShortDateNames() = 0;
+    // Text in the system's single-byte code page as UTF-8. What stands for nothing there becomes U+FFFD.
+    virtual std::string CodePageText(std::string_view bytes) = 0;
     // Asks for a right of the process by its name; false where it is not granted.
     virtual bool EnablePrivilege(std::string_view name) = 0;
 

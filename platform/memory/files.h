@@ -29,9 +29,11 @@ class MemoryFiles final : public Files {
     bool Delete(const std::string& path) override;
     std::string ProgramDirectory() override { return programDirectory; }
     std::string WritableDirectory() override { return writableDirectory; }
+    std::string SharedDirectory() override { return sharedDirectory; }
 
     std::string programDirectory;
     std::string writableDirectory;
+    std::string sharedDirectory;
     std::set<std::string> unreadable; // folders and files, by path without a separator at the end
     std::set<std::string> readOnly;   // folders in which nothing can be made, replaced or deleted
     std::size_t freeBytes = std::numeric_limits<std::size_t>::max();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/utf8.h"
 #include "platform/memory/call_log.h"
 #include "platform/system.h"
 
@@ -21,6 +22,12 @@ class MemorySystem : public System {
     std::string WindowsDirectory() override { return windowsDirectory; }
     std::string SystemWindowsDirectory() override { return systemWindowsDirectory; }
     DateNames ShortDateNames() override { return dateNames; }
+    std::string CodePageText(std::string_view bytes) override {
+        std::string text; // as in Latin 1
+        for (const char byte : bytes)
+            AppendLetter(text, static_cast<unsigned char>(byte));
+        return text;
+    }
     bool EnablePrivilege(std::string_view name) override {
         calls_.Add("system.EnablePrivilege " + std::string(name));
         return !refusedPrivileges.contains(std::string(name));

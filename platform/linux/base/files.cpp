@@ -302,6 +302,11 @@ std::string LinuxFiles::WritableDirectory() {
     return (data && *data == '/' ? std::string(data) : HomeDirectory() + "/.local/share") + "/quorvane";
 }
 
+std::string LinuxFiles::SharedDirectory() {
+    const std::string program = ProgramDirectory();
+    return program.substr(0, program.rfind('/')) + "/share/quorvane";
+}
+
 std::unique_ptr<Files> CreateFiles() {
     return std::make_unique<LinuxFiles>();
 }

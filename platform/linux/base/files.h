@@ -19,6 +19,8 @@ class LinuxFiles final : public Files {
     std::string ProgramDirectory() override;
     // "quorvane" under $XDG_DATA_HOME, which is ~/.local/share where nothing else is set.
     std::string WritableDirectory() override;
+    // "share/quorvane" under the prefix in whose "bin" the program lies.
+    std::string SharedDirectory() override;
 };
 
 } // namespace quorvane

@@ -1,6 +1,7 @@
 #include "platform/linux/base/system.h"
 
 #include "core/text.h"
+#include "core/utf8.h"
 #include "platform/headless.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <fontconfig/fontconfig.h>
 #include <fstream>
+#include <iconv.h>
 #include <iterator>
 #include <langinfo.h>
 #include <locale.h>
@@ -98,6 +100,29 @@ std::string LinuxSystem::ComputerName() {
     utsname kernel{};
     uname(&kernel);
     return kernel.nodename;
+}
+
+std::string LinuxSystem::CodePageText(std::string_view bytes) {
+    const std::string own = nl_langinfo(CODESET);
+    const iconv_t conversion = iconv_open(
+        "UTF-8", own.empty() || own == "UTF-8" || own == "ANSI_X3.4-1968" ? "CP1252" : own.c_str());
+    std::string text;
+    for (const char byte : bytes) {
+        char in = byte;
+        char out[8];
+        char* from = &in;
+        char* to = out;
+        std::size_t inLeft = 1;
+        std::size_t outLeft = sizeof out;
+        const bool known = iconv(conversion, &from, &inLeft, &to, &outLeft) != static_cast<std::size_t>(-1);
+        if (known) {
+            text.append(out, to);
+        } else {
+            AppendLetter(text, 0xFFFD);
+        }
+    }
+    iconv_close(conversion);
+    return text;
 }
 
 std::int32_t LinuxSystem::ProcessId() {

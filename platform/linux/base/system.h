@@ -16,6 +16,9 @@ class LinuxSystem : public System {
     std::string WindowsDirectory() override { return SystemWindowsDirectory(); }
     std::string SystemWindowsDirectory() override;
     DateNames ShortDateNames() override;
+    // That of LC_CTYPE; where it is UTF-8, the code page of Western Windows, in which such texts are handed
+    // about.
+    std::string CodePageText(std::string_view bytes) override;
     // A process has no such rights here; what they guard is asked of the log-on manager at its time.
     bool EnablePrivilege(std::string_view) override { return false; }
     std::vector<std::string> FontNames() override;

@@ -15,6 +15,7 @@ class WindowsFiles final : public Files {
     bool Delete(const std::string& path) override;
     std::string ProgramDirectory() override;
     std::string WritableDirectory() override { return ProgramDirectory(); }
+    std::string SharedDirectory() override { return ProgramDirectory(); }
 };
 
 } // namespace quorvane

@@ -55,6 +55,14 @@ std::string WindowsSystem::ComputerName() {
     return GetComputerNameW(name, &length) ? Utf8(name) : std::string();
 }
 
+std::string WindowsSystem::CodePageText(std::string_view bytes) {
+    const int count = static_cast<int>(bytes.size());
+    std::wstring wide(bytes.size(), L'\0'); // a byte or two give one letter
+    wide.resize(static_cast<std::size_t>(
+        MultiByteToWideChar(CP_ACP, 0, bytes.data(), count, wide.data(), static_cast<int>(wide.size()))));
+    return Utf8(wide);
+}
+
 std::int32_t WindowsSystem::ProcessId() {
     return static_cast<std::int32_t>(GetCurrentProcessId());
 }

@@ -14,6 +14,7 @@ class WindowsSystem final : public System {
     std::string WindowsDirectory() override;
     std::string SystemWindowsDirectory() override;
     DateNames ShortDateNames() override;
+    std::string CodePageText(std::string_view bytes) override;
     bool EnablePrivilege(std::string_view name) override;
     std::vector<std::string> FontNames() override;
     bool SubstitutesFont(const std::string& family) override;
