@@ -99,8 +99,7 @@ std::unique_ptr<Store> OpenSettings(const Arguments& arguments, Files& files) {
         store = CreateScratchStore();
         ReadFile(*file, files, *store);
     } else {
-        std::string why; // the platform has said it
-        store = CreateStore(why);
+        store = ReadStore();
         if (values.empty()) return store;
         auto scratch = CreateScratchStore();
         CopyTree(*store, *scratch, Hive::CurrentUser, RootKey);

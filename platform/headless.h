@@ -21,6 +21,9 @@ std::unique_ptr<System> CreateSystem();
 // a box as well: that a damaged tree was set aside and a fresh one begun, or that nothing written will last
 // (Store::Lasting).
 std::unique_ptr<Store> CreateStore(std::string& why);
+// The stored tree for whoever only looks: nothing is made, mended or waited for, and what is wrong with the
+// tree has been said on standard error. What is written to it may be lost.
+std::unique_ptr<Store> ReadStore();
 // An empty tree in memory that answers the values of the system ("Control Panel") as the stored one does.
 std::unique_ptr<Store> CreateScratchStore();
 

@@ -1,6 +1,7 @@
 #include "platform/linux/base/files.h"
 
 #include "platform/headless.h"
+#include "platform/linux/base/base_folders.h"
 #include "platform/shared/name_pattern.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <tuple>
@@ -206,12 +206,6 @@ class LinuxFileWriter final : public FileWriter {
     bool whole_ = true;
 };
 
-std::string HomeDirectory() {
-    if (const char* home = std::getenv("HOME"); home && *home) return home;
-    const passwd* person = getpwuid(getuid());
-    return person && person->pw_dir ? person->pw_dir : "/";
-}
-
 } // namespace
 
 bool LinuxFiles::List(const std::string& folder, std::string_view pattern, FolderListing& out) {
@@ -298,8 +292,7 @@ std::string LinuxFiles::ProgramDirectory() {
 }
 
 std::string LinuxFiles::WritableDirectory() {
-    const char* data = std::getenv("XDG_DATA_HOME"); // a relative path in it does not count
-    return (data && *data == '/' ? std::string(data) : HomeDirectory() + "/.local/share") + "/quorvane";
+    return DataFolder() + "/quorvane";
 }
 
 std::string LinuxFiles::SharedDirectory() {

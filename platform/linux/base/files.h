@@ -17,7 +17,7 @@ class LinuxFiles final : public Files {
     bool MakeFolder(const std::string& path) override;
     bool Delete(const std::string& path) override;
     std::string ProgramDirectory() override;
-    // "quorvane" under $XDG_DATA_HOME, which is ~/.local/share where nothing else is set.
+    // "quorvane" in the data folder.
     std::string WritableDirectory() override;
     // "share/quorvane" under the prefix in whose "bin" the program lies.
     std::string SharedDirectory() override;

@@ -1,16 +1,12 @@
 #include "platform/linux/base/sqlite_store.h"
 
 #include "core/text.h"
+#include "platform/linux/base/salvage.h"
 #include "platform/shared/key_path.h"
 
-#include <fcntl.h>
-#include <sqlite3.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <array>
+#include <cerrno>
 #include <cstring>
-#include <filesystem>
+#include <tuple>
 #include <utility>
 
 namespace quorvane {
@@ -70,12 +66,6 @@ void Bind(sqlite3_stmt* statement, int place, std::string_view text) {
                         SQLITE_UTF8);
 }
 
-std::string ColumnBytes(sqlite3_stmt* statement, int column) {
-    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
-    const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
-    return bytes ? std::string(bytes, length) : std::string();
-}
-
 // One use of a prepared statement; what was bound must outlive it.
 class Use {
   public:
@@ -98,102 +88,18 @@ class Use {
     sqlite3_stmt* statement_;
 };
 
-// Holds other processes back while a file is opened, so that they see it either not yet or wholly begun.
-class OpeningLock {
-  public:
-    explicit OpeningLock(const std::string& file)
-        : descriptor_(open((file + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-        if (descriptor_ >= 0) flock(descriptor_, LOCK_EX);
+int StoreEntries(const std::vector<StoreEntry>& entries, Store& store) {
+    StoreBatch batch(store);
+    int error = store_error::None;
+    for (const StoreEntry& entry : entries) {
+        if (const int refused = store.Set({"", entry.hive, entry.key}, entry.name, entry.value))
+            error = refused;
     }
-    ~OpeningLock() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    OpeningLock(const OpeningLock&) = delete;
-    OpeningLock& operator=(const OpeningLock&) = delete;
-
-  private:
-    int descriptor_;
-};
-
-// Renames the file together with its log, which must never meet a fresh file. The new name, or nothing.
-std::string SetAside(const std::string& file) {
-    std::string aside = file + ".damaged";
-    for (int number = 2; std::filesystem::exists(aside); ++number) {
-        aside = file + ".damaged-" + std::to_string(number);
-    }
-    std::error_code error;
-    std::filesystem::rename(file, aside, error);
-    if (error) return {};
-    for (const char* companion : {"-wal", "-shm"}) {
-        std::error_code missing;
-        std::filesystem::rename(file + companion, aside + companion, missing);
-    }
-    return aside;
-}
-
-bool IsWhole(sqlite3* database) {
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(database, "PRAGMA quick_check(1)", -1, &statement, nullptr);
-    const Statement owner(statement);
-    return statement && sqlite3_step(statement) == SQLITE_ROW && ColumnBytes(statement, 0) == "ok";
-}
-
-bool MakeFolderOf(const std::string& file) {
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
-    if (std::filesystem::is_directory(folder, error)) return true;
-    std::filesystem::create_directories(folder, error);
-    if (error) return false;
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
-    return true;
-}
-
-// A file name as SQLite's own URI, for the options that only a URI can carry.
-std::string FileUri(const std::string& file, const char* options) {
-    static constexpr char Digits[] = "0123456789ABCDEF";
-    std::string uri = "file:";
-    for (const char c : file) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '%' || c == '?' || c == '#' || byte < 0x20) {
-            uri.append({'%', Digits[byte >> 4], Digits[byte & 0xF]});
-        } else {
-            uri.push_back(c);
-        }
-    }
-    return uri + "?" + options;
-}
-
-bool CopyEntries(const std::string& uri, MemoryStore& out) {
-    sqlite3* raw = nullptr;
-    const int opened = sqlite3_open_v2(uri.c_str(), &raw, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
-    const Database database(raw);
-    if (opened != SQLITE_OK) return false;
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(raw,
-                       "SELECT hive, shown, entries.name, type, data FROM entries JOIN keys USING (path)", -1,
-                       &statement, nullptr);
-    const Statement owner(statement);
-    if (!statement) return false;
-    int step = SQLITE_ROW;
-    while ((step = sqlite3_step(statement)) == SQLITE_ROW) {
-        const auto hive = static_cast<Hive>(sqlite3_column_int64(statement, 0));
-        const std::string path = ColumnBytes(statement, 1);
-        const StoredValue value{static_cast<ValueType>(sqlite3_column_int(statement, 3)),
-                                ColumnBytes(statement, 4)};
-        out.Set({"", hive, path}, ColumnBytes(statement, 2), value);
-    }
-    return step == SQLITE_DONE;
+    const int refused = batch.End();
+    return error ? error : refused;
 }
 
 } // namespace
-
-void SqliteClose::operator()(sqlite3* database) const {
-    sqlite3_close_v2(database);
-}
-
-void SqliteClose::operator()(sqlite3_stmt* statement) const {
-    sqlite3_finalize(statement);
-}
 
 std::unique_ptr<SqliteStore> SqliteStore::Open(const std::string& file, std::string& why) {
     why.clear();
@@ -202,86 +108,130 @@ std::unique_ptr<SqliteStore> SqliteStore::Open(const std::string& file, std::str
         return nullptr;
     }
     const OpeningLock lock(file);
-    std::unique_ptr<SqliteStore> store(new SqliteStore);
+    if (!lock.Free()) {
+        why = "The settings file [" + file +
+              "] cannot be used: another program is opening it and does not end.";
+        return nullptr;
+    }
+    std::unique_ptr<SqliteStore> store(new SqliteStore(file));
     std::string reason;
-    Opened opened = store->TryOpen(file, reason);
-    if (opened == Opened::Damaged) {
-        store.reset(new SqliteStore); // closes the damaged file before it is renamed
+    int error = store->connection_.Open(file, reason);
+    if (TellsDamage(error)) {
+        store->connection_ = {}; // closes the damaged file before it is renamed
         const std::string aside = SetAside(file);
         why = "The settings file [" + file + "] is damaged (" + reason + ").";
         if (aside.empty()) {
             why += " It could not be set aside.";
             return nullptr;
         }
-        why += " It was set aside as [" + aside + "], and a fresh one was begun.";
-        opened = store->TryOpen(file, reason);
+        why += " It was set aside as [" + aside + "], and a fresh one was begun";
+        error = store->connection_.Open(file, reason);
+        if (error == SQLITE_OK) why += store->TakeOver(SalvageEntries(aside));
     }
-    if (opened == Opened::Well) return store;
+    if (error == SQLITE_OK) return store;
     why = "The settings file [" + file + "] cannot be used: " + reason + ".";
     return nullptr;
 }
 
-std::unique_ptr<MemoryStore> SqliteStore::ReadIntoMemory(const std::string& file) {
-    // A file in a folder that cannot be written opens only as one that nobody changes.
-    for (const char* options : {"mode=ro", "mode=ro&immutable=1"}) {
-        auto store = std::make_unique<MemoryStore>();
-        if (CopyEntries(FileUri(file, options), *store)) return store;
+// The end of the sentence that tells of the fresh file.
+std::string SqliteStore::TakeOver(const std::vector<StoreEntry>& entries) {
+    if (entries.empty()) return ".";
+    if (StoreEntries(entries, *this) != store_error::None) return "; what could still be read did not go in.";
+    return " with the " + std::to_string(entries.size()) + " values that could still be read.";
+}
+
+std::unique_ptr<MemoryStore> SqliteStore::ReadIntoMemory(const std::string& file, std::string& why) {
+    why.clear();
+    auto store = std::make_unique<MemoryStore>();
+    if (!IdentityOf(file)) return store;
+    std::vector<StoreEntry> entries;
+    std::string reason;
+    const int error = ReadEntries(file, entries, reason);
+    if (error != SQLITE_OK) {
+        const bool damaged = TellsDamage(error);
+        why = "The settings file [" + file + (damaged ? "] is damaged (" : "] cannot be read (") + reason +
+              ").";
+        if (damaged) entries = SalvageEntries(file);
+        if (!entries.empty()) why += " What can still be read of it is used.";
     }
-    return std::make_unique<MemoryStore>();
+    StoreEntries(entries, *store);
+    return store;
 }
 
 SqliteStore::~SqliteStore() {
     if (transaction_ != Transaction::None) Commit();
+    LeaveOthersAlone();
 }
 
-SqliteStore::Opened SqliteStore::TryOpen(const std::string& file, std::string& why) {
+int SqliteStore::Connection::Open(const std::string& file, std::string& why) {
     sqlite3* raw = nullptr;
     int error = sqlite3_open_v2(file.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    database_.reset(raw);
+    database.reset(raw);
     if (!raw) {
         why = "no memory";
-        return Opened::Unusable;
+        return SQLITE_NOMEM;
     }
+    const auto run = [&](const char* sql) {
+        if (error == SQLITE_OK) error = sqlite3_exec(raw, sql, nullptr, nullptr, nullptr);
+    };
     sqlite3_busy_timeout(raw, WaitForOthersMilliseconds);
-    if (error == SQLITE_OK) {
-        error = sqlite3_exec(raw, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr,
-                             nullptr);
-    }
-    // The empty transaction fails where the file can be read but not written.
-    if (error == SQLITE_OK) error = sqlite3_exec(raw, "BEGIN IMMEDIATE; COMMIT", nullptr, nullptr, nullptr);
-    if (error == SQLITE_OK && !IsWhole(raw)) error = SQLITE_CORRUPT;
-    if (error == SQLITE_OK) error = sqlite3_exec(raw, Tables, nullptr, nullptr, nullptr);
-    if (error == SQLITE_OK && Prepare()) return Opened::Well;
-    // A file that opens but does not take our statements holds other tables: no tree of ours.
-    const bool damaged =
-        error == SQLITE_OK || error == SQLITE_ERROR || StoreError(error) == store_error::Damaged;
-    why = error == SQLITE_CORRUPT ? sqlite3_errstr(error) : sqlite3_errmsg(raw);
-    return damaged ? Opened::Damaged : Opened::Unusable;
+    run("PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL");
+    run("BEGIN IMMEDIATE; COMMIT"); // fails where the file can be read but not written
+    std::string damage;
+    if (error == SQLITE_OK && (error = CheckFile(raw, damage)) == SQLITE_OK) damage.clear();
+    run(Tables);
+    if (error == SQLITE_OK) error = Prepare();
+    if (error != SQLITE_OK) why = damage.empty() ? sqlite3_errmsg(raw) : damage;
+    identity = IdentityOf(file);
+    return error;
 }
 
-bool SqliteStore::Prepare() {
+int SqliteStore::Connection::Prepare() {
     const std::pair<Statement*, const char*> statements[] = {
-        {&query_, "SELECT type, data FROM entries WHERE path = ?1 AND folded = ?2"},
+        {&query, "SELECT type, data FROM entries WHERE path = ?1 AND folded = ?2"},
         // The first spelling of a name stays, and a value that is the same already costs no page.
-        {&set_, "INSERT INTO entries(path, folded, name, type, data) VALUES(?1, ?2, ?3, ?4, ?5) "
-                "ON CONFLICT(path, folded) DO UPDATE SET type = excluded.type, data = excluded.data "
-                "WHERE type <> excluded.type OR data <> excluded.data"},
-        {&deleteValue_, "DELETE FROM entries WHERE path = ?1 AND folded = ?2"},
-        {&valueNames_, "SELECT name FROM entries WHERE path = ?1 ORDER BY folded"},
-        {&findKey_, "SELECT 1 FROM keys WHERE path = ?1"},
-        {&addKey_, "INSERT OR IGNORE INTO keys(path, parent, name, shown, hive) VALUES(?1, ?2, ?3, ?4, ?5)"},
-        {&deleteKey_, "DELETE FROM keys WHERE path = ?1"},
-        {&deleteKeyValues_, "DELETE FROM entries WHERE path = ?1"},
-        {&subKeys_, "SELECT name FROM keys WHERE parent = ?1 ORDER BY path"},
+        {&set, "INSERT INTO entries(path, folded, name, type, data) VALUES(?1, ?2, ?3, ?4, ?5) "
+               "ON CONFLICT(path, folded) DO UPDATE SET type = excluded.type, data = excluded.data "
+               "WHERE type <> excluded.type OR data <> excluded.data"},
+        {&deleteValue, "DELETE FROM entries WHERE path = ?1 AND folded = ?2"},
+        {&valueNames, "SELECT name FROM entries WHERE path = ?1 ORDER BY folded"},
+        {&findKey, "SELECT 1 FROM keys WHERE path = ?1"},
+        {&addKey, "INSERT OR IGNORE INTO keys(path, parent, name, shown, hive) VALUES(?1, ?2, ?3, ?4, ?5)"},
+        {&deleteKey, "DELETE FROM keys WHERE path = ?1"},
+        {&deleteKeyValues, "DELETE FROM entries WHERE path = ?1"},
+        {&subKeys, "SELECT name FROM keys WHERE parent = ?1 ORDER BY path"},
     };
-    for (const auto& [owner, sql] : statements) {
-        sqlite3_stmt* statement = nullptr;
-        const int error =
-            sqlite3_prepare_v3(database_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
-        owner->reset(statement);
-        if (error != SQLITE_OK) return false;
+    for (const auto& [statement, sql] : statements) {
+        *statement = Prepared(database.get(), sql);
+        if (!*statement) return sqlite3_errcode(database.get());
     }
-    return true;
+    return SQLITE_OK;
+}
+
+// What is written to a file that was removed or replaced would be gone with it. Where nothing stands in its
+// place the tree is written anew, from the file that is still open; where another file does, that one counts.
+int SqliteStore::FollowFile() {
+    const FileIdentity now = IdentityOf(file_);
+    if (now && now == connection_.identity) return store_error::None;
+    std::string why;
+    const std::unique_ptr<SqliteStore> fresh = Open(file_, why);
+    if (!fresh) return store_error::WriteFault;
+    if (!now) {
+        std::vector<StoreEntry> entries;
+        if (ReadEntries(connection_.database.get(), entries) != SQLITE_OK ||
+            StoreEntries(entries, *fresh) != store_error::None)
+            return store_error::WriteFault;
+    }
+    LeaveOthersAlone();
+    std::swap(connection_, fresh->connection_);
+    return store_error::None;
+}
+
+// The last connection to a file folds the log into it and removes the log, by its name: where the file is not
+// the one that was opened any more, that would be the log of another.
+void SqliteStore::LeaveOthersAlone() {
+    if (connection_.database && IdentityOf(file_) != connection_.identity)
+        sqlite3_db_config(connection_.database.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }
 
 int SqliteStore::Fail(int error) {
@@ -290,7 +240,7 @@ int SqliteStore::Fail(int error) {
 }
 
 int SqliteStore::Run(const char* sql) {
-    return StoreError(sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr));
+    return StoreError(sqlite3_exec(connection_.database.get(), sql, nullptr, nullptr, nullptr));
 }
 
 // Within a batch the reads see one state of the tree and spare the locks of single statements.
@@ -305,6 +255,7 @@ int SqliteStore::StartWriting() {
     if (transaction_ == Transaction::Writing) return store_error::None;
     // A reading transaction cannot always become a writing one, so it ends here.
     if (transaction_ == Transaction::Reading) Commit();
+    if (const int error = FollowFile()) return error;
     const int error = Run("BEGIN IMMEDIATE");
     if (!error) transaction_ = Transaction::Writing;
     madeKey_.clear();
@@ -321,7 +272,7 @@ int SqliteStore::Commit() {
 // Ends one write with what it answered: outside a batch it is a transaction of its own.
 int SqliteStore::EndWrite(int error) {
     // Some failures, a full disk for one, have taken the whole transaction back already.
-    if (transaction_ == Transaction::Writing && sqlite3_get_autocommit(database_.get()))
+    if (transaction_ == Transaction::Writing && sqlite3_get_autocommit(connection_.database.get()))
         transaction_ = Transaction::None;
     if (batchDepth_ == 0 && transaction_ != Transaction::None) {
         const int commitError = Commit();
@@ -343,7 +294,7 @@ int SqliteStore::EndBatch() {
 int SqliteStore::KeyExists(const std::string& path, bool& exists) {
     exists = IsHive(path);
     if (exists) return store_error::None;
-    Use use(findKey_, path);
+    Use use(connection_.findKey, path);
     const int step = use.Step();
     exists = step == SQLITE_ROW;
     return StoreError(step);
@@ -362,7 +313,7 @@ int SqliteStore::MakeKey(const StoreKey& key, const std::string& path) {
             const std::string parent = above;
             above.append("\\").append(LowerCase(name));
             shown.append(shown.empty() ? "" : "\\").append(name);
-            Use use(addKey_, above, parent, name, shown);
+            Use use(connection_.addKey, above, parent, name, shown);
             sqlite3_bind_int64(use.get(), 5, static_cast<std::int64_t>(key.hive));
             if (const int error = use.Run()) return error;
         }
@@ -377,7 +328,7 @@ int SqliteStore::Query(const StoreKey& key, std::string_view name, StoredValue& 
     if (const int error = StartReading()) return Fail(error);
     const std::string path = FoldedPath(key);
     const std::string folded = LowerCase(name);
-    Use use(query_, path, folded);
+    Use use(connection_.query, path, folded);
     const int step = use.Step();
     if (step == SQLITE_DONE) return Fail(store_error::NotFound);
     if (step != SQLITE_ROW) return Fail(StoreError(step));
@@ -393,7 +344,7 @@ int SqliteStore::Set(const StoreKey& key, std::string_view name, const StoredVal
     const std::string path = FoldedPath(key);
     if (const int error = MakeKey(key, path)) return EndWrite(error);
     const std::string folded = LowerCase(name);
-    Use use(set_, path, folded, name);
+    Use use(connection_.set, path, folded, name);
     sqlite3_bind_int(use.get(), 4, static_cast<int>(value.type));
     sqlite3_bind_blob64(use.get(), 5, value.data.data(), value.data.size(), SQLITE_STATIC);
     const int error = use.Run();
@@ -407,8 +358,8 @@ int SqliteStore::DeleteValue(const StoreKey& key, std::string_view name) {
     if (const int error = StartWriting()) return Fail(error);
     const std::string path = FoldedPath(key);
     const std::string folded = LowerCase(name);
-    int error = Use(deleteValue_, path, folded).Run();
-    if (!error && sqlite3_changes(database_.get()) == 0) error = store_error::NotFound;
+    int error = Use(connection_.deleteValue, path, folded).Run();
+    if (!error && sqlite3_changes(connection_.database.get()) == 0) error = store_error::NotFound;
     return EndWrite(error);
 }
 
@@ -422,9 +373,9 @@ int SqliteStore::DeleteKey(const StoreKey& key) {
     madeKey_.clear();
     int error = KeyExists(path, exists);
     if (!error && !exists) error = store_error::NotFound;
-    if (!error && Use(subKeys_, path).Step() == SQLITE_ROW) error = store_error::AccessDenied;
-    if (!error) error = Use(deleteKeyValues_, path).Run();
-    if (!error) error = Use(deleteKey_, path).Run();
+    if (!error && Use(connection_.subKeys, path).Step() == SQLITE_ROW) error = store_error::AccessDenied;
+    if (!error) error = Use(connection_.deleteKeyValues, path).Run();
+    if (!error) error = Use(connection_.deleteKey, path).Run();
     return EndWrite(error);
 }
 
@@ -446,11 +397,11 @@ int SqliteStore::ReadNames(const StoreKey& key, sqlite3_stmt* statement, std::ve
 }
 
 int SqliteStore::SubKeys(const StoreKey& key, std::vector<std::string>& out) {
-    return ReadNames(key, subKeys_.get(), out);
+    return ReadNames(key, connection_.subKeys.get(), out);
 }
 
 int SqliteStore::ValueNames(const StoreKey& key, std::vector<std::string>& out) {
-    return ReadNames(key, valueNames_.get(), out);
+    return ReadNames(key, connection_.valueNames.get(), out);
 }
 
 } // namespace quorvane

@@ -1,22 +1,16 @@
 #pragma once
 
+#include "platform/linux/base/settings_file.h"
+#include "platform/linux/base/sqlite.h"
 #include "platform/shared/memory_store.h"
 #include "platform/store.h"
 
 #include <memory>
 #include <string>
-
-struct sqlite3;
-struct sqlite3_stmt;
+#include <utility>
+#include <vector>
 
 namespace quorvane {
-
-struct SqliteClose {
-    void operator()(sqlite3* database) const;
-    void operator()(sqlite3_stmt* statement) const;
-};
-using Database = std::unique_ptr<sqlite3, SqliteClose>;
-using Statement = std::unique_ptr<sqlite3_stmt, SqliteClose>;
 
 // The tree in one SQLite file. Every write is a transaction of its own or a part of the batch around it, in a
 // write-ahead log, so that a process killed at any moment leaves each value old or new; other processes may
@@ -24,10 +18,12 @@ using Statement = std::unique_ptr<sqlite3_stmt, SqliteClose>;
 class SqliteStore final : public Store {
   public:
     // Opens the file, making it and its folders where they are missing. A damaged file is renamed and a fresh
-    // one begun; `why` then says so. Null, with the reason in `why`, where the file cannot be used.
+    // one begun with what can still be read; `why` then says so. Null, with the reason in `why`, where the
+    // file cannot be used, now or at all: it stays as it is.
     static std::unique_ptr<SqliteStore> Open(const std::string& file, std::string& why);
-    // What can be read of a file that cannot be written, in memory. Never null.
-    static std::unique_ptr<MemoryStore> ReadIntoMemory(const std::string& file);
+    // What can be read of a file, in memory. Nothing is made, renamed or locked. Never null; what kept it
+    // from reading the whole is in `why`, which is empty also where there is no file.
+    static std::unique_ptr<MemoryStore> ReadIntoMemory(const std::string& file, std::string& why);
 
     ~SqliteStore() override;
 
@@ -42,13 +38,25 @@ class SqliteStore final : public Store {
     int LastError() const override { return lastError_; }
 
   private:
-    enum class Opened { Well, Damaged, Unusable };
     enum class Transaction { None, Reading, Writing };
 
-    SqliteStore() = default;
+    // An open file with what is asked of it.
+    struct Connection {
+        int Open(const std::string& file, std::string& why); // SQLite's answer
+        int Prepare();
 
-    Opened TryOpen(const std::string& file, std::string& why);
-    bool Prepare();
+        Database database; // outlives the statements
+        Statement query, set, deleteValue, valueNames;
+        Statement findKey, addKey, deleteKey, deleteKeyValues, subKeys;
+        FileIdentity identity;
+    };
+
+    explicit SqliteStore(std::string file)
+        : file_(std::move(file)) {}
+
+    std::string TakeOver(const std::vector<StoreEntry>& entries);
+    int FollowFile();
+    void LeaveOthersAlone();
     int Run(const char* sql);
     int StartReading();
     int StartWriting();
@@ -59,9 +67,8 @@ class SqliteStore final : public Store {
     int ReadNames(const StoreKey& key, sqlite3_stmt* statement, std::vector<std::string>& out);
     int Fail(int error);
 
-    Database database_;
-    Statement query_, set_, deleteValue_, valueNames_;
-    Statement findKey_, addKey_, deleteKey_, deleteKeyValues_, subKeys_;
+    std::string file_;
+    Connection connection_;
     Transaction transaction_ = Transaction::None;
     std::string madeKey_; // by its folded path, within one writing transaction
     int batchDepth_ = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/desktop.h"
 
 #include "platform/event_loop.h"
+#include "platform/linux/base/base_folders.h"
 #include "platform/linux/desktop/outputs.h"
 #include "platform/linux/desktop/patience.h"
 #include "platform/linux/desktop/root_pixmap.h"
@@ -30,11 +31,6 @@ bool IsX11() {
 std::string Variable(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
-}
-
-std::string StateFolder() {
-    const std::string base = Variable("XDG_STATE_HOME");
-    return (base.empty() ? Variable("HOME") + "/.local/state" : base) + "/quorvane";
 }
 
 std::string PublishedStyle(Store& store) {
@@ -105,7 +101,7 @@ bool LinuxDesktop::SetWallpaper(const std::string& path) {
     Handover handover;
     handover.file = std::filesystem::absolute(path, error).lexically_normal().string();
     handover.style = ToWallpaperStyle(PublishedStyle(store_));
-    handover.stateFolder = StateFolder();
+    handover.stateFolder = StateFolder() + "/quorvane";
     if (!outputs.empty()) handover.screen = outputs.front().size;
     for (const Output& output : outputs) {
         handover.monitors.push_back(output.name);

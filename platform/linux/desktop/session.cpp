@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/session.h"
 
+#include "platform/linux/base/base_folders.h"
 #include "platform/linux/desktop/event_loop.h"
 #include "platform/store.h"
 
@@ -13,7 +14,6 @@
 #include <array>
 #include <atomic>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -55,11 +55,15 @@ void TakeManagersEnd(IceConn) {
     TellPipe(ManagerGone);
 }
 
+// A signal that is ignored when the program starts, as "nohup" has it, stays so.
+void TakeUnlessIgnored(int number, const struct sigaction& action) {
+    struct sigaction before {};
+    sigaction(number, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) sigaction(number, &action, nullptr);
+}
+
 fs::path AutostartFile() {
-    const char* base = std::getenv("XDG_CONFIG_HOME");
-    const char* home = std::getenv("HOME");
-    const fs::path folder = base && *base ? fs::path(base) : fs::path(home ? home : "") / ".config";
-    return folder / "autostart" / "quorvane.desktop";
+    return fs::path(ConfigFolder()) / "autostart" / "quorvane.desktop";
 }
 
 // The number that the system's own words have for it.
@@ -100,9 +104,8 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
         struct sigaction action {};
         action.sa_handler = TakeSignal;
         action.sa_flags = SA_RESTART;
-        for (const int number : EndSignals) {
-            sigaction(number, &action, nullptr);
-        }
+        for (const int number : EndSignals)
+            TakeUnlessIgnored(number, action);
     }
     IceSetIOErrorHandler(TakeManagersEnd);
     QCoreApplication::instance()->installEventFilter(quitFilter_.get());
@@ -118,7 +121,9 @@ LinuxSession::LinuxSession(QtEventLoop& events, int argumentCount, char** argume
 LinuxSession::~LinuxSession() {
     theSession = nullptr;
     for (const int number : EndSignals) {
-        std::signal(number, SIG_DFL);
+        struct sigaction now {};
+        sigaction(number, nullptr, &now);
+        if (now.sa_handler == TellPipe) std::signal(number, SIG_DFL);
     }
     signals_.reset();
     close(signalPipe[0]);

@@ -25,6 +25,10 @@ std::unique_ptr<Store> CreateStore(std::string&) {
     return std::make_unique<RegistryStore>();
 }
 
+std::unique_ptr<Store> ReadStore() {
+    return std::make_unique<RegistryStore>();
+}
+
 std::unique_ptr<Store> CreateScratchStore() {
     struct SystemValue {
         const char* key;

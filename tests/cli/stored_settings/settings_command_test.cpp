@@ -89,6 +89,17 @@ TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
     EXPECT_EQ(ran.out, "") << "nothing was written";
 }
 
+TEST_F(SettingsCommandTest, ReadingMakesNoTreeAndMendsNone) {
+    Run({"get", "General\\Wallpaper"});
+    Run({"export", InFolder("empty.reg")});
+    Run({"list", "--set", "General\\Wallpaper=x"});
+    EXPECT_FALSE(std::filesystem::exists(InFolder("quorvane")));
+    std::filesystem::create_directory(InFolder("quorvane"));
+    std::ofstream(InFolder("quorvane/settings.db")) << "this is no tree";
+    EXPECT_EQ(Run({"get", "General\\Wallpaper"}), Refused);
+    EXPECT_EQ(Content(InFolder("quorvane/settings.db")), "this is no tree") << "the program tells of it";
+}
+
 TEST_F(SettingsCommandTest, ExportsAndImportsTheStoredTree) {
     Run({"set", "General\\Wallpaper", "/\xC3\xA4/w.bmp"});
     Run({"set", "Colors\\Caption color", "255"});

@@ -1,4 +1,5 @@
 // One contract for the files of the machine and those in memory, and what only a real file system can show.
+#include "platform/linux/base/base_folders.h"
 #include "platform/linux/base/files.h"
 #include "platform/memory/files.h"
 #include "tests/support/temporary_folder.h"
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <pwd.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -197,6 +199,21 @@ TEST(LinuxFiles, ReadsWhatTellsNoSizeAndFindsItsFolders) {
     setenv("XDG_DATA_HOME", "relative", 1);
     setenv("HOME", "/home/ann", 1);
     EXPECT_EQ(files.WritableDirectory(), "/home/ann/.local/share/quorvane");
+    unsetenv("XDG_DATA_HOME");
+}
+
+TEST(BaseFolders, LieInTheAccountsHomeWhereTheVariableSaysNothing) {
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
+        unsetenv(name);
+    const std::string home = getpwuid(getuid())->pw_dir;
+    for (const char* said : {"", "relative"}) {
+        setenv("HOME", said, 1);
+        EXPECT_EQ(ConfigFolder(), home + "/.config");
+        EXPECT_EQ(DataFolder(), home + "/.local/share");
+        EXPECT_EQ(StateFolder(), home + "/.local/state");
+    }
+    unsetenv("HOME");
+    EXPECT_EQ(ConfigFolder(), home + "/.config");
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -50,6 +51,13 @@ std::string TextOf(Store& store, std::string_view name) {
 class SqliteStoreTest : public testing::Test {
   protected:
     std::unique_ptr<SqliteStore> Open() { return SqliteStore::Open(file, why); }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.Path()))
+            names.push_back(entry.path().filename());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
 
     test::TemporaryFolder folder;
     std::string file = folder.Path().string() + "/settings.db";
@@ -77,25 +85,6 @@ TEST_F(SqliteStoreTest, SetsADamagedFileAsideAndBeginsAFreshOne) {
     }
 }
 
-TEST_F(SqliteStoreTest, NoticesDamageInTheMiddleOfTheFile) {
-    {
-        auto store = Open();
-        store->BeginBatch();
-        for (int i = 0; i < 2000; ++i)
-            store->Set(Key, "value " + std::to_string(i), Text(std::string(50, 'x')));
-        store->EndBatch();
-    }
-    std::fstream raw(file, std::ios::in | std::ios::out | std::ios::binary);
-    raw.seekp(4096 * 5);
-    raw << std::string(4096, '\xA5');
-    raw.close();
-    auto store = Open();
-    ASSERT_TRUE(store);
-    EXPECT_NE(why.find("damaged"), std::string::npos);
-    EXPECT_TRUE(fs::exists(file + ".damaged"));
-    EXPECT_EQ(TextOf(*store, "value 1"), "(none)");
-}
-
 TEST_F(SqliteStoreTest, SaysWhyAPlaceCannotBeUsed) {
     std::ofstream(folder.Path().string() + "/file") << "in the way";
     EXPECT_FALSE(SqliteStore::Open(folder.Path().string() + "/file/settings.db", why));
@@ -103,17 +92,35 @@ TEST_F(SqliteStoreTest, SaysWhyAPlaceCannotBeUsed) {
     fs::create_directory(file);
     EXPECT_FALSE(Open());
     EXPECT_NE(why.find("[" + file + "]"), std::string::npos) << why;
-    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file), "v"), "(none)");
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "v"), "(none)");
+    EXPECT_NE(why.find("cannot be read"), std::string::npos) << why;
 }
 
-TEST_F(SqliteStoreTest, ReadsIntoMemoryWhatCannotBeWritten) {
+TEST_F(SqliteStoreTest, ReadingLeavesNoTraceAndWaitsForNoWriter) {
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "v"), "(none)");
+    EXPECT_EQ(why, "") << "no tree is an empty one";
+    EXPECT_EQ(Names(), std::vector<std::string>{});
     Open()->Set({"", Hive::Users, "A\\b C"}, "v", Text("1"));
     Open()->Set(Key, "v", Text("kept"));
-    auto memory = SqliteStore::ReadIntoMemory(file);
+    const auto before = Names();
+    auto memory = SqliteStore::ReadIntoMemory(file, why);
     EXPECT_EQ(TextOf(*memory, "v"), "kept");
     std::vector<std::string> names;
     memory->SubKeys({"", Hive::Users, "a"}, names);
     EXPECT_EQ(names, std::vector<std::string>{"b C"});
+    EXPECT_EQ(Names(), before);
+
+    auto writer = Open();
+    writer->BeginBatch();
+    writer->Set(Key, "v", Text("not yet"));
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "v"), "kept");
+    writer->EndBatch();
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "v"), "not yet") << "it lies in the log";
+    writer.reset();
+    std::ofstream(file) << "this is no tree";
+    SqliteStore::ReadIntoMemory(file, why);
+    EXPECT_NE(why.find("is damaged"), std::string::npos) << why;
+    EXPECT_EQ(Names(), before) << "mending is for whoever writes";
 }
 
 TEST_F(SqliteStoreTest, AnswersAnErrorWhereTheDiskIsFull) {
@@ -136,6 +143,40 @@ TEST_F(SqliteStoreTest, AnswersAnErrorWhereTheDiskIsFull) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(TextOf(*store, "old"), "old");
     EXPECT_EQ(TextOf(*store, "big"), "(none)");
+}
+
+TEST_F(SqliteStoreTest, FollowsAFileThatIsTakenAwayOrReplacedWhileItIsOpen) {
+    auto store = Open();
+    store->Set(Key, "old", Text("old"));
+    fs::remove_all(folder.Path());
+    EXPECT_EQ(store->Set(Key, "new", Text("new")), store_error::None);
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "old"), "old") << "the tree is written anew";
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "new"), "new");
+
+    fs::remove_all(folder.Path());
+    auto other = Open();
+    other->Set(Key, "other", Text("other"));
+    store->BeginBatch();
+    store->Set(Key, "new", Text("newer"));
+    EXPECT_EQ(store->EndBatch(), store_error::None);
+    EXPECT_EQ(TextOf(*store, "old"), "(none)") << "what another copy has begun counts";
+    fs::remove_all(folder.Path());
+    auto third = Open();
+    third->Set(Key, "third", Text("third"));
+    other.reset();
+    store.reset(); // neither may take the log of the third away
+    EXPECT_EQ(TextOf(*SqliteStore::ReadIntoMemory(file, why), "third"), "third");
+
+    fs::remove_all(folder.Path());
+    std::ofstream(folder.Path()) << "in the way";
+    EXPECT_EQ(third->Set(Key, "third", Text("lost")), store_error::WriteFault) << "and says so";
+}
+
+TEST_F(SqliteStoreTest, WaitsForTheOpeningOfOthersOnlySoLong) {
+    const OpeningLock first(file);
+    EXPECT_TRUE(first.Free());
+    EXPECT_FALSE(OpeningLock(file, std::chrono::milliseconds(30)).Free());
+    EXPECT_TRUE(OpeningLock("/proc/settings.db").Free()) << "where none can be made";
 }
 
 // Runs `work` in a process of its own with the tree open.

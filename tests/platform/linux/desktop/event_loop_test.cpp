@@ -126,6 +126,20 @@ TEST_F(QtEventLoopTest, ASecondSignalEndsWhatTheFirstOneWaitsFor) {
     EXPECT_EQ(loop_.Run(), 1);
 }
 
+TEST_F(QtEventLoopTest, ASignalThatIsIgnoredAtTheStartStaysIgnored) {
+    std::signal(SIGHUP, SIG_IGN); // as "nohup" has it
+    int requests = 0;
+    {
+        LinuxSession session(loop_, 0, nullptr);
+        session.OnEndRequest([&] { ++requests; });
+        raise(SIGHUP);
+        loop_.Pump();
+    }
+    raise(SIGHUP);
+    std::signal(SIGHUP, SIG_DFL);
+    EXPECT_EQ(requests, 0);
+}
+
 TEST_F(QtEventLoopTest, WithoutADisplayNothingWaits) {
     int ticks = 0;
     loop_.StartTimer("tick", 1, [&] { ++ticks; });
