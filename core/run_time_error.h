@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -30,6 +31,14 @@ class RunTimeError : public std::exception {
     int number_;
     std::string description_;
 };
+
+// What any failure is in the system's numbers and words: 7 where memory ran out, 51, an internal error, where
+// the system has no number of its own.
+inline RunTimeError AsRunTimeError(const std::exception& failure) {
+    if (const auto* own = dynamic_cast<const RunTimeError*>(&failure)) return *own;
+    if (dynamic_cast<const std::bad_alloc*>(&failure)) return {7, "Out of memory"};
+    return {51, failure.what()};
+}
 
 // Thrown by Session::End and caught only by the platform's event loop and by main: the process ends where it
 // stands. It is no std::exception, so that passing over a failure never passes over the end.

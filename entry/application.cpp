@@ -47,7 +47,8 @@ int Application::Run() {
 void Application::Main() {
     try {
         RunStages();
-    } catch (const RunTimeError& error) {
+    } catch (const std::exception& failure) {
+        const RunTimeError error = AsRunTimeError(failure);
         ShowErrorDialog(error.Number(), error.Description());
     }
 }

@@ -191,6 +191,21 @@ TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsC
     EXPECT_TRUE(WasSaved());
 }
 
+TEST_F(ApplicationTest, AnyFailureOfTheStartEndsInTheErrorDialogue) {
+    std::string shown;
+    machine_.events.AtPump(2, [] { throw std::bad_alloc(); });
+    machine_.events.WhenWaiting([&] {
+        Form* dialogue = application_->LoadedForms().Find("frmError");
+        ASSERT_NE(dialogue, nullptr);
+        shown = dialogue->FindControl("Label2")->Caption();
+        MemoryFormView::Do(*dialogue, nullptr, act::CloseByFrame{});
+    });
+    Start();
+    EXPECT_EQ(application_->Run(), 0);
+    EXPECT_EQ(shown, "Error code: 7");
+    EXPECT_FALSE(WasSaved());
+}
+
 TEST_F(ApplicationTest, ClosingTheApplicationFromTheErrorDialogueSavesNothing) {
     machine_.events.WhenWaiting(
         [&] { machine_.events.Post([] { throw RunTimeError::SubscriptOutOfRange(); }); });

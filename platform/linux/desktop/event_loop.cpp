@@ -6,7 +6,6 @@
 #include <QEventLoop>
 #include <algorithm>
 #include <chrono>
-#include <new>
 
 namespace quorvane {
 
@@ -89,12 +88,9 @@ void QtEventLoop::Deliver(const std::function<void()>& work) {
         work();
     } catch (const ProcessEnd& end) {
         End(end.status);
-    } catch (const RunTimeError& error) {
+    } catch (const std::exception& failure) {
+        const RunTimeError error = AsRunTimeError(failure);
         Fail(error.Number(), error.what());
-    } catch (const std::bad_alloc&) {
-        Fail(7, "Out of memory");
-    } catch (const std::exception& error) {
-        Fail(51, error.what());
     }
 }
 

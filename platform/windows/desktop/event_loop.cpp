@@ -11,7 +11,6 @@ namespace {
 
 constexpr wchar_t ClassName[] = L"QuorvaneEvents";
 constexpr UINT PostedMessage = WM_APP + 1;
-constexpr int InternalError = 51;
 // A tick that takes longer than its interval must not hold Pump for ever.
 constexpr DWORD LongestPumpMilliseconds = 200;
 
@@ -193,10 +192,9 @@ void WindowsEventLoop::Settle() {
     try {
         try {
             throw;
-        } catch (const RunTimeError& error) {
+        } catch (const std::exception& failure) {
+            const RunTimeError error = AsRunTimeError(failure);
             if (onFailure_) onFailure_(error.Number(), error.what());
-        } catch (const std::exception& error) {
-            if (onFailure_) onFailure_(InternalError, error.what());
         }
     } catch (const ProcessEnd& end) {
         end_ = end.status;
