@@ -43,6 +43,10 @@ Arguments::Arguments(const std::vector<std::string>& words, const std::vector<st
             onlyInputs = true;
             continue;
         }
+        if (!onlyInputs && word == "-0" && Contains(flags, "0")) {
+            options_.emplace("0", "");
+            continue;
+        }
         if (onlyInputs || !IsOption(word)) {
             inputs_.push_back(word);
             continue;

@@ -26,7 +26,7 @@ class RefusedInput : public std::runtime_error {
 
 // What stands behind the command's name on the command line. "--name value" and "--name=value" are options,
 // a lone "-" and everything else are inputs, also "--(1)", as no option begins with anything but a letter;
-// behind "--" all words are inputs.
+// behind "--" all words are inputs. The one short option is "-0", for commands that know the flag "0".
 class Arguments {
   public:
     // `valued` and `flags` name the options known here, without their hyphens; "json" is always known.
@@ -47,6 +47,8 @@ class Arguments {
     std::optional<double> Number(std::string_view option) const;
     std::optional<std::int64_t> WholeNumber(std::string_view option) const;
     bool Json() const { return Has("json"); }
+    // What ends a result: a line's end, or with the flag "-0" a zero byte, which no file name holds.
+    char ResultEnd() const { return Has("0") ? '\0' : '\n'; }
     // The moment of "--at". Throws UsageError.
     std::optional<DateTime> At() const;
 

@@ -1,6 +1,7 @@
 #include "cli/batch.h"
 
 #include "cli/json.h"
+#include "core/utf8.h"
 
 #include <istream>
 #include <ostream>
@@ -15,10 +16,10 @@ int ForEachInput(const Arguments& arguments, const std::string& input, std::stri
         try {
             one(line);
         } catch (const RefusedInput& error) {
-            streams.err << "quorvanectl: " << error.what() << '\n';
+            streams.err << "quorvanectl: " << EscapeControls(error.what()) << '\n';
             if (arguments.Json())
                 streams.out << JsonObject().Add(name, line).Add("message", error.what()).Text();
-            streams.out << '\n';
+            streams.out << arguments.ResultEnd();
         }
         // Whoever waits for an answer before asking on gets it.
         if (streams.in.rdbuf()->in_avail() <= 0) streams.out.flush();

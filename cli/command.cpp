@@ -1,5 +1,7 @@
 #include "cli/command.h"
 
+#include "core/utf8.h"
+
 #include <algorithm>
 #include <ostream>
 
@@ -44,9 +46,13 @@ int RunCommand(const std::vector<Command>& commands, const std::vector<std::stri
         streams.err << "quorvanectl: " << error.what() << "\nusage: quorvanectl " << command->usage << '\n';
         return WrongUsage;
     } catch (const std::exception& error) {
-        streams.err << "quorvanectl: " << error.what() << '\n';
+        streams.err << "quorvanectl: " << EscapeControls(error.what()) << '\n';
         return Refused;
     }
+}
+
+std::string Shown(std::string_view text, const Streams& streams) {
+    return streams.terminal ? EscapeControls(text) : std::string(text);
 }
 
 } // namespace quorvane::cli

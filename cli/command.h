@@ -5,6 +5,7 @@
 #include <functional>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorvane::cli {
@@ -18,7 +19,12 @@ struct Streams {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
+    bool terminal = false; // a person looks at `out` itself
 };
+
+// A file name, or any other text of somebody else's, as it is written out: with its control bytes escaped
+// where they would reach a terminal.
+std::string Shown(std::string_view text, const Streams& streams);
 
 struct Command {
     const char* name;

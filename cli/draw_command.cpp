@@ -20,10 +20,10 @@ int Draw(const Arguments& arguments, Streams& streams) {
         if (arguments.Json()) {
             picks.push_back(pick);
         } else {
-            streams.out << pick << '\n';
+            streams.out << Shown(pick, streams) << arguments.ResultEnd();
         }
     }
-    if (arguments.Json()) streams.out << JsonObject().Add("picks", picks).Text() << '\n';
+    if (arguments.Json()) streams.out << JsonObject().Add("picks", picks).Text() << arguments.ResultEnd();
     return Done;
 }
 
@@ -31,9 +31,9 @@ int Draw(const Arguments& arguments, Streams& streams) {
 
 Command DrawCommand() {
     return {"draw",
-            "draw [--json] [--count N] [--seed S] [--settings F] [--set 'KEY\\NAME=DATA']...",
+            "draw [--json] [-0] [--count N] [--seed S] [--settings F] [--set 'KEY\\NAME=DATA']...",
             {"count", "seed", "settings", "set"},
-            {},
+            {"0"},
             Draw};
 }
 

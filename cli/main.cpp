@@ -1,11 +1,12 @@
 #include "cli/commands.h"
+#include "platform/headless.h"
 
 #include <iostream>
 
 int main(int count, char** words) {
     std::ios::sync_with_stdio(false);
     std::cin.tie(nullptr); // a batch flushes when it has read all that there is, not at each line
-    quorvane::cli::Streams streams{std::cin, std::cout, std::cerr};
+    quorvane::cli::Streams streams{std::cin, std::cout, std::cerr, quorvane::OutputIsTerminal()};
     const std::vector<std::string> arguments(words + (count > 0 ? 1 : 0), words + count);
     const int status = quorvane::cli::RunCommand(quorvane::cli::AllCommands(), arguments, streams);
     std::cout.flush();

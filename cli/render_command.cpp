@@ -84,8 +84,8 @@ int Render(const Arguments& arguments, Streams& streams) {
 
     const PixelSize size = composed.canvas->Size();
     if (!arguments.Json()) {
-        streams.out << *out << ": " << size.width << 'x' << size.height << ' '
-                    << rig.record.LastSelectedWallpaper << '\n';
+        streams.out << Shown(*out, streams) << ": " << size.width << 'x' << size.height << ' '
+                    << Shown(rig.record.LastSelectedWallpaper, streams) << '\n';
         return Done;
     }
     const JsonObject times = JsonObject()

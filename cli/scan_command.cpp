@@ -11,17 +11,17 @@ namespace quorvane::cli {
 namespace {
 
 // Written path by path: a list of a million files is not worth a second copy.
-void WriteJson(const PathList& paths, double seconds, std::ostream& out) {
+void WriteJson(const PathList& paths, double seconds, char end, std::ostream& out) {
     out << "{\"files\": [";
     for (std::int32_t index = 1; index <= paths.Count(); ++index) {
         out << (index > 1 ? ", " : "") << JsonText(paths[index]);
     }
-    out << "], " << JsonObject().Add("seconds", seconds).Text().substr(1) << '\n';
+    out << "], " << JsonObject().Add("seconds", seconds).Text().substr(1) << end;
 }
 
-void WriteLines(const PathList& paths, std::ostream& out) {
+void WriteLines(const PathList& paths, char end, Streams& streams) {
     for (std::int32_t index = 1; index <= paths.Count(); ++index) {
-        out << paths[index] << '\n';
+        streams.out << Shown(paths[index], streams) << end;
     }
 }
 
@@ -42,9 +42,9 @@ int Scan(const Arguments& arguments, Streams& streams) {
                                      ScanLevel(arguments.Value("level").value_or("0")), 0);
     const double seconds = static_cast<double>(clock->Ticks() - start) / 1000;
     if (arguments.Json()) {
-        WriteJson(paths, seconds, streams.out);
+        WriteJson(paths, seconds, arguments.ResultEnd(), streams.out);
     } else {
-        WriteLines(paths, streams.out);
+        WriteLines(paths, arguments.ResultEnd(), streams);
     }
     return whole || paths.Count() > 0 ? Done : Refused; // what could not be read has been told
 }
@@ -52,7 +52,7 @@ int Scan(const Arguments& arguments, Streams& streams) {
 } // namespace
 
 Command ScanCommand() {
-    return {"scan", "scan [--json] [--pattern P] [--level L] FOLDER", {"pattern", "level"}, {}, Scan};
+    return {"scan", "scan [--json] [-0] [--pattern P] [--level L] FOLDER", {"pattern", "level"}, {"0"}, Scan};
 }
 
 } // namespace quorvane::cli

@@ -84,7 +84,9 @@ int Get(const Arguments& arguments, Streams& streams) {
         StoredValue value;
         if (store->Query({"", Hive::CurrentUser, place.key}, place.name, value) != store_error::None)
             throw RefusedInput(setting + " is not stored");
-        streams.out << (arguments.Json() ? ValueJson(place.key, place.name, value) : DataText(value)) << '\n';
+        streams.out << (arguments.Json() ? ValueJson(place.key, place.name, value)
+                                         : Shown(DataText(value), streams))
+                    << arguments.ResultEnd();
         return Done;
     });
 }
@@ -112,12 +114,13 @@ int List(const Arguments& arguments, Streams& streams) {
     VisitTree(*store, Hive::CurrentUser, key,
               [&](const std::string& at, const std::string& name, const StoredValue& value) {
                   if (arguments.Json()) {
-                      streams.out << ValueJson(at, name, value) << '\n';
+                      streams.out << ValueJson(at, name, value);
                   } else {
                       const std::string shortKey = ShortKey(at);
                       streams.out << shortKey << (shortKey.empty() ? "" : "\\") << name << '='
-                                  << DataText(value) << '\n';
+                                  << Shown(DataText(value), streams);
                   }
+                  streams.out << arguments.ResultEnd();
               });
     return Done;
 }
@@ -165,12 +168,12 @@ int Settings(const Arguments& arguments, Streams& streams) {
 } // namespace
 
 Command SettingsCommand() {
-    return {
-        "settings",
-        "settings export [--utf16] FILE | import FILE | get 'KEY\\NAME' | set 'KEY\\NAME' DATA | list [KEY]",
-        SettingsOptions,
-        {"utf16"},
-        Settings};
+    return {"settings",
+            "settings export [--utf16] FILE | import FILE | get [-0] 'KEY\\NAME' | set 'KEY\\NAME' DATA | "
+            "list [-0] [KEY]",
+            SettingsOptions,
+            {"0", "utf16"},
+            Settings};
 }
 
 } // namespace quorvane::cli

@@ -65,6 +65,23 @@ std::string_view LastLetters(std::string_view text, int count) {
     return text.substr(FirstLetters(text, CountLetters(text) - count).size());
 }
 
+std::string EscapeControls(std::string_view text) {
+    std::string shown;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t start = at;
+        const char32_t letter = DecodeLetter(text, at);
+        if (letter >= 0x20 && letter != 0x7F && (letter < 0x80 || letter >= 0xA0)) {
+            shown.append(text.substr(start, at - start));
+        } else if (letter == '\n' || letter == '\t' || letter == '\r') {
+            shown.append({'\\', letter == '\n' ? 'n' : letter == '\t' ? 't' : 'r'});
+        } else {
+            constexpr std::string_view Digits = "0123456789abcdef";
+            shown.append({'\\', 'x', Digits[letter >> 4], Digits[letter & 0xF]});
+        }
+    }
+    return shown;
+}
+
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
     for (const char each : text) {

@@ -31,6 +31,9 @@ int CountLetters(std::string_view text);
 std::string_view FirstLetters(std::string_view text, int count);
 std::string_view LastLetters(std::string_view text, int count);
 
+// With control letters as \n, \t or \x1b: what a terminal or a notification would obey is shown instead.
+std::string EscapeControls(std::string_view text);
+
 // In quotation marks, with line ends as \r and \n and quotation marks as \": for dumps and logs.
 std::string Quoted(std::string_view text);
 

@@ -20,7 +20,7 @@ TrayRecord BusyReport() {
 }
 
 TrayRecord ChangedReport(std::string_view lastSelectedWallpaper) {
-    const std::string path(lastSelectedWallpaper);
+    const std::string path = EscapeControls(lastSelectedWallpaper);
     const std::string title = Title;
     TrayRecord record;
     record.flags = 31;

@@ -24,6 +24,8 @@ std::unique_ptr<Store> CreateStore(std::string& why);
 // The stored tree for whoever only looks: nothing is made, mended or waited for, and what is wrong with the
 // tree has been said on standard error. What is written to it may be lost.
 std::unique_ptr<Store> ReadStore();
+// Whether standard output goes to a terminal.
+bool OutputIsTerminal();
 // An empty tree in memory that answers the values of the system ("Control Panel") as the stored one does.
 std::unique_ptr<Store> CreateScratchStore();
 

@@ -46,6 +46,9 @@ struct StoredValue {
     ValueType type = ValueType::Text;
     // Text: its bytes and one zero byte at the end, or nothing at all for the empty text.
     // Integer: four bytes, the low one first.
+    // Any other type of the registry, as other programs leave and files bring them, goes through with its
+    // number; its bytes are kept as they are, but for the texts among them (2, with variables, and 7,
+    // several), which are UTF-8 with the zero bytes that end them.
     std::string data;
 };
 

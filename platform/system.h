@@ -54,7 +54,8 @@ class System {
     // Makes the fonts of a file known to this process: how many, 0 for none.
     virtual int AddFontFile(const std::string& path) = 0;
 
-    // One line on standard error, for what a person at a terminal or a log should see.
+    // One line on standard error, for what a person at a terminal or a log should see; control letters in it
+    // are escaped.
     virtual void Complain(std::string_view line) = 0;
 };
 

@@ -58,6 +58,23 @@ TEST_F(EngineCommands, ScanListsTheDeepestFolderFirst) {
     EXPECT_EQ(Run({"scan", ""}), WrongUsage) << "not the whole disk";
 }
 
+TEST_F(EngineCommands, NamesOfAnyBytesPassAndReachNoTerminal) {
+    const std::string name = "a\x1b[31m\nb.odd";
+    if (!std::ofstream(folder_ / name)) GTEST_SKIP() << "this system has no such names";
+    EXPECT_EQ(Run({"scan", "-0", "--pattern", "*.odd", folder_.string()}), Done);
+    EXPECT_EQ(ran_.out, Path(name) + '\0');
+    EXPECT_EQ(Run({"scan", "--pattern", "*.odd", folder_.string()}), Done);
+    EXPECT_EQ(ran_.out, Path(name) + '\n');
+    std::istringstream in;
+    std::ostringstream out;
+    Streams terminal{in, out, out, true};
+    RunCommand(AllCommands(), {"scan", "--pattern", "*.odd", folder_.string()}, terminal);
+    EXPECT_EQ(out.str(), Path("a\\x1b[31m\\nb.odd") + '\n');
+    EXPECT_EQ(Run({"draw", "-0", "--count", "2", "--settings", Path("none.reg")}), Done);
+    EXPECT_EQ(ran_.out, std::string(2, '\0'));
+    EXPECT_EQ(Run({"week", "-0"}), Refused) << "an input where the command does not know it";
+}
+
 TEST_F(EngineCommands, DrawFollowsItsSeedAndNeverRepeats) {
     const auto words = [&](std::vector<std::string> more) {
         for (const std::string& setting :

@@ -57,7 +57,12 @@ TYPED_TEST_P(StoreContract, ReadsBackWhatWasWritten) {
                                           this->Text(std::string(100'000, 'x')),
                                           {ValueType::Text, std::string(1, '\0')},
                                           {ValueType::Integer, std::string("\xFF\xFF\xFF\xFF", 4)},
-                                          {ValueType::Integer, std::string("\0\0\0\x80", 4)}};
+                                          {ValueType::Integer, std::string("\0\0\0\x80", 4)},
+                                          {ValueType(2), std::string("%HOME%\\\xD0\x9E\0", 10)},
+                                          {ValueType(7), std::string("a\0\xD0\xB1\0\0", 6)},
+                                          {ValueType(3), std::string("\xFF\0\x80", 3)},
+                                          {ValueType(3), ""},
+                                          {ValueType(11), std::string("\1\2\3\4\5\6\7\xFF", 8)}};
     for (const StoredValue& value : values) {
         StoredValue read{ValueType::Integer, "preset"};
         ASSERT_EQ(store.Set(this->Key("\\Colors"), "Left Upper color", value), store_error::None);

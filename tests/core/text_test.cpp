@@ -32,6 +32,12 @@ TEST(Text, LettersAreCountedAndNeverParted) {
     EXPECT_EQ(LetterBytes("\xF4\x8F\xBF\xBF", 0), 4U);
 }
 
+TEST(Text, ControlLettersAreShownAndNoOthers) {
+    EXPECT_EQ(EscapeControls("жук — ok\\\xA5"), "жук — ok\\\xA5");
+    EXPECT_EQ(EscapeControls("\n\t\r\x1b[31m\x7f"), "\\n\\t\\r\\x1b[31m\\x7f");
+    EXPECT_EQ(EscapeControls("\xC2\x9B|\x9B"), "\\x9b|\\x9b") << "begins a command of eight bits";
+}
+
 TEST(Text, SplitKeepsEmptyPartsAndReplaceTakesAll) {
     EXPECT_EQ(Split("a;;b", ';'), (std::vector<std::string>{"a", "", "b"}));
     EXPECT_EQ(Split("", ';'), std::vector<std::string>{""});

@@ -221,6 +221,7 @@ TEST(TrayReport, LongPathsAreShortenedInTheTipAlone) {
 
     const std::string fits(50, 'p'); // 14 letters around it: exactly 64
     EXPECT_EQ(ChangedReport(fits).tip, "Quorvane II\r[" + fits + "]");
+    EXPECT_EQ(ChangedReport("/a\x1b\rb").tip, "Quorvane II\r[/a\\x1b\\rb]");
     const TrayRecord report =
         ChangedReport("/home/" + std::string(32, 'a') + "/the last thirty-two letters.jpg");
     EXPECT_EQ(report.tip, "Quorvane II\r[/home/.../the last thirty-two letters.jpg]") << "70 letters";

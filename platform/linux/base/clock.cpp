@@ -2,14 +2,19 @@
 
 #include "platform/headless.h"
 
+#include <cstdlib>
 #include <ctime>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
 
 namespace quorvane {
 
 namespace {
 
 constexpr std::time_t SecondsOfWeek = 7 * 86400;
+constexpr const char* ZoneFolder = "/usr/share/zoneinfo";
 constexpr int WeeksSearched = 53; // a zone that has both kinds of time shows both within a year
 
 int BiasMinutes(const std::tm& time) {
@@ -30,6 +35,40 @@ std::optional<int> NearestBias(std::time_t moment, bool daylight) {
         }
     }
     return std::nullopt;
+}
+
+bool HasZoneFile(const std::string& name) {
+    const char* folder = std::getenv("TZDIR");
+    const std::string path =
+        name.starts_with('/') ? name : (folder && *folder ? folder : ZoneFolder) + ("/" + name);
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// Whether a text begins as a rule does: a name of three letters at least or one in angle brackets, and behind
+// it the hours from UTC.
+bool IsZoneRule(std::string_view text) {
+    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+    std::size_t end = 0;
+    if (text.starts_with('<')) {
+        end = text.find('>');
+        if (end == std::string_view::npos) return false;
+        ++end;
+    } else {
+        while (end < text.size() && isLetter(text[end]))
+            ++end;
+        if (end < 3) return false;
+    }
+    if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
+    return end < text.size() && text[end] >= '0' && text[end] <= '9';
+}
+
+// Whether TZ names a zone that there is. The C library takes any other text for UTC under that name.
+bool KnowsZone() {
+    const char* variable = std::getenv("TZ");
+    std::string name = variable ? variable : "";
+    if (name.starts_with(':')) name.erase(0, 1);
+    return name.empty() || HasZoneFile(name) || IsZoneRule(name);
 }
 
 } // namespace
@@ -63,9 +102,7 @@ TimeZone LinuxClock::ZoneAt(const DateTime& local) {
     wanted.tm_isdst = -1;
     const std::time_t moment = mktime(&wanted);
     const auto time = LocalTime(moment);
-    if (!time) {
-        return {};
-    }
+    if (!time || !KnowsZone()) return {};
     TimeZone zone;
     zone.known = true;
     zone.daylight = time->tm_isdst > 0;

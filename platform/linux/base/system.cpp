@@ -191,7 +191,11 @@ int LinuxSystem::AddFontFile(const std::string& path) {
 }
 
 void LinuxSystem::Complain(std::string_view line) {
-    std::fprintf(stderr, "quorvane: %.*s\n", static_cast<int>(line.size()), line.data());
+    std::fprintf(stderr, "quorvane: %s\n", EscapeControls(line).c_str());
+}
+
+bool OutputIsTerminal() {
+    return isatty(STDOUT_FILENO) == 1;
 }
 
 std::unique_ptr<System> CreateSystem() {

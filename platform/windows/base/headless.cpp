@@ -29,6 +29,11 @@ std::unique_ptr<Store> ReadStore() {
     return std::make_unique<RegistryStore>();
 }
 
+bool OutputIsTerminal() {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode);
+}
+
 std::unique_ptr<Store> CreateScratchStore() {
     struct SystemValue {
         const char* key;

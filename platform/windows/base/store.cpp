@@ -18,6 +18,11 @@ std::string_view WithoutEnd(std::string_view path) {
     return path;
 }
 
+// The registry keeps these in UTF-16; what belongs to any other type are plain bytes.
+bool IsText(DWORD type) {
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
+
 // An open key, and the connection it was reached through where a machine was named.
 class OpenKey {
   public:
@@ -100,27 +105,20 @@ int RegistryStore::Query(const StoreKey& key, std::string_view name, StoredValue
     std::vector<BYTE> bytes;
     const LONG error = ReadBytes(open.Handle(), Wide(name), type, bytes);
     if (error != ERROR_SUCCESS) return Noted(error);
-    if (type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ) {
-        out = {ValueType::Text, TextOf(bytes)};
-    } else {
-        out = {type == REG_DWORD ? ValueType::Integer : ValueType::Text, {bytes.begin(), bytes.end()}};
-    }
+    out.type = static_cast<ValueType>(type);
+    out.data = IsText(type) ? TextOf(bytes) : std::string(bytes.begin(), bytes.end());
     return store_error::None;
 }
 
 int RegistryStore::Set(const StoreKey& key, std::string_view name, const StoredValue& value) {
     const OpenKey open(key, true);
     if (open.Error() != ERROR_SUCCESS) return Noted(open.Error());
-    const std::wstring wideName = Wide(name);
-    if (value.type == ValueType::Integer) {
-        return Noted(RegSetValueExW(open.Handle(), wideName.c_str(), 0, REG_DWORD,
-                                    reinterpret_cast<const BYTE*>(value.data.data()),
-                                    static_cast<DWORD>(value.data.size())));
-    }
-    const std::wstring text = Wide(value.data);
-    return Noted(RegSetValueExW(open.Handle(), wideName.c_str(), 0, REG_SZ,
-                                reinterpret_cast<const BYTE*>(text.data()),
-                                static_cast<DWORD>(text.size() * sizeof(wchar_t))));
+    const auto type = static_cast<DWORD>(value.type);
+    const std::wstring text = IsText(type) ? Wide(value.data) : std::wstring();
+    const void* bytes = IsText(type) ? static_cast<const void*>(text.data()) : value.data.data();
+    const std::size_t size = IsText(type) ? text.size() * sizeof(wchar_t) : value.data.size();
+    return Noted(RegSetValueExW(open.Handle(), Wide(name).c_str(), 0, type, static_cast<const BYTE*>(bytes),
+                                static_cast<DWORD>(size)));
 }
 
 int RegistryStore::DeleteValue(const StoreKey& key, std::string_view name) {

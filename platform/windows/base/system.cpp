@@ -1,5 +1,6 @@
 #include "platform/windows/base/system.h"
 
+#include "core/utf8.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/base/win32.h"
 
@@ -131,7 +132,7 @@ int WindowsSystem::AddFontFile(const std::string& path) {
 }
 
 void WindowsSystem::Complain(std::string_view line) {
-    const std::string text = std::string(line) + "\n";
+    const std::string text = EscapeControls(line) + "\n";
     OutputDebugStringW(Wide(text).c_str());
     DWORD written = 0;
     WriteFile(GetStdHandle(STD_ERROR_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written,

@@ -53,6 +53,8 @@ TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
         EXPECT_EQ(Run({"get", "--json", row.setting}), Done) << ran.err;
         EXPECT_NE(ran.out.find(row.json), std::string::npos) << ran.out;
     }
+    EXPECT_EQ(Run({"get", "-0", "General\\Scan time"}), Done);
+    EXPECT_EQ(ran.out, std::string("2.5\0", 4));
     EXPECT_EQ(Run({"get", "-"}, "General\\Wallpaper position\nnonsense\nGeneral\\Scan time\n"), Done);
     EXPECT_EQ(ran.out, "4\n\n2.5\n");
     EXPECT_EQ(Run({"list", "general"}), Done);

@@ -58,6 +58,20 @@ TEST_F(LinuxClockTest, TellsTheZoneInForceForADateAndItsTwoBiases) {
     }
 }
 
+TEST_F(LinuxClockTest, ANameOfNoZoneIsAnUnknownZone) {
+    LinuxClock clock;
+    for (const char* name : {"Nowhere/Nothing", "XY", "Abc", ":/no/such/file", "<+03"}) {
+        setenv("TZ", name, 1);
+        const TimeZone zone = clock.ZoneAt({2024, 7, 1, 12});
+        EXPECT_FALSE(zone.known) << name;
+        EXPECT_EQ(zone.bias, 0);
+    }
+    for (const char* name : {"", ":Europe/Berlin", "UTC", "<+03>-3", "CET-1CEST,M3.5.0,M10.5.0"}) {
+        setenv("TZ", name, 1);
+        EXPECT_TRUE(clock.ZoneAt({2024, 7, 1, 12}).known) << name;
+    }
+}
+
 TEST_F(LinuxClockTest, FollowsAZoneThatChangesWhileTheProgramRuns) {
     LinuxClock clock;
     setenv("TZ", "UTC0", 1);

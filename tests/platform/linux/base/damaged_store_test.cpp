@@ -15,14 +15,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int Values = 1000;
+constexpr int Values = 300;
 constexpr std::size_t PageSize = 4096;
 const StoreKey Key{"", Hive::CurrentUser, "Software\\Quorvane\\List Of Things"};
 
 StoredValue ValueOf(int number) {
     if (number % 2 == 0) return {ValueType::Integer, std::string(4, static_cast<char>(number))};
     return {ValueType::Text,
-            std::string(number == 501 ? 20'000 : 60, static_cast<char>('a' + number % 26)) + '\0'};
+            std::string(number == 201 ? 20'000 : 60, static_cast<char>('a' + number % 26)) + '\0'};
 }
 
 std::string NameOf(int number) {
