@@ -1,6 +1,7 @@
 #include "calendar/painter.h"
 
 #include "calendar/calendar_text.h"
+#include "config/font_spec.h"
 #include "platform/painting/drawing_box.h"
 
 #include <algorithm>
@@ -22,9 +23,10 @@ enum class Row { Top, Middle, Bottom };
 // Points. Measures of larger letters leave the numbers of the drawing layers.
 constexpr float LargestFont = 2160;
 
-FontSpec ToFontSpec(const FontRecord& font) {
-    const float size = std::clamp(font.Size, 0.0F, LargestFont);
-    return {font.FontName, size, font.Bold, font.Italic, font.Underline, font.Strikethru};
+FontSpec PrintedFont(const FontRecord& font) {
+    FontSpec spec = ToFontSpec(font);
+    spec.size = std::clamp(spec.size, 0.0F, LargestFont);
+    return spec;
 }
 
 struct BlockSize {
@@ -42,18 +44,18 @@ class Measuring {
         , record_(record) {}
 
     BlockSize MeasureCalendar(const CalendarText& text) {
-        box_.Font = ToFontSpec(record_.CaptionFont);
+        box_.Font = PrintedFont(record_.CaptionFont);
         Line(text.shortCaption);
         Line(text.countedWeekLine);
         Line(Header(text));
-        box_.Font = ToFontSpec(record_.CalendarFont);
+        box_.Font = PrintedFont(record_.CalendarFont);
         for (const MonthText& month : text.months) {
             if (!month.heading.text.empty()) Line(month.heading.text);
             for (const WeekRow& week : month.weeks)
                 Line(Days(week));
         }
         if (text.sky) {
-            box_.Font = ToFontSpec(record_.EphemeredesFont);
+            box_.Font = PrintedFont(record_.EphemeredesFont);
             for (const TextLine& line : text.sky->sun)
                 Line(line.text);
             if (text.sky->moon) {
@@ -105,14 +107,14 @@ class Painting {
     }
 
     PixelRect Paint() {
-        box_.Font = ToFontSpec(record_.CaptionFont);
+        box_.Font = PrintedFont(record_.CaptionFont);
         weekMarkWidth_ = box_.TextWidth(text_.weekMark);
         box_.CurrentY = Top();
         const PixelRect block = Background();
         Caption();
         WeekLine();
         DayNames();
-        box_.Font = ToFontSpec(record_.CalendarFont);
+        box_.Font = PrintedFont(record_.CalendarFont);
         for (std::size_t month = 0; month < text_.months.size(); ++month) {
             if (month > 0) box_.PrintLine();
             Month(text_.months[month]);
@@ -234,7 +236,7 @@ class Painting {
     }
 
     void Sky(const SkyText& sky) {
-        box_.Font = ToFontSpec(record_.EphemeredesFont);
+        box_.Font = PrintedFont(record_.EphemeredesFont);
         const double left = column_ == Column::Left     ? LeftShift()
                             : column_ == Column::Centre ? (box_.Width() - size_.CalW) / 2
                                                         : box_.Width() - size_.CalW;

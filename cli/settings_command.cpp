@@ -7,6 +7,7 @@
 #include "config/registry.h"
 #include "config/schema.h"
 #include "config/tree.h"
+#include "core/numbers.h"
 #include "platform/files.h"
 #include "platform/headless.h"
 
@@ -44,12 +45,14 @@ const char* TypeName(ValueType type) {
     return type == ValueType::Integer ? "integer" : "bytes";
 }
 
-// A text without its terminator, a number in decimal, other bytes in hexadecimal.
+// A text without its terminator, a number in decimal (one of eight bytes is a double), other bytes in
+// hexadecimal.
 std::string DataText(const StoredValue& value) {
     if (value.type == ValueType::Text)
         return value.data.substr(0, value.data.empty() ? 0 : value.data.size() - 1);
     if (value.type == ValueType::Integer && value.data.size() == 4)
         return std::to_string(DataInteger(value.data));
+    if (value.type == ValueType::Integer && value.data.size() == 8) return NumberText(DataDouble(value.data));
     std::string text;
     for (const char c : value.data) {
         text.push_back("0123456789abcdef"[static_cast<unsigned char>(c) >> 4]);
@@ -68,6 +71,8 @@ std::string ValueJson(const std::string& key, const std::string& name, const Sto
     json.Add("key", ShortKey(key)).Add("name", name).Add("type", TypeName(value.type));
     if (value.type == ValueType::Integer && value.data.size() == 4) {
         json.Add("data", static_cast<std::int64_t>(DataInteger(value.data)));
+    } else if (value.type == ValueType::Integer && value.data.size() == 8) {
+        json.Add("data", DataDouble(value.data));
     } else {
         json.Add("data", DataText(value));
     }

@@ -4,7 +4,9 @@
 #include "config/registry.h"
 #include "config/schema.h"
 #include "config/settings.h"
+#include "config/stored_value.h"
 #include "config/tree.h"
+#include "config/vk_mapping.h"
 #include "core/numbers.h"
 #include "core/run_time_error.h"
 #include "platform/files.h"
@@ -40,17 +42,49 @@ std::optional<bool> BooleanOf(const std::string& text) {
     return value;
 }
 
-[[noreturn]] void RefuseData(const std::string& setting, const char* wanted, const std::string& data) {
+[[noreturn]] void RefuseData(const std::string& setting, const std::string& wanted, const std::string& data) {
     throw RefusedInput(setting + " wants " + wanted + ", not \"" + data + "\"");
 }
 
+// What a text of the form says, for a person.
+std::string WantedText(StoredForm form, const std::string& decimalSign) {
+    switch (form) {
+    case StoredForm::BooleanText:
+    case StoredForm::FirstRun:
+        return "\"True\" or \"False\"";
+    case StoredForm::LocaleDecimal:
+        return "a number of digits and one decimal sign";
+    case StoredForm::LocaleSingle:
+        return "a number with the decimal sign \"" + decimalSign + "\"";
+    case StoredForm::PointNumber:
+        return "a number with a decimal point";
+    case StoredForm::ShortText:
+        return "a whole number of 16 bits";
+    default:
+        return "a whole number from 0 on";
+    }
+}
+
 std::int32_t IntegerData(StoredForm form, const std::string& setting, const std::string& data) {
-    if (const auto number = IntegerOf(data)) return *number;
+    if (const auto number = IntegerOf(data)) {
+        if (form == StoredForm::KeyIndex && (*number < 0 || *number > VK_MAP_COUNT))
+            RefuseData(setting, "a row of the key table, 0 to " + std::to_string(VK_MAP_COUNT), data);
+        if (form == StoredForm::ShortInteger && static_cast<std::int16_t>(*number) != *number)
+            RefuseData(setting, "a whole number of 16 bits", data);
+        return *number;
+    }
     const bool isFlag = form == StoredForm::Flag || form == StoredForm::FlagOne;
     if (!isFlag) RefuseData(setting, "a whole number of 32 bits", data);
     const auto flag = BooleanOf(data);
     if (!flag) RefuseData(setting, "a number, \"True\" or \"False\"", data);
     return *flag ? (form == StoredForm::Flag ? -1 : 1) : 0;
+}
+
+double DoubleOf(const std::string& setting, const std::string& data) {
+    double number = 0;
+    if (!PassOver([&] { number = LocaleTextToDouble(data, "."); }))
+        RefuseData(setting, "a number with a decimal point", data);
+    return number;
 }
 
 void ReadFile(const std::string& path, Files& files, Store& store) {
@@ -77,12 +111,15 @@ void SetSetting(Store& store, const std::string& setting, const std::string& dat
     const auto form = FindSetting(std::string_view(place.key).substr(RootKey.size() + 1), place.name);
     if (!form) throw RefusedInput("there is no setting " + setting);
     int written = 0;
-    if (StoredType(*form) == ValueType::Integer) {
+    if (*form == StoredForm::EightBytes) {
+        written = RegWriteValue(store, "", Hive::CurrentUser, place.key, key_access::All, place.name,
+                                DoubleOf(setting, data));
+    } else if (StoredType(*form) == ValueType::Integer) {
         written = RegWriteValue(store, "", Hive::CurrentUser, place.key, key_access::All, place.name,
                                 IntegerData(*form, setting, data));
     } else {
-        const bool isFlag = *form == StoredForm::BooleanText || *form == StoredForm::FirstRun;
-        if (isFlag && !BooleanOf(data)) RefuseData(setting, "\"True\" or \"False\"", data);
+        if (!ReadsAsTyped(data, *form, DecimalSign(store)))
+            RefuseData(setting, WantedText(*form, DecimalSign(store)), data);
         written = RegWriteValue(store, "", Hive::CurrentUser, place.key, key_access::All, place.name, data);
     }
     if (!written) {

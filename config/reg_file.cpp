@@ -111,11 +111,9 @@ class Parser {
     }
 
     void ParseKey() {
-        // A name may hold brackets, so the last one of the line ends it.
         const std::size_t start = at_ + 1;
-        const std::size_t lineEnd = std::min(text_.find('\n', start), text_.size());
-        const std::size_t close = text_.substr(0, lineEnd).rfind(']');
-        if (close == std::string_view::npos || close < start) Refuse("the key has no closing bracket");
+        const std::size_t close = KeyEnd(start);
+        if (close == std::string_view::npos) Refuse("the key has no closing bracket");
         std::string_view path = text_.substr(start, close - start);
         at_ = close + 1;
         ExpectLineEnd();
@@ -126,6 +124,20 @@ class Parser {
             changes_.push_back({Change::DeleteKey, hive_, key_, {}, {}});
             inKey_ = false;
         }
+    }
+
+    // The bracket that closes a key. A name may hold brackets and so may a comment behind the key: the first
+    // one that only a comment follows, or else the last of the line.
+    std::size_t KeyEnd(std::size_t start) const {
+        const std::string_view line = text_.substr(0, text_.find('\n', start));
+        std::size_t last = std::string_view::npos;
+        for (std::size_t at = line.find(']', start); at != std::string_view::npos;
+             at = line.find(']', at + 1)) {
+            last = at;
+            const std::size_t behind = line.find_first_not_of(" \t\r", at + 1);
+            if (behind == std::string_view::npos || line[behind] == ';') break;
+        }
+        return last;
     }
 
     void EnterKey(std::string_view path) {

@@ -4,9 +4,11 @@
 #include "config/vk_mapping.h"
 #include "core/numbers.h"
 #include "core/run_time_error.h"
+#include "core/text.h"
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace quorvane {
 namespace {
@@ -84,6 +86,16 @@ std::int16_t ShortOf(std::string_view text, std::string_view decimalSign) {
 float SingleOf(double number) {
     if (std::abs(number) > std::numeric_limits<float>::max()) throw RunTimeError::Overflow();
     return static_cast<float>(number);
+}
+
+// The number that the whole of a text says to a person, with a point, a comma or the person's own decimal
+// sign; nothing where it is no number.
+std::optional<double> TypedNumber(const std::string& text, std::string_view decimalSign) {
+    std::string pointed = Replace(text, ",", ".");
+    if (!decimalSign.empty()) pointed = Replace(pointed, decimalSign, ".");
+    double number = 0;
+    if (!PassOver([&] { number = LocaleTextToDouble(pointed, "."); })) return std::nullopt;
+    return number;
 }
 
 // Throws RunTimeError where the text does not say what the form wants.
@@ -165,6 +177,37 @@ bool WriteValue(const ValuePlace& place, StoredForm form, FieldRef field) {
         return Write(place, std::to_string(As<std::int32_t>(field)));
     }
     return false;
+}
+
+bool ReadsAsTyped(const std::string& text, StoredForm form, std::string_view decimalSign) {
+    bool flag = false;
+    std::int16_t small = 0;
+    std::int32_t whole = 0;
+    float single = 0;
+    double number = 0;
+    const auto understand = [&](FieldRef field) {
+        return PassOver([&] { Understand(text, decimalSign, form, field); });
+    };
+    const auto typed = TypedNumber(text, decimalSign);
+    switch (form) {
+    case StoredForm::BooleanText:
+    case StoredForm::FirstRun:
+        return understand(&flag);
+    case StoredForm::LocaleDecimal:
+    case StoredForm::PointNumber:
+        return understand(&number) && typed == number;
+    case StoredForm::LocaleSingle:
+        return understand(&single) && typed && static_cast<float>(*typed) == single;
+    case StoredForm::ShortText:
+        return understand(&small) && typed == small;
+    case StoredForm::ColorText:
+        return understand(&whole) && typed == whole;
+    case StoredForm::CountText:
+        return typed && *typed >= 0 && *typed <= std::numeric_limits<std::int32_t>::max() &&
+               std::trunc(*typed) == *typed;
+    default:
+        return true;
+    }
 }
 
 void StoreDefault(const DefaultValue& value, StoredForm form, FieldRef field) {

@@ -21,6 +21,10 @@ bool ReadValue(const ValuePlace& place, StoredForm form, FieldRef field);
 // False where the store refused it.
 bool WriteValue(const ValuePlace& place, StoredForm form, FieldRef field);
 
+// Whether a text that a person types for a value of this form is read back as what it says: "48,2" is not for
+// a number with a point, which ends at the comma. Forms that hold any text take any.
+bool ReadsAsTyped(const std::string& text, StoredForm form, std::string_view decimalSign);
+
 // `value` in the field, as a read of it would have left it.
 void StoreDefault(const DefaultValue& value, StoredForm form, FieldRef field);
 

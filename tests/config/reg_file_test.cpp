@@ -35,7 +35,7 @@ TEST(RegFile, ReadsWhatTheRegistryEditorWrites) {
                            "\"Unended\"=hex(1):41,00\r\n"
                            "\"Nothing\"=hex(1):\r\n"
                            "\"Number\"=hex(4):01,02,03,04\r\n"
-                           "\r\n[HKCU\\SOFTWARE\\quorvane\\Colors ]odd] \r\n"
+                           "\r\n[HKCU\\SOFTWARE\\quorvane\\Colors ]odd] ; [a] comment [b]\r\n"
                            "\"x\"=\"y\"",
                   store, RegScope::Program);
     const std::string key = "Software\\Quorvane\\General";

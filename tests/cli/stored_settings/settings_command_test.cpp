@@ -43,6 +43,8 @@ TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
         {"General\\Paint calendar", "true", R"("type": "integer", "data": -1)"},
         {"Hotkeys\\HK_NewNote", "True", R"("type": "integer", "data": 1)"},
         {"General\\Scan time", "2.5", R"("type": "text", "data": "2.5")"},
+        {"Alarms\\1 - Exec count", "2.5", R"("type": "integer", "data": 2.5)"},
+        {"General\\Longitude", "-48.25", R"("type": "text", "data": "-48.25")"},
         {"General\\Week name", "", R"("type": "text", "data": "")"},
         {"Wallpaper sources\\Wallpaper source #2 pattern", "*.bmp=\\",
          R"("type": "text", "data": "*.bmp=\\")"},
@@ -58,7 +60,8 @@ TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
     EXPECT_EQ(Run({"get", "-"}, "General\\Wallpaper position\nnonsense\nGeneral\\Scan time\n"), Done);
     EXPECT_EQ(ran.out, "4\n\n2.5\n");
     EXPECT_EQ(Run({"list", "general"}), Done);
-    EXPECT_EQ(ran.out, "general\\Paint calendar=-1\ngeneral\\Scan time=2.5\ngeneral\\Wallpaper position=4\n"
+    EXPECT_EQ(ran.out, "general\\Longitude=-48.25\ngeneral\\Paint calendar=-1\ngeneral\\Scan "
+                       "time=2.5\ngeneral\\Wallpaper position=4\n"
                        "general\\Week name=\n");
 }
 
@@ -72,6 +75,19 @@ TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
                                                         {"set", "General\\Wallpaper position", "4000000000"},
                                                         {"set", "General\\Paint calendar", "perhaps"},
                                                         {"set", "General\\First RUN", "perhaps"},
+                                                        {"set", "General\\Longitude", "48,2"},
+                                                        {"set", "General\\Latitude", "abc"},
+                                                        {"set", "General\\Scan time", "-1"},
+                                                        {"set", "General\\Scan time", ""},
+                                                        {"set", "General\\Alarms counter", "1.5"},
+                                                        {"set", "Custom Day(s)\\Day #1", "40000"},
+                                                        {"set", "Custom Day(s)\\Day #1", "1.5"},
+                                                        {"set", "Custom Day(s)\\Color #1", "-1"},
+                                                        {"set", "Custom Day(s)\\Color #1", "255 red"},
+                                                        {"set", "Fonts\\Caption font size", "9 points"},
+                                                        {"set", "Screen capture\\HK_DC_VKEY_Array_ID", "87"},
+                                                        {"set", "Alarms\\1 - Exec count", "often"},
+                                                        {"set", "Alarms\\1 - Alarm icon index", "70000"},
                                                         {"import", "/no/such/file"},
                                                         {"export", "/no/such/folder/file"}};
     for (const auto& words : refused) {

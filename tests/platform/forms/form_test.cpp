@@ -1,7 +1,7 @@
 #include "platform/forms/form.h"
 
 #include "core/locale_strings.h"
-#include "platform/forms/binding.h"
+#include "platform/forms/controls.h"
 #include "platform/forms/menu.h"
 #include "platform/memory/memory_platform.h"
 
@@ -185,59 +185,6 @@ TEST_F(FormTest, EveryWordFollowsTheLanguageAndRaisesNothing) {
     forms.Localise();
     EXPECT_EQ(words(), "Settings 0 \"&General\" \"&Notes\" Preview Other Now Id Never Views Top");
 }
-
-TEST_F(FormTest, FieldsAreFilledAndAppliedByTheirBindings) {
-    struct Record {
-        bool PaintCalendar = true;
-        std::string Wallpaper = "/w.bmp";
-        std::int32_t Interval = 300;
-        std::int32_t Style = 2;
-        std::int32_t Position = 3;
-        double Latitude = 54.2;
-    } record;
-    Form form(forms_, "frmSettings");
-    CheckBox Check1(form, "Check1");
-    TextBox Text1(form, "Text", 1), Text2(form, "Text", 2), Text3(form, "Text", 3);
-    ComboBox Combo1(form, "Combo1");
-    Combo1.SetItems({"a", "b"});
-    OptionButton Option1(form, "Option1"), Option2(form, "Option2"), Option3(form, "Option3");
-    Bindings bindings;
-    bindings.Bind(record.PaintCalendar, Check1);
-    bindings.Bind(record.Wallpaper, Text1);
-    bindings.Bind(record.Interval, Text2);
-    bindings.Bind(record.Latitude, Text3);
-    bindings.Bind(record.Style, Combo1);
-    bindings.Bind(record.Position, {&Option1, &Option2, &Option3}, 1);
-    bindings.Fill();
-    EXPECT_TRUE(Check1.Value());
-    EXPECT_EQ(Text2.Text(), "300");
-    EXPECT_EQ(Text3.Text(), "54.2");
-    EXPECT_EQ(Combo1.ListIndex(), -1) << "a position that the list does not have";
-    EXPECT_TRUE(Option3.Value());
-
-    Text1.SetText("/other.bmp");
-    Text2.SetText("99999999999");
-    Text3.SetText("");
-    Option1.SetValue(true);
-    EXPECT_EQ(record.Wallpaper, "/w.bmp") << "not before it is applied";
-    bindings.Apply();
-    EXPECT_EQ(record.Wallpaper, "/other.bmp");
-    EXPECT_EQ(record.Interval, 300) << "too large for the field";
-    EXPECT_EQ(record.Latitude, 0);
-    EXPECT_EQ(record.Style, 2) << "nothing was chosen";
-    EXPECT_EQ(record.Position, 1);
-    EXPECT_TRUE(bindings.Binds(&record.Style));
-}
-
-template<typename Field, typename Kind>
-concept Bindable = requires(Bindings bindings, Field& field, Kind& control) {
-    bindings.Bind(field, control);
-};
-static_assert(Bindable<bool, CheckBox>);
-static_assert(!Bindable<bool, TextBox>);
-static_assert(!Bindable<std::string, CheckBox>);
-static_assert(!Bindable<double, Slider>);
-static_assert(!Bindable<std::int64_t, TextBox>);
 
 TEST_F(FormTest, TextsOfArbitraryBytesPassTheFilter) {
     Form form(forms_, "frmAny");
