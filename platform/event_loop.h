@@ -26,6 +26,10 @@ class EventLoop {
     // already.
     virtual void Sleep(TimerId timer) = 0;
     virtual void Wake(TimerId timer) = 0;
+    // From the first of these calls to the last one's answer no timer ticks; the ticks that fell due
+    // meanwhile come merged, one each. Best said by TimersHeld.
+    virtual void HoldTimers() = 0;
+    virtual void ReleaseTimers() = 0;
 
     // Calls `work` once, soon, from the loop.
     virtual void Post(std::function<void()> work) = 0;
@@ -42,6 +46,21 @@ class EventLoop {
     virtual int Run() = 0;
 
     virtual void OnFailure(std::function<void(int number, const char* description)> handler) = 0;
+};
+
+// Holds the timers of a loop while it lives.
+class TimersHeld {
+  public:
+    explicit TimersHeld(EventLoop& events)
+        : events_(events) {
+        events_.HoldTimers();
+    }
+    ~TimersHeld() { events_.ReleaseTimers(); }
+    TimersHeld(const TimersHeld&) = delete;
+    TimersHeld& operator=(const TimersHeld&) = delete;
+
+  private:
+    EventLoop& events_;
 };
 
 } // namespace quorvane

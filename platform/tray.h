@@ -43,7 +43,8 @@ class Tray {
 
     // The menu of the icon, for areas that want to know it beforehand. Owned by the caller, null for none.
     virtual void SetMenu(Menu* menu) = 0;
-    // Shows a menu at the pointer and waits until it is closed. A second call while one is open does nothing.
+    // Opens a menu at the pointer and waits until it is closed and what was picked is done. The event loop's
+    // timers are held while it is open. A second call while one is open does nothing.
     virtual void Popup(Menu& menu) = 0;
     // Told of what a person does with the icon, as a tray_message.
     virtual void OnMessage(std::function<void(int message)> handler) = 0;

@@ -21,6 +21,7 @@ constexpr int SplashOpacity = 244;
 frmSplash::frmSplash(Forms& forms, const Platform& platform)
     : Form(forms, "frmSplash")
     , platform_(platform) {
+    SetCaption("Quorvane II"); // for readers of the screen; nothing shows it
     SetBorder(BorderStyle::None);
     SetShownInTaskBar(false);
     SetMargin(0);

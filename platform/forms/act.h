@@ -21,6 +21,7 @@ inline constexpr int Backspace = 8;
 inline constexpr int Tab = 9;
 inline constexpr int Enter = 13;
 inline constexpr int Escape = 27;
+inline constexpr int Space = 32;
 inline constexpr int Delete = 46;
 inline constexpr int F1 = 112;
 } // namespace key_code
@@ -60,7 +61,8 @@ struct Key { // a key went down. Where Report answers true the host does nothing
     int shift = 0;
 };
 enum class MousePhase { Down, Move, Up };
-// While a button is held the control gets the moves wherever the pointer is.
+// While a button is held the control gets the moves wherever the pointer is. Done to the form itself it
+// happened on the bare ground, and `at` counts from the corner of the inner area.
 struct Mouse {
     MousePhase phase = MousePhase::Down;
     int button = 0;   // 1 left, 2 right, 4 middle; for a move the sum of those held
@@ -72,7 +74,10 @@ struct Focus {
     bool got = false;
 };
 
-// To the form itself.
+// To the form itself; so are Mouse, DoubleClick and Key where no control has them.
+struct ContextMenu {    // asked for where no control has a menu of its own
+    bool byKey = false; // and not by the right button
+};
 struct CloseByFrame {};
 struct Move {
     TwipPoint upperLeft; // of the frame
@@ -83,11 +88,12 @@ struct Resize {
 struct Minimize {
     bool minimized = false;
 };
+struct Rescale {}; // to a screen of another resolution, or the person's fonts are others
 
 } // namespace act
 
 using Act = std::variant<act::Click, act::DoubleClick, act::Type, act::Select, act::Choose, act::Check,
-                         act::Slide, act::PickDate, act::Key, act::Mouse, act::Focus, act::CloseByFrame,
-                         act::Move, act::Resize, act::Minimize>;
+                         act::Slide, act::PickDate, act::Key, act::Mouse, act::Focus, act::ContextMenu,
+                         act::CloseByFrame, act::Move, act::Resize, act::Minimize, act::Rescale>;
 
 } // namespace quorvane

@@ -135,6 +135,12 @@ void Control::SetBackColor(std::optional<Color> color) {
     Changed(Aspect::Look);
 }
 
+bool Control::HasPlace() const {
+    if (bounds_.width <= 0 || bounds_.height <= 0) return false;
+    const Control* around = parent_.AsControl();
+    return !around || around->HasPlace();
+}
+
 void Control::SetFocus() {
     OwnerForm().FocusOn(*this);
 }
@@ -163,7 +169,7 @@ void Control::ChangedInSize(Aspect aspect) {
     Changed(aspect);
     Form& form = OwnerForm();
     if (!form.View() || !IsShown()) return;
-    const TwipSize wanted = PreferredSize(*this, form.Host());
+    const TwipSize wanted = PreferredSize(*this, form.Metrics());
     if (wanted.width > bounds_.width || wanted.height > bounds_.height) form.ArrangeSoon();
 }
 

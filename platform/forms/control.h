@@ -158,7 +158,11 @@ class Control {
 
     // From the upper left corner of the container's inner area; worked out by the layout.
     const TwipRect& Bounds() const { return bounds_; }
-    // Before the form's first showing: at that showing.
+    // The layout gave it room, and the containers around it; what has none is not seen.
+    bool HasPlace() const;
+    // It is of a kind that has the keyboard, shown, enabled, and has a place.
+    bool CanHaveFocus() const { return TakesFocus() && IsReachable() && HasPlace(); }
+    // Before the form's first showing: at that showing. Nothing where the control cannot have the keyboard.
     void SetFocus();
 
     std::function<void()> onDoubleClick;
@@ -183,6 +187,8 @@ class Control {
     virtual void Localise(const LocaleStrings& words);
     // The words in the language of the form.
     Words Localised(Words words) const;
+    // The measures of the screen are others.
+    virtual void Rescaled() {}
     // Tells the host, if there is one.
     void Changed(Aspect aspect);
     // As Changed, and has the form arranged anew where the control no longer has room.

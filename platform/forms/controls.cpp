@@ -5,6 +5,7 @@
 #include "platform/forms/form.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace quorvane {
@@ -365,8 +366,10 @@ void PictureBox::SetPreferred(TwipSize size) {
 
 void PictureBox::Refresh() {
     Form& form = OwnerForm();
-    const PixelRect area = ToPixels({0, 0, Bounds().width, Bounds().height}, form.Host().Scale());
-    const PixelSize size{area.width, area.height};
+    const PixelRect area = ToPixels({0, 0, Bounds().width, Bounds().height}, form.Metrics().Scale());
+    const double ratio = form.Metrics().PixelRatio();
+    const PixelSize size{static_cast<int>(std::lround(area.width * ratio)),
+                         static_cast<int>(std::lround(area.height * ratio))};
     if (size.width <= 0 || size.height <= 0) return;
     if (!surface_ || surface_->Size() != size) surface_ = form.Painter().CreateSurface(size);
     if (!surface_) return; // no memory for it: the box stays empty

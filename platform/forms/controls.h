@@ -431,7 +431,7 @@ class MonthView : public Control {
     DateTime value_{2000, 1, 1};
 };
 
-// A surface of the control's size that the form paints on.
+// A surface of the control's size, in pixels of the screen, that the form paints on.
 class PictureBox : public Control {
   public:
     PictureBox(Container& parent, std::string name, int index = NoIndex);
@@ -459,6 +459,7 @@ class PictureBox : public Control {
   protected:
     bool Take(const Act& done) override;
     void SetBounds(const TwipRect& bounds) override;
+    void Rescaled() override { Refresh(); }
 
   private:
     TwipSize preferred_{1440, 1440};

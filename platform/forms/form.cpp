@@ -17,6 +17,7 @@ Form::Form(Forms& forms, std::string name)
 
 Form::~Form() {
     *self_ = nullptr;
+    LeaveOrder();
     view_.reset();
     if (loaded_) std::erase(forms_.loaded_, this);
 }
@@ -37,10 +38,25 @@ void Form::Load() {
     if (loaded_) return;
     loaded_ = true;
     forms_.loaded_.push_back(this);
+    struct Loading {
+        std::shared_ptr<Form*> form;
+        explicit Loading(const Form& loaded)
+            : form(loaded.self_) {
+            (*form)->loading_ = true;
+        }
+        ~Loading() {
+            if (*form) (*form)->loading_ = false;
+        }
+    };
+    const std::shared_ptr<Form*> self = self_; // OnLoad may end the form
+    {
+        const Loading loading(*this);
+        Localise();
+        OnLoad();
+    }
+    if (!*self) return;
     for (Timer* timer : timers_)
         timer->Adjust();
-    Localise();
-    OnLoad();
 }
 
 void Form::MakeView() {
@@ -51,7 +67,7 @@ void Form::MakeView() {
         left_ = screen.x + std::max(0, (screen.width - client_.width) / 2);
         top_ = screen.y + std::max(0, (screen.height - client_.height) / 2);
     }
-    ArrangeForm(*this, Host(), client_);
+    ArrangeForm(*this, Metrics(), client_);
     view_ = Host().Create(*this);
 }
 
@@ -59,8 +75,14 @@ void Form::BringUp(bool modal) {
     Load();
     MakeView();
     visible_ = true;
-    view_->Show(modal);
-    if (Control* first = std::exchange(wantsFocus_, nullptr)) view_->Focus(*first);
+    Host().Order().Shown(*this, modal);
+    view_->Show();
+    Control* first = std::exchange(wantsFocus_, nullptr);
+    if (first && view_ && first->CanHaveFocus()) view_->Focus(*first);
+}
+
+void Form::LeaveOrder() {
+    if (view_) Host().Order().Gone(*this);
 }
 
 void Form::Show() {
@@ -75,6 +97,7 @@ void Form::ShowModal() {
 void Form::Hide() {
     if (!visible_) return;
     visible_ = false;
+    LeaveOrder(); // first, so that the window below can become active and not another program's
     if (view_) view_->Hide();
 }
 
@@ -89,6 +112,7 @@ void Form::Unload() {
         Form& form;
         ~Leave() {
             form.focus_ = nullptr;
+            form.LeaveOrder();
             form.view_.reset();
             form.forms_.Left(form);
         }
@@ -168,12 +192,13 @@ void Form::MoveTo(int left, int top) {
 }
 
 void Form::Resize(TwipSize client) {
+    if (HasOneSize()) return;
+    client = {std::max(client.width, least_.width), std::max(client.height, least_.height)};
     if (client == client_) return;
     client_ = client;
     if (view_) {
-        FitToLayout();
         Tell(FormAspect::Place);
-        ArrangeForm(*this, Host(), client_);
+        ArrangeForm(*this, Metrics(), client_);
     }
     Control::Raise(onResize);
 }
@@ -188,8 +213,10 @@ void Form::RefreshMenuBar() {
     Tell(FormAspect::Window);
 }
 
-void Form::PopupMenu(Menu& menu) {
-    if (view_) view_->Popup(menu);
+void Form::PopupMenu(Menu& menu, MenuPlace place) {
+    const ShownMenu shown = menu.Open();
+    if (!view_) return; // gone with what the opening did
+    if (const MenuItem* picked = view_->Popup(shown, place)) Menu::Choose(*picked);
 }
 
 namespace {
@@ -223,8 +250,29 @@ Timer* Form::FindTimer(std::string_view name) const {
     return nullptr;
 }
 
+std::uintptr_t Form::NativeHandle(Control& control) {
+    Load();
+    MakeView();
+    return view_->NativeHandle(control);
+}
+
+namespace {
+
+// What happens to a window whether or not a person may use it.
+bool IsNews(const Act& done) {
+    return std::holds_alternative<act::Focus>(done) || std::holds_alternative<act::Move>(done) ||
+           std::holds_alternative<act::Resize>(done) || std::holds_alternative<act::Minimize>(done) ||
+           std::holds_alternative<act::Rescale>(done);
+}
+
+} // namespace
+
 bool Form::Report(Control* control, const Act& done) {
     bool usedUp = false;
+    if (IsBlocked() && !IsNews(done)) {
+        if (control) control->Changed(Aspect::Value); // the widget may show what was not accepted
+        return true;
+    }
     Events().Deliver([&] { usedUp = control ? Take(*control, done) : TakeOwn(done); });
     return usedUp;
 }
@@ -287,24 +335,41 @@ bool Form::TakeOwn(const Act& done) {
     } else if (const auto* resize = std::get_if<act::Resize>(&done)) {
         if (client_ == resize->client) return true;
         client_ = resize->client;
-        ArrangeForm(*this, Host(), client_);
+        ArrangeForm(*this, Metrics(), client_);
         Control::Raise(onResize);
     } else if (const auto* minimize = std::get_if<act::Minimize>(&done)) {
         if (minimized_ == minimize->minimized) return true;
         minimized_ = minimize->minimized;
         if (onMinimize) onMinimize(minimized_);
+    } else if (std::holds_alternative<act::Rescale>(done)) {
+        for (Control* control : Controls())
+            control->Rescaled();
+        Arrange();
+    } else if (const auto* mouse = std::get_if<act::Mouse>(&done)) {
+        if (!onMouse) return false;
+        const auto handler = onMouse;
+        handler(*mouse);
+    } else if (std::holds_alternative<act::DoubleClick>(done)) {
+        Control::Raise(onDoubleClick);
+    } else if (const auto* asked = std::get_if<act::ContextMenu>(&done)) {
+        if (!popupMenu_) return false;
+        PopupMenu(*popupMenu_, asked->byKey ? MenuPlace::Form : MenuPlace::Pointer);
     } else {
         return false;
     }
     return true;
 }
 
+bool Form::HasOneSize() const {
+    return border_ != BorderStyle::Sizable && Layout().kind != LayoutItem::Kind::Nothing;
+}
+
 // The size that the layout asks for; a sizable form may be larger.
 void Form::FitToLayout() {
-    const TwipSize least = MeasureForm(*this, Host());
+    const TwipSize least = MeasureForm(*this, Metrics());
     if (least == TwipSize{}) return;
     least_ = least;
-    if (border_ == BorderStyle::Sizable) {
+    if (!HasOneSize()) {
         client_ = {std::max(client_.width, least.width), std::max(client_.height, least.height)};
     } else {
         client_ = least;
@@ -317,7 +382,7 @@ void Form::Arrange() {
     const TwipSize leastBefore = least_;
     FitToLayout();
     if (client_ != before || least_ != leastBefore) Tell(FormAspect::Place);
-    ArrangeForm(*this, Host(), client_);
+    ArrangeForm(*this, Metrics(), client_);
 }
 
 void Form::ArrangeSoon() {
@@ -332,6 +397,7 @@ void Form::ArrangeSoon() {
 
 // A control goes: its widget, and with it the whole window, is no longer there to be mirrored.
 void Form::Forget(Control& control) {
+    LeaveOrder();
     view_.reset();
     if (focus_ == &control) focus_ = nullptr;
     if (wantsFocus_ == &control) wantsFocus_ = nullptr;
@@ -339,7 +405,7 @@ void Form::Forget(Control& control) {
 
 void Form::FocusOn(Control& control) {
     if (view_ && visible_) {
-        view_->Focus(control);
+        if (control.CanHaveFocus()) view_->Focus(control);
     } else {
         wantsFocus_ = &control;
     }

@@ -41,13 +41,16 @@ class Form : public Container {
     EventLoop& Events() const;
     Drawing& Painter() const;
     FormHost& Host() const;
+    // Of the window's own screen; the host's before there is a window.
+    FormMetrics& Metrics() const { return view_ ? view_->Metrics() : Host(); }
     Form& OwnerForm() override { return *this; }
     Control* AsControl() override { return nullptr; }
 
     // Life. Each step does nothing where it has been done; Show and ShowModal load the form first.
     void Load();
     void Show();
-    // Waits, letting events run, until the form is hidden or unloaded.
+    // Waits, letting events run, until the form is hidden or unloaded. What was shown before is blocked until
+    // then; what is shown meanwhile is not.
     void ShowModal();
     void Hide();
     // Ends the form: OnUnload, timers stopped, the window gone, out of the collection. It can be loaded
@@ -56,6 +59,9 @@ class Form : public Container {
     void BringToFront();
     bool IsLoaded() const { return loaded_; }
     bool IsVisible() const { return visible_; }
+    bool IsModal() const { return Host().Order().IsModal(*this); }
+    // By a modal window: nothing that a person does in this one counts.
+    bool IsBlocked() const { return Host().Order().IsBlocked(*this); }
 
     const std::string& Caption() const { return caption_.Text(); }
     const Words& CaptionWords() const { return caption_; }
@@ -82,12 +88,16 @@ class Form : public Container {
     int Top() const { return top_.value_or(0); }
     bool IsPlaced() const { return left_.has_value() && top_.has_value(); }
     void MoveTo(int left, int top);
-    // Size of the inner area. It is worked out from the layout when the form is shown; Resize holds for a
-    // sizable form and for one without a layout.
+    // Size of the inner area. It is worked out from the layout when the form is shown.
     TwipSize ClientSize() const { return client_; }
     // The smallest that the layout allows, once the form was shown.
     TwipSize LeastSize() const { return least_; }
+    // A sizable form takes the size, but no less than its layout needs; a form without a layout takes any. A
+    // form of one size has that of its layout: it stays as it is. onResize is raised where the size changed.
     void Resize(TwipSize client);
+    // The system's own handle of a control's widget, for programs that draw into it; 0 where there is none.
+    // Loads the form and makes its window, which stays hidden before the first showing.
+    std::uintptr_t NativeHandle(Control& control);
     // Room between the edge of the form and its layout; 0 for a window that is painted up to the edge.
     void SetMargin(int twips) { margin_ = twips; }
     int Margin() const { return margin_; }
@@ -104,8 +114,11 @@ class Form : public Container {
     Menu* MenuBar() const { return menuBar_; }
     // The menu bar's entries changed.
     void RefreshMenuBar();
-    // Shows a menu at the pointer and waits until it is closed.
-    void PopupMenu(Menu& menu);
+    // Shows a menu and waits until it is closed and what was picked is done.
+    void PopupMenu(Menu& menu, MenuPlace place = MenuPlace::Pointer);
+    // The menu that the right button and the menu key open wherever no control has one of its own; null for
+    // none. It is a member of the form.
+    void SetPopupMenu(Menu* menu) { popupMenu_ = menu; }
 
     // Puts every word of the form into the language of the collection: done when the form is loaded, and on
     // all loaded forms by Forms::Localise.
@@ -130,12 +143,15 @@ class Form : public Container {
     FormView* View() const { return view_.get(); }
 
     std::function<bool(const act::Key&)> onKeyDown; // sees every key before the control does
+    // On the bare ground of the form.
+    std::function<void(const act::Mouse&)> onMouse;
+    std::function<void()> onDoubleClick;
     std::function<void()> onResize;
     std::function<void()> onMove;
     std::function<void(bool minimized)> onMinimize;
 
   protected:
-    // Fills the form; runs each time it is loaded, with its timers running already.
+    // Fills the form; runs each time it is loaded. The timers start when it has returned.
     virtual void OnLoad() {}
     // The frame's close button or the session asks. False keeps the form; otherwise it is unloaded.
     virtual bool OnCloseByFrame() { return true; }
@@ -152,11 +168,13 @@ class Form : public Container {
     bool TakeKey(Control* control, const act::Key& key);
     bool TakeOwn(const Act& done);
     void MakeView();
+    bool HasOneSize() const;
     void FitToLayout();
     void ArrangeSoon();
     void Forget(Control& control);
     void FocusOn(Control& control);
     void BringUp(bool modal);
+    void LeaveOrder();
     void Tell(FormAspect aspect);
 
     Forms& forms_;
@@ -177,11 +195,13 @@ class Form : public Container {
     Button* defaultButton_ = nullptr;
     Button* cancelButton_ = nullptr;
     Menu* menuBar_ = nullptr;
+    Menu* popupMenu_ = nullptr;
     Control* focus_ = nullptr;
     Control* wantsFocus_ = nullptr; // at the next showing
     std::vector<Timer*> timers_;
     std::vector<Menu*> menus_;
     bool loaded_ = false;
+    bool loading_ = false; // OnLoad has not returned
     bool visible_ = false;
     bool arrangePending_ = false;
     std::unique_ptr<FormView> view_;

@@ -27,14 +27,14 @@ TwipSize Larger(const TwipSize& a, const TwipSize& b) {
     return {std::max(a.width, b.width), std::max(a.height, b.height)};
 }
 
-FontSpec FontOf(const Control& control, FormHost& host) {
+FontSpec FontOf(const Control& control, FormMetrics& host) {
     return control.Font() ? *control.Font() : host.DefaultFont();
 }
 
 // The size of a control without children.
 class Sizer final : public ControlVisitor {
   public:
-    explicit Sizer(FormHost& host)
+    explicit Sizer(FormMetrics& host)
         : host_(host) {}
 
     TwipSize size;
@@ -100,7 +100,7 @@ class Sizer final : public ControlVisitor {
         size = Letters(control, control.columns, control.lines) + host_.Chrome(kind);
     }
 
-    FormHost& host_;
+    FormMetrics& host_;
 };
 
 // Whether a control takes height that is left over.
@@ -140,7 +140,7 @@ bool GrowsDown(const LayoutItem& item) {
 // One working out of a form's places. Sizes are asked of the host once for each control.
 class LayoutRun {
   public:
-    explicit LayoutRun(FormHost& host)
+    explicit LayoutRun(FormMetrics& host)
         : host_(host) {}
 
     TwipSize Measure(const LayoutItem& item) {
@@ -391,7 +391,7 @@ class LayoutRun {
                 {FramePadding, FramePadding, area.width - taken.width, area.height - taken.height});
     }
 
-    FormHost& host_;
+    FormMetrics& host_;
     int stacks_ = 0;
     std::unordered_map<const Control*, TwipSize> sizes_;
 };
@@ -435,20 +435,20 @@ LayoutItem Stretch() {
     return Gap(0).Stretched();
 }
 
-TwipSize MeasureForm(Form& form, FormHost& host) {
+TwipSize MeasureForm(Form& form, FormMetrics& host) {
     const LayoutItem& layout = form.Layout();
     if (layout.kind == LayoutItem::Kind::Nothing) return {};
     const TwipSize inner = LayoutRun(host).Measure(layout);
     return {inner.width + 2 * form.Margin(), inner.height + 2 * form.Margin()};
 }
 
-void ArrangeForm(Form& form, FormHost& host, TwipSize size) {
+void ArrangeForm(Form& form, FormMetrics& host, TwipSize size) {
     const int margin = form.Margin();
     LayoutRun(host).Arrange(form.Layout(),
                             {margin, margin, size.width - 2 * margin, size.height - 2 * margin});
 }
 
-TwipSize PreferredSize(Control& control, FormHost& host) {
+TwipSize PreferredSize(Control& control, FormMetrics& host) {
     Sizer sizer(host);
     control.Accept(sizer);
     return sizer.size;

@@ -10,7 +10,7 @@ namespace quorvane {
 class Container;
 class Control;
 class Form;
-class FormHost;
+class FormMetrics;
 
 // A piece of a layout: a control, a gap, or a box of pieces. Sizes come from the texts that the host
 // measures; room that is left over goes to the pieces that stretch. A hidden control takes no room, except in
@@ -60,10 +60,10 @@ LayoutItem Gap(int twips);
 LayoutItem Stretch();
 
 // The smallest size of the form's inner area.
-TwipSize MeasureForm(Form& form, FormHost& host);
+TwipSize MeasureForm(Form& form, FormMetrics& host);
 // Gives every control of the form its place in an inner area of `size`.
-void ArrangeForm(Form& form, FormHost& host, TwipSize size);
+void ArrangeForm(Form& form, FormMetrics& host, TwipSize size);
 // What a control would like to be, by its kind, text and font.
-TwipSize PreferredSize(Control& control, FormHost& host);
+TwipSize PreferredSize(Control& control, FormMetrics& host);
 
 } // namespace quorvane

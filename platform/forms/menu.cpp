@@ -27,9 +27,10 @@ Menu::~Menu() {
     if (form_) std::erase(form_->menus_, this);
 }
 
-void Menu::Open() {
-    if (onOpen) onOpen();
+ShownMenu Menu::Open() {
+    if (const auto handler = onOpen) handler();
     if (form_) Localise(form_->Collection().Strings());
+    return Entries();
 }
 
 void Menu::Localise(const LocaleStrings& words) {

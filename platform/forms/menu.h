@@ -16,7 +16,7 @@ class Form;
 class LocaleStrings;
 
 // One entry of a menu, with the entries of its submenu. "&" in the caption marks the mnemonic, "-" alone is a
-// separator. Plain data: a host reads it each time the menu is opened.
+// separator. Plain data.
 struct MenuItem {
     std::string name; // of the control ("mnu_popup_entry"), for tests and dumps
     int index = -1;   // in its control array
@@ -46,6 +46,12 @@ struct MenuItem {
         separator.caption = "-";
         return Add(std::move(separator));
     }
+};
+
+// What a host shows of a menu: its entries as they were then. The menu itself may be built anew meanwhile.
+struct ShownMenu {
+    std::deque<MenuItem> items;
+    int defaultItem = -1;
 };
 
 // A popup menu, or the menu bar of a form, whose top entries then are its titles.
@@ -78,16 +84,19 @@ class Menu {
     int DefaultItem() const { return defaultItem_; }
     void SetDefaultItem(int position) { defaultItem_ = position; }
 
-    // Brings the entries up to date when the menu is opened.
+    // Brings the entries up to date; called by Open alone.
     std::function<void()> onOpen;
-    // For whoever shows the menu, before it reads the entries.
-    void Open();
     // Puts the captions into the words of the table.
     void Localise(const LocaleStrings& words);
 
-    // A person chose `item`: the host's only word to a menu, said under EventLoop::Deliver. Entries that are
+    // A person opens the menu, or one of the titles of a menu bar: to be said once each time, under
+    // EventLoop::Deliver. Answers what is to be shown.
+    ShownMenu Open();
+    // What the menu holds, unopened.
+    ShownMenu Entries() const { return {root_.items, defaultItem_}; }
+    // A person chose `item` of a menu that was shown: to be said under EventLoop::Deliver. Entries that are
     // disabled or hold a submenu do nothing.
-    static void Choose(MenuItem& item) {
+    static void Choose(const MenuItem& item) {
         if (!item.enabled || !item.items.empty() || !item.onClick) return;
         const auto handler = item.onClick; // the handler may rebuild the menu
         handler();

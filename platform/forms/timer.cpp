@@ -42,7 +42,7 @@ void Timer::Wake() {
 }
 
 void Timer::Adjust() {
-    const bool wanted = enabled_ && interval_ > 0 && form_.IsLoaded();
+    const bool wanted = enabled_ && interval_ > 0 && form_.IsLoaded() && !form_.loading_;
     if (!wanted) {
         Stop();
     } else if (running_ == 0) {

@@ -9,8 +9,8 @@ namespace quorvane {
 
 class Form;
 
-// A timer of a form: it runs while the form is loaded, shown or not, `Enabled` is set and the interval is
-// above 0. Switching it on or changing its interval starts the interval anew.
+// A timer of a form: it runs while the form is loaded (from the end of OnLoad), shown or not, `Enabled` is
+// set and the interval is above 0. Switching it on or changing its interval starts the interval anew.
 class Timer {
   public:
     // A member of the form's class, as controls are.

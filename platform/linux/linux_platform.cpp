@@ -59,7 +59,7 @@ struct LinuxPlatform::Parts {
     LinuxDesktop desktop{*store, system, events, *files};
     LinuxTray tray{events, system};
     QtFormHost forms;
-    QtPrompts prompts;
+    QtPrompts prompts{forms};
 };
 
 LinuxPlatform::LinuxPlatform(int argumentCount, char** arguments, std::string toolkitPlatform)

@@ -85,7 +85,7 @@ void MemoryEventLoop::Advance(std::int64_t milliseconds) {
 }
 
 bool MemoryEventLoop::Fire(std::string_view name) {
-    const auto timer = Find(name);
+    const auto timer = held_ > 0 ? nullptr : Find(name);
     if (timer) FireTimer(timer);
     return timer != nullptr;
 }
@@ -131,7 +131,7 @@ std::shared_ptr<MemoryEventLoop::Timer> MemoryEventLoop::Find(TimerId id) const 
 std::shared_ptr<MemoryEventLoop::Timer> MemoryEventLoop::NextDue() const {
     std::shared_ptr<Timer> first;
     for (const auto& timer : timers_) {
-        if (!timer->asleep && (!first || timer->due < first->due)) first = timer;
+        if (held_ == 0 && !timer->asleep && (!first || timer->due < first->due)) first = timer;
     }
     return first;
 }
@@ -146,6 +146,7 @@ void MemoryEventLoop::RunPosted() {
 
 // Each timer once at most: a tick that takes longer than its interval must not keep the loop here for ever.
 void MemoryEventLoop::RunDue() {
+    if (held_ > 0) return;
     const auto before = timers_;
     for (const auto& timer : before) {
         const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();

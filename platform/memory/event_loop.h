@@ -23,6 +23,8 @@ class MemoryEventLoop : public EventLoop {
     void StopTimer(TimerId timer) override;
     void Sleep(TimerId timer) override;
     void Wake(TimerId timer) override;
+    void HoldTimers() override { ++held_; }
+    void ReleaseTimers() override { --held_; }
     void Post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
     void Pump() override;
     // Answers the wait by the next action of WhenWaiting, where one is prepared. Then moves the clocks from
@@ -38,7 +40,7 @@ class MemoryEventLoop : public EventLoop {
 
     // Moves both clocks on by `milliseconds`, firing each timer on the way at its moment.
     void Advance(std::int64_t milliseconds);
-    // Fires the timer of this name now, due or not; false where none of this name runs.
+    // Fires the timer of this name now, due or not; false where none of this name runs or timers are held.
     bool Fire(std::string_view name);
     // Calls `action` inside the Pump that comes as number `nth` from now (1: the next one): where re-entry
     // lives. A timer is fired there by handing in a call of Fire.
@@ -77,6 +79,7 @@ class MemoryEventLoop : public EventLoop {
     std::multimap<int, std::function<void()>> atPump_;
     std::function<void(int, const char*)> failureHandler_;
     TimerId lastId_ = 0;
+    int held_ = 0;
     int pumps_ = 0;
 };
 

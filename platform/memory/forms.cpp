@@ -20,8 +20,8 @@ MemoryFormView::~MemoryFormView() {
     host_.calls_.Add(form_.Name() + ".Destroy");
 }
 
-void MemoryFormView::Show(bool modal) {
-    host_.calls_.Add(form_.Name() + (modal ? ".Show modal" : ".Show"));
+void MemoryFormView::Show() {
+    host_.calls_.Add(form_.Name() + (form_.IsModal() ? ".Show modal" : ".Show"));
 }
 
 void MemoryFormView::Hide() {
@@ -72,17 +72,23 @@ void MemoryFormView::Focus(Control& control) {
     form_.Report(&control, act::Focus{true});
 }
 
-void MemoryFormView::Popup(Menu& menu) {
-    host_.calls_.Add(form_.Name() + ".Popup");
-    menu.Open();
-    if (host_.menuChoices.empty()) return;
-    const std::string path = std::move(host_.menuChoices.front());
-    host_.menuChoices.pop_front();
-    form_.Events().Deliver([&] { ChooseFromMenu(menu, path); });
+const MenuItem* MemoryFormView::Popup(const ShownMenu& menu, MenuPlace place) {
+    MemoryFormHost& host = host_;
+    host.calls_.Add(form_.Name() + (place == MenuPlace::Form ? ".Popup by key" : ".Popup"));
+    if (host.whileMenu) host.whileMenu();
+    if (host.menuChoices.empty()) return nullptr;
+    const std::string path = std::move(host.menuChoices.front());
+    host.menuChoices.pop_front();
+    return FindEntry(menu, path);
 }
 
-std::uintptr_t MemoryFormView::NativeHandle(Control&) {
-    return 0;
+std::uintptr_t MemoryFormView::NativeHandle(Control& control) {
+    const std::vector<Control*> all = form_.Controls();
+    return static_cast<std::uintptr_t>(std::find(all.begin(), all.end(), &control) - all.begin() + 1);
+}
+
+FormMetrics& MemoryFormView::Metrics() {
+    return host_;
 }
 
 bool MemoryFormView::Do(Form& form, Control* control, const Act& done) {
@@ -159,10 +165,10 @@ Insets MemoryFormHost::Chrome(ControlKind kind) {
 
 namespace {
 
-MenuItem* FindItem(std::deque<MenuItem>& items, std::string_view path) {
+const MenuItem* FindItem(const std::deque<MenuItem>& items, std::string_view path) {
     const std::size_t slash = path.find('/');
     const std::string_view wanted = path.substr(0, slash);
-    for (MenuItem& item : items) {
+    for (const MenuItem& item : items) {
         if (!item.visible || !item.enabled || PlainCaption(item.caption.Text()) != wanted) continue;
         if (slash == path.npos) return item.items.empty() ? &item : nullptr;
         return FindItem(item.items, path.substr(slash + 1));
@@ -172,8 +178,13 @@ MenuItem* FindItem(std::deque<MenuItem>& items, std::string_view path) {
 
 } // namespace
 
+const MenuItem* FindEntry(const ShownMenu& menu, std::string_view path) {
+    return FindItem(menu.items, path);
+}
+
 bool ChooseFromMenu(Menu& menu, std::string_view path) {
-    MenuItem* item = FindItem(menu.Items(), path);
+    const ShownMenu shown = menu.Open();
+    const MenuItem* item = FindEntry(shown, path);
     if (item) Menu::Choose(*item);
     return item != nullptr;
 }

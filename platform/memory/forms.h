@@ -18,15 +18,16 @@ class MemoryFormView final : public FormView {
     MemoryFormView(MemoryFormHost& host, Form& form);
     ~MemoryFormView() override;
 
-    void Show(bool modal) override;
+    void Show() override;
     void Hide() override;
     void BringToFront() override;
     void Update(Control& control, Aspect aspect) override;
     void UpdateRows(ListView& list, const RowChange& change) override;
     void UpdateForm(FormAspect aspect) override;
     void Focus(Control& control) override;
-    void Popup(Menu& menu) override;
+    const MenuItem* Popup(const ShownMenu& menu, MenuPlace place) override;
     std::uintptr_t NativeHandle(Control& control) override;
+    FormMetrics& Metrics() override;
 
     // A person does `done` to a control of a form that has a window, or to the form itself. What Report
     // answers.
@@ -68,14 +69,17 @@ class MemoryFormHost final : public FormHost {
     // without mnemonics, "Views/Compact"; an empty text closes the menu. A menu that nobody expects is
     // closed.
     std::deque<std::string> menuChoices;
+    // What happens while a menu is open: timers, a change of the menu itself.
+    std::function<void()> whileMenu;
 
   private:
     friend class MemoryFormView;
     CallLog& calls_;
 };
 
-// Chooses an entry of a menu by its captions, "Views/Compact", as a person would. False where there is no
-// such entry that a person could choose.
+// The entry of a menu by its captions, "Views/Compact"; null where there is none that a person could choose.
+const MenuItem* FindEntry(const ShownMenu& menu, std::string_view path);
+// Opens a menu and chooses an entry, as a person would. False where there is no such entry.
 bool ChooseFromMenu(Menu& menu, std::string_view path);
 
 } // namespace quorvane

@@ -34,12 +34,12 @@ class MemoryPlatform {
     MemoryEventLoop events{clock};
     MemoryFiles files;
     MemoryFormHost forms{calls};
-    MemoryPrompts prompts;
+    MemoryPrompts prompts{forms};
     MemoryRandom random;
     MemorySession session{calls};
     MemoryStore store;
     MemorySystem system{calls};
-    MemoryTray tray{calls};
+    MemoryTray tray{calls, events};
     MemoryChannel channel{events};
     MemoryKeys keys;
     MemoryPrograms programs{calls};

@@ -13,6 +13,7 @@ bool AsksYesOrNo(int style) {
 } // namespace
 
 MemoryPrompts::Prepared MemoryPrompts::Ask(Question question) {
+    const QuestionStands stands(host_.Order());
     asked.push_back(question);
     if (whileAsking) whileAsking(question);
     const bool informs = question.kind == Kind::Message && !AsksYesOrNo(question.style);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/forms/form_host.h"
 #include "platform/prompts.h"
 
 #include <deque>
@@ -15,6 +16,9 @@ namespace quorvane {
 // needs no answer.
 class MemoryPrompts final : public Prompts {
   public:
+    explicit MemoryPrompts(FormHost& host)
+        : host_(host) {}
+
     enum class Kind { Message, Line, File, Folder, Font, PickColor };
     struct Question {
         Kind kind = Kind::Message;
@@ -66,6 +70,7 @@ class MemoryPrompts final : public Prompts {
     void Prepare(Prepared answer) { answers_.push_back(std::move(answer)); }
     Prepared Ask(Question question);
 
+    FormHost& host_;
     std::deque<Prepared> answers_;
 };
 

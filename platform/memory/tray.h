@@ -1,14 +1,17 @@
 #pragma once
 
+#include "platform/event_loop.h"
 #include "platform/memory/call_log.h"
+#include "platform/memory/forms.h"
 #include "platform/tray.h"
 
 namespace quorvane {
 
 class MemoryTray : public Tray {
   public:
-    explicit MemoryTray(CallLog& calls)
-        : calls_(calls) {}
+    MemoryTray(CallLog& calls, EventLoop& events)
+        : calls_(calls)
+        , events_(events) {}
 
     bool Add(const TrayRecord& newRecord) override {
         calls_.Add("tray.Add " + newRecord.tip);
@@ -33,7 +36,12 @@ class MemoryTray : public Tray {
     void SetMenu(Menu* newMenu) override { menu = newMenu; }
     void Popup(Menu& shown) override {
         calls_.Add("tray.Popup");
-        if (whilePopup) whilePopup(shown);
+        const ShownMenu opened = shown.Open();
+        {
+            const TimersHeld held(events_);
+            if (whileMenu) whileMenu();
+        }
+        if (const MenuItem* picked = FindEntry(opened, menuChoice)) Menu::Choose(*picked);
     }
     void OnMessage(std::function<void(int message)> handler) override { handler_ = std::move(handler); }
 
@@ -47,10 +55,12 @@ class MemoryTray : public Tray {
     TrayRecord record; // as last added or modified
     int version = 0;
     Menu* menu = nullptr;
-    std::function<void(Menu& menu)> whilePopup; // what the person picks of an open menu
+    std::function<void()> whileMenu; // what happens while the menu is open
+    std::string menuChoice;          // what the person picks, by its captions ("System/Hardware"); or nothing
 
   private:
     CallLog& calls_;
+    EventLoop& events_;
     std::function<void(int message)> handler_;
 };
 

@@ -121,6 +121,24 @@ TYPED_TEST_P(EventLoopContract, ATimerThatSleptKeepsToItsMultiples) {
     this->loop_.Wake(timer);
 }
 
+TYPED_TEST_P(EventLoopContract, HeldTimersTickOnceWhenTheyAreReleased) {
+    int ticks = 0;
+    int posted = 0;
+    this->loop_.StartTimer("fast", 20, [&] { ++ticks; });
+    this->loop_.Post([&] { ++posted; });
+    {
+        const TimersHeld outer(this->loop_);
+        const TimersHeld inner(this->loop_);
+        this->maker_.PassTime(100);
+        this->loop_.Pump();
+    }
+    EXPECT_EQ(ticks, 0);
+    EXPECT_EQ(posted, 1) << "everything else runs";
+    this->loop_.Pump();
+    EXPECT_EQ(ticks, 1);
+    this->RunUntil([&] { return ticks == 3; });
+}
+
 TYPED_TEST_P(EventLoopContract, PostedWorkRunsOnceInOrder) {
     std::string order;
     this->loop_.Post([&] {
@@ -158,7 +176,7 @@ TYPED_TEST_P(EventLoopContract, AFailureGoesToTheHandlerAndAnEndLeavesEveryLoop)
 REGISTER_TYPED_TEST_SUITE_P(EventLoopContract, TimersRepeatMergeAndStop,
                             ANestedWaitKeepsAllTimersGoingAndTheOneItIsInToo,
                             ATimerStoppedOrPutToSleepInsideATickFiresNoMore,
-                            ATimerThatSleptKeepsToItsMultiples, PostedWorkRunsOnceInOrder,
-                            AFailureGoesToTheHandlerAndAnEndLeavesEveryLoop);
+                            ATimerThatSleptKeepsToItsMultiples, HeldTimersTickOnceWhenTheyAreReleased,
+                            PostedWorkRunsOnceInOrder, AFailureGoesToTheHandlerAndAnEndLeavesEveryLoop);
 
 } // namespace quorvane

@@ -69,6 +69,16 @@ void QtEventLoop::Timer::SetNextDue(std::int64_t now) {
     if (due <= now) due += ((now - due) / interval + 1) * interval;
 }
 
+void QtEventLoop::HoldTimers() {
+    ++held_;
+    Arm();
+}
+
+void QtEventLoop::ReleaseTimers() {
+    --held_;
+    Arm();
+}
+
 // One queued call for each: work that is posted by posted work waits for the next round of the loop.
 void QtEventLoop::Post(std::function<void()> work) {
     posted_.push_back(std::move(work));
@@ -84,6 +94,14 @@ void QtEventLoop::RunOnePosted() {
 
 void QtEventLoop::Deliver(const std::function<void()>& work) {
     if (ended_) return;
+    struct Delivering {
+        int& depth;
+        explicit Delivering(int& counted)
+            : depth(counted) {
+            ++depth;
+        }
+        ~Delivering() { --depth; }
+    } const delivering(delivering_);
     try {
         work();
     } catch (const ProcessEnd& end) {
@@ -120,6 +138,7 @@ void QtEventLoop::LeaveWhereEnded() const {
 void QtEventLoop::Pump() {
     if (!displayLost_) {
         QCoreApplication::processEvents();
+        DestroyUnloaded();
         LeaveWhereEnded();
     }
 }
@@ -132,8 +151,15 @@ void QtEventLoop::RunWhile(const std::function<bool()>& condition) {
             throw ProcessEnd{1};
         }
         loop.processEvents(QEventLoop::WaitForMoreEvents);
+        DestroyUnloaded();
         LeaveWhereEnded();
     }
+}
+
+// What is to be deleted later and was told so outside every event waits for a loop of the toolkit's to end,
+// and there is none. Inside an event it must wait: it may be the one whose event that is.
+void QtEventLoop::DestroyUnloaded() {
+    if (delivering_ == 0) QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 int QtEventLoop::Run() {
@@ -152,6 +178,7 @@ void QtEventLoop::OnFailure(std::function<void(int number, const char* descripti
 // Each timer once at most in a waking. The next tick is set before this one runs, so that a nested loop keeps
 // the others going.
 void QtEventLoop::RunDue() {
+    if (held_ > 0) return;
     const auto before = timers_;
     for (const auto& timer : before) {
         const std::int64_t now = SteadyMilliseconds();
@@ -171,7 +198,7 @@ void QtEventLoop::Arm() {
         const std::int64_t latest = timer->due + Slack(timer->interval);
         next = std::min(next.value_or(latest), latest);
     }
-    if (next) {
+    if (next && held_ == 0) {
         wake_.start(static_cast<int>(std::clamp<std::int64_t>(*next - SteadyMilliseconds(), 0, 1'000'000)));
     } else {
         wake_.stop();

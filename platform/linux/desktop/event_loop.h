@@ -21,6 +21,8 @@ class QtEventLoop final : public EventLoop {
     void StopTimer(TimerId timer) override;
     void Sleep(TimerId timer) override;
     void Wake(TimerId timer) override;
+    void HoldTimers() override;
+    void ReleaseTimers() override;
     void Post(std::function<void()> work) override;
     void Deliver(const std::function<void()>& work) override;
     void Pump() override;
@@ -46,6 +48,7 @@ class QtEventLoop final : public EventLoop {
     std::shared_ptr<Timer> Find(TimerId timer) const;
     void RunOnePosted();
     void RunDue();
+    void DestroyUnloaded();
     void Arm();
     void Fail(int number, const char* description);
     void End(int status);
@@ -58,6 +61,8 @@ class QtEventLoop final : public EventLoop {
     std::function<void(int, const char*)> failureHandler_;
     std::optional<int> ended_; // the exit status, once the process is to end
     TimerId lastId_ = 0;
+    int held_ = 0;       // HoldTimers without its answer
+    int delivering_ = 0; // depth of Deliver
     bool failing_ = false;
     bool displayLost_ = false;
 };

@@ -4,12 +4,12 @@
 #include "platform/forms/menu.h"
 
 #include <QAction>
-#include <QCursor>
 #include <QIcon>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
+#include <QPointer>
 #include <map>
 
 namespace quorvane {
@@ -32,10 +32,10 @@ QIcon ToIcon(Surface& bitmap) {
     return QIcon(QPixmap::fromImage(image));
 }
 
-using Entries = std::map<QAction*, MenuItem*>;
+using Entries = std::map<QAction*, const MenuItem*>;
 
-void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, Entries& entries) {
-    for (MenuItem& item : items) {
+void AddEntries(QMenu& shown, const std::deque<MenuItem>& items, EventLoop* events, Entries& entries) {
+    for (const MenuItem& item : items) {
         if (!item.visible) continue;
         if (item.IsSeparator()) {
             shown.addSeparator();
@@ -57,21 +57,19 @@ void AddEntries(QMenu& shown, std::deque<MenuItem>& items, EventLoop* events, En
         entries[action] = &item;
         if (events && item.items.empty()) {
             // The menu may be filled anew while this one is open: the entry is kept as it was shown.
-            QObject::connect(action, &QAction::triggered, [events, chosen = item]() mutable {
+            QObject::connect(action, &QAction::triggered, [events, chosen = item] {
                 events->Deliver([&chosen] { Menu::Choose(chosen); });
             });
         }
     }
 }
 
-Entries Fill(QMenu& shown, Menu& menu, EventLoop* events) {
-    menu.Open();
+Entries Fill(QMenu& shown, const ShownMenu& menu, EventLoop* events) {
     shown.clear();
     Entries entries;
-    AddEntries(shown, menu.Items(), events, entries);
-    const int byDefault = menu.DefaultItem();
-    if (byDefault >= 0 && byDefault < static_cast<int>(menu.Items().size())) {
-        const MenuItem* item = &menu.Items()[static_cast<std::size_t>(byDefault)];
+    AddEntries(shown, menu.items, events, entries);
+    if (menu.defaultItem >= 0 && menu.defaultItem < static_cast<int>(menu.items.size())) {
+        const MenuItem* item = &menu.items[static_cast<std::size_t>(menu.defaultItem)];
         for (const auto& [action, entry] : entries) {
             if (entry == item) shown.setDefaultAction(action);
         }
@@ -81,34 +79,41 @@ Entries Fill(QMenu& shown, Menu& menu, EventLoop* events) {
 
 } // namespace
 
-void FillMenu(QMenu& shown, Menu& menu, EventLoop* events) {
-    Fill(shown, menu, events);
+void FillMenu(QMenu& shown, const ShownMenu& menu, EventLoop& events) {
+    Fill(shown, menu, &events);
 }
 
+// What hangs below a title that goes may be open at this moment.
 void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events) {
+    for (QAction* title : bar.actions()) {
+        if (QMenu* below = title->menu()) below->deleteLater();
+    }
     bar.clear();
-    for (std::size_t i = 0; i < menu.Items().size(); ++i) {
-        const MenuItem& title = menu.Items()[i];
+    const ShownMenu titles = menu.Entries();
+    for (std::size_t i = 0; i < titles.items.size(); ++i) {
+        const MenuItem& title = titles.items[i];
         if (!title.visible) continue;
         QMenu* below = bar.addMenu(QString::fromStdString(title.caption.Text()));
         below->setEnabled(title.enabled);
-        const auto fill = [below, i, &menu, &events] {
-            events.Deliver([&menu] { menu.Open(); });
-            below->clear();
-            Entries entries;
-            if (i < menu.Items().size()) AddEntries(*below, menu.Items()[i].items, &events, entries);
-        };
-        QObject::connect(below, &QMenu::aboutToShow, below, fill);
+        QObject::connect(below, &QMenu::aboutToShow, below, [below, i, &menu, &events] {
+            events.Deliver([below = QPointer(below), i, &menu, &events] {
+                const ShownMenu opened = menu.Open();
+                if (!below) return;
+                below->clear();
+                Entries entries;
+                if (i < opened.items.size()) AddEntries(*below, opened.items[i].items, &events, entries);
+            });
+        });
     }
 }
 
-void ShowMenuAtPointer(Menu& menu) {
+const MenuItem* AskMenu(const ShownMenu& menu, const QPoint& at) {
     QMenu shown;
     const Entries entries = Fill(shown, menu, nullptr);
     // Where no window can be placed (Wayland) it is one of its own: with one size alone it is not tiled.
     shown.setFixedSize(shown.sizeHint());
-    const auto chosen = entries.find(shown.exec(QCursor::pos()));
-    if (chosen != entries.end()) Menu::Choose(*chosen->second);
+    const auto chosen = entries.find(shown.exec(at));
+    return chosen == entries.end() ? nullptr : chosen->second;
 }
 
 } // namespace quorvane

@@ -2,21 +2,25 @@
 
 class QMenu;
 class QMenuBar;
+class QPoint;
 
 namespace quorvane {
 
 class EventLoop;
 class Menu;
+struct MenuItem;
+struct ShownMenu;
 
-// Fills `shown` with what `menu` holds now, in place of what it held; the default entry is bold. Where
-// `events` is given, an entry that a person picks is told to the menu by it; otherwise the caller does that.
-void FillMenu(QMenu& shown, Menu& menu, EventLoop* events);
+// Fills `shown` with the entries of `menu`, in place of what it held; the default entry is bold. What a
+// person picks is done under `events`.
+void FillMenu(QMenu& shown, const ShownMenu& menu, EventLoop& events);
 
-// Fills a menu bar with the titles of `menu`; what hangs below a title is filled each time it is opened.
-// `menu` must stay as long as the bar.
+// Fills a menu bar with the titles of `menu`, which is opened each time one of them is. It must stay as long
+// as the bar.
 void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events);
 
-// Shows the menu at the pointer, waits until it is closed, and tells it what was picked.
-void ShowMenuAtPointer(Menu& menu);
+// Shows a menu at a place of the screen, waits until it is closed, and answers the entry of `menu` that was
+// picked; null for none.
+const MenuItem* AskMenu(const ShownMenu& menu, const QPoint& at);
 
 } // namespace quorvane

@@ -2,11 +2,13 @@
 
 #include "core/utf8.h"
 #include "platform/event_loop.h"
+#include "platform/forms/menu.h"
 #include "platform/linux/desktop/icon.h"
 #include "platform/linux/desktop/qt_menu.h"
 #include "platform/system.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QIcon>
 #include <QMenu>
 #include <QSystemTrayIcon>
@@ -17,6 +19,10 @@ namespace {
 
 constexpr int BalloonFlag = 16;
 constexpr int PatienceMilliseconds = 2000;
+// An area over D-Bus tells first that the menu is closed and then what was picked, or the other way round.
+constexpr int PickMilliseconds = 300;
+// Some never tell that the menu is closed.
+constexpr int OpenMilliseconds = 60'000;
 
 // At most `letters` of the text, line ends as the toolkit wants them.
 QString FieldText(const std::string& text, int letters) {
@@ -40,6 +46,11 @@ LinuxTray::LinuxTray(EventLoop& events, System& system)
     patience_.setSingleShot(true);
     patience_.setInterval(PatienceMilliseconds);
     QObject::connect(&patience_, &QTimer::timeout, [this] { ComplainOfNoArea(); });
+    for (auto [timer, milliseconds] : {std::pair(&closed_, PickMilliseconds), {&lost_, OpenMilliseconds}}) {
+        timer->setSingleShot(true);
+        timer->setInterval(milliseconds);
+        QObject::connect(timer, &QTimer::timeout, [this] { ReleaseTimers(); });
+    }
 }
 
 LinuxTray::~LinuxTray() = default;
@@ -101,6 +112,7 @@ void LinuxTray::Remove() {
     patience_.stop();
     busArea_.reset();
     windowArea_.reset();
+    ReleaseTimers();
     if (icon_) {
         icon_->hide();
         icon_.release()->deleteLater();
@@ -112,9 +124,12 @@ void LinuxTray::SetMenu(Menu* menu) {
     if (shownMenu_) shownMenu_.release()->deleteLater();
     if (menu) {
         shownMenu_ = std::make_unique<QMenu>();
-        FillMenu(*shownMenu_, *menu, &events_);
-        QObject::connect(shownMenu_.get(), &QMenu::aboutToShow,
-                         [this] { events_.Deliver([this] { FillMenu(*shownMenu_, *menu_, &events_); }); });
+        FillMenu(*shownMenu_, menu->Entries(), events_);
+        QObject::connect(shownMenu_.get(), &QMenu::aboutToShow, [this] {
+            events_.Deliver([this] { FillMenu(*shownMenu_, menu_->Open(), events_); });
+            HoldTimers();
+        });
+        QObject::connect(shownMenu_.get(), &QMenu::aboutToHide, [this] { closed_.start(); });
     }
     if (icon_) icon_->setContextMenu(shownMenu_.get());
 }
@@ -123,8 +138,26 @@ void LinuxTray::SetMenu(Menu* menu) {
 void LinuxTray::Popup(Menu& menu) {
     if (popupOpen_ || (&menu == menu_ && !overBus_)) return;
     popupOpen_ = true;
-    ShowMenuAtPointer(menu);
+    const ShownMenu shown = menu.Open();
+    const MenuItem* picked = nullptr;
+    {
+        const TimersHeld held(events_);
+        picked = AskMenu(shown, QCursor::pos());
+    }
     popupOpen_ = false;
+    if (picked) Menu::Choose(*picked);
+}
+
+void LinuxTray::HoldTimers() {
+    if (!held_) held_.emplace(events_);
+    closed_.stop();
+    lost_.start();
+}
+
+void LinuxTray::ReleaseTimers() {
+    closed_.stop();
+    lost_.stop();
+    held_.reset();
 }
 
 // Areas over D-Bus know one kind of activation alone; two of them in quick succession are a double click,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/event_loop.h"
 #include "platform/linux/desktop/balloons.h"
 #include "platform/linux/desktop/tray_area.h"
 #include "platform/tray.h"
@@ -14,7 +15,6 @@ class QSystemTrayIcon;
 
 namespace quorvane {
 
-class EventLoop;
 class System;
 
 // The icon in whatever notification area the desktop has: the one that windows are embedded in, or the one
@@ -37,6 +37,8 @@ class LinuxTray final : public Tray {
     void AppearWhereThereIsAnArea();
     void ComplainOfNoArea();
     void Apply();
+    void HoldTimers();
+    void ReleaseTimers();
     void Activated(int reason);
     void Tell(int message);
 
@@ -52,7 +54,10 @@ class LinuxTray final : public Tray {
     bool overBus_ = false;                  // the icon is shown there
     std::unique_ptr<QSystemTrayIcon> icon_; // exists from the first time that an area was there
     Balloons balloons_;
-    QTimer patience_; // with an area that comes up together with the program
+    QTimer patience_;                // with an area that comes up together with the program
+    std::optional<TimersHeld> held_; // while the icon's own menu is open
+    QTimer closed_;                  // runs out a little after the menu's closing
+    QTimer lost_;                    // runs out where nobody tells of the closing
     QElapsedTimer lastActivation_;
     std::function<void(int message)> handler_;
 };

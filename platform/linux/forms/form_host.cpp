@@ -171,6 +171,10 @@ TwipScale QtFormHost::Scale() {
     return {TwipsPerInch / screen->logicalDotsPerInchX(), TwipsPerInch / screen->logicalDotsPerInchY()};
 }
 
+double QtFormHost::PixelRatio() {
+    return QGuiApplication::primaryScreen()->devicePixelRatio();
+}
+
 TwipRect QtFormHost::WorkArea() {
     const TwipScale scale = Scale();
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();

@@ -18,6 +18,7 @@ class QtFormHost final : public FormHost {
     // Measured at widgets of the person's own style.
     Insets Chrome(ControlKind kind) override;
     TwipScale Scale() override;
+    double PixelRatio() override;
     TwipRect WorkArea() override;
 
   private:

@@ -6,10 +6,13 @@
 #include "platform/linux/drawing/font.h"
 #include "platform/linux/forms/keys.h"
 #include "platform/linux/forms/qt_text.h"
+#include "platform/linux/forms/task_bar.h"
 
 #include <QApplication>
 #include <QBitmap>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QCursor>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -18,6 +21,7 @@
 #include <QWidget>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 namespace quorvane {
 
@@ -40,6 +44,8 @@ QtFormView::QtFormView(Form& form)
     window_->setWindowIcon(ProgramIcon());
     window_->setWindowTitle(ToWidgetText(form.Caption()));
     window_->installEventFilter(this);
+    client_->installEventFilter(this);
+    client_->setMouseTracking(true);
     ShowWindowKind();
     ShowMenuBar();
     MakeParts(form, client_);
@@ -100,20 +106,52 @@ void QtFormView::LeadMnemonic(const Control& label) {
     static_cast<QLabel*>(WidgetOf(label))->setBuddy(buddy);
 }
 
-void QtFormView::Show(bool modal) {
-    const Qt::WindowModality wanted = modal ? Qt::ApplicationModal : Qt::NonModal;
-    if (window_->windowModality() != wanted) {
-        window_->hide();
-        window_->setWindowModality(wanted);
-    }
+void QtFormView::Show() {
+    const Qt::WindowModality wanted = form_.IsModal() ? Qt::ApplicationModal : Qt::NonModal;
     {
         const Applying applying(*this);
+        if (window_->windowModality() != wanted) {
+            window_->hide();
+            window_->setWindowModality(wanted);
+        }
+        ShowWindowKind();
         ShowPlace();
         CutOut();
+        window_->winId(); // the window is there before it is mapped
+        JoinModal();
+        LeaveTaskBar();
         form_.Minimized() ? window_->showMinimized() : window_->show();
     }
     window_->raise();
     if (form_.ShownInTaskBar()) window_->activateWindow();
+}
+
+// The toolkit blocks every window but the topmost modal one and what belongs to that. A modal window itself
+// belongs to the one that was used before, and stays above it.
+void QtFormView::JoinModal() {
+    QWindow* own = window_->windowHandle();
+    if (!own || form_.IsBlocked()) return;
+    const Form* topmost = form_.Host().Order().Topmost();
+    const QWidget* over = nullptr;
+    if (topmost == &form_) {
+        if (own->isVisible()) return;
+        over = QApplication::activeWindow();
+    } else {
+        over = topmost ? static_cast<QtFormView*>(topmost->View())->window_.data()
+                       : QApplication::activeModalWidget();
+    }
+    QWindow* parent = over ? over->windowHandle() : nullptr;
+    for (const QWindow* each = parent; each && parent; each = each->transientParent()) {
+        if (each == own) parent = nullptr; // no ring: that one belongs to this one
+    }
+    own->setTransientParent(parent);
+}
+
+// Neither the bar nor the pager shows it. The toolkit keeps what stands there when it maps the window, and a
+// window manager takes it away when the window is withdrawn.
+void QtFormView::LeaveTaskBar() {
+    if (window_->isVisible()) return;
+    if (!form_.ShownInTaskBar() || form_.IsModal()) SetSkippedByTaskBar(*window_);
 }
 
 void QtFormView::Hide() {
@@ -185,6 +223,9 @@ void QtFormView::UpdateForm(FormAspect aspect) {
         if (form_.IsVisible() && form_.Minimized() != window_->isMinimized())
             form_.Minimized() ? window_->showMinimized() : window_->showNormal();
         break;
+    case FormAspect::Blocked:
+        JoinModal();
+        break;
     }
 }
 
@@ -192,8 +233,8 @@ void QtFormView::Focus(Control& control) {
     WidgetOf(control)->setFocus(Qt::OtherFocusReason);
 }
 
-void QtFormView::Popup(Menu& menu) {
-    ShowMenuAtPointer(menu);
+const MenuItem* QtFormView::Popup(const ShownMenu& menu, MenuPlace place) {
+    return AskMenu(menu, place == MenuPlace::Form ? client_->mapToGlobal(QPoint(0, 0)) : QCursor::pos());
 }
 
 std::uintptr_t QtFormView::NativeHandle(Control& control) {
@@ -217,7 +258,7 @@ void QtFormView::ShowCaption(Control& control) {
 
 void QtFormView::ShowState(Control& control) {
     Part& part = *parts_.at(&control);
-    part.Widget()->setVisible(control.Visible());
+    part.Widget()->setVisible(control.Visible() && control.HasPlace());
     part.Widget()->setEnabled(control.Enabled());
     part.ShowState();
 }
@@ -254,6 +295,7 @@ void QtFormView::ShowBounds(Control& control) {
         corner += QPoint(host.Scale().PixelsX(chrome.left), host.Scale().PixelsY(top));
     }
     WidgetOf(control)->setGeometry(QRect(corner, QSize(area.width, area.height)));
+    WidgetOf(control)->setVisible(control.Visible() && control.HasPlace());
 }
 
 void QtFormView::ShowWindowKind() {
@@ -265,7 +307,8 @@ void QtFormView::ShowWindowKind() {
         flags = (form_.ShownInTaskBar() ? Qt::Window : Qt::Tool) | Qt::FramelessWindowHint;
         break;
     case BorderStyle::Fixed:
-        flags = Qt::Window | dialogue | Qt::WindowMinimizeButtonHint;
+        flags = Qt::Window | dialogue;
+        if (!form_.IsModal()) flags |= Qt::WindowMinimizeButtonHint;
         break;
     case BorderStyle::Tool:
         flags = Qt::Tool | dialogue;
@@ -278,7 +321,10 @@ void QtFormView::ShowWindowKind() {
     if (window_->windowFlags() == flags) return;
     const bool shown = window_->isVisible();
     window_->setWindowFlags(flags); // hides the window
-    if (shown) window_->show();
+    if (!shown) return;
+    LeaveTaskBar();
+    window_->show(); // the handle may be another one
+    JoinModal();
 }
 
 void QtFormView::ShowPlace() {
@@ -356,9 +402,17 @@ bool QtFormView::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-        return control &&
-               FilterMouse(*control, *static_cast<QWidget*>(watched), *static_cast<QMouseEvent*>(event));
+    case QEvent::MouseMove: {
+        const auto& mouse = *static_cast<QMouseEvent*>(event);
+        if (watched == client_) return FilterGround(mouse);
+        if (!control) return false;
+        const QPointer<QtFormView> alive(this);
+        const bool usedUp = FilterMouse(*control, *static_cast<QWidget*>(watched), mouse);
+        if (alive) TakeMenuButton(mouse);
+        return usedUp;
+    }
+    case QEvent::ContextMenu:
+        return watched == window_ && FilterContextMenu(*static_cast<QContextMenuEvent*>(event));
     default:
         return watched == window_ && FilterWindow(event);
     }
@@ -411,6 +465,22 @@ bool QtFormView::FilterMouse(Control& control, const QWidget& widget, const QMou
         kind == ControlKind::Label || kind == ControlKind::PictureBox || kind == ControlKind::Frame;
     if (!plain && !control.onMouse) return false;
 
+    const bool left = event.button() == Qt::LeftButton;
+    const bool doubled = event.type() == QEvent::MouseButtonDblClick && left && plain;
+    const bool clicked = event.type() == QEvent::MouseButtonRelease && left && plain &&
+                         pressed_ == &control && widget.rect().contains(event.position().toPoint());
+    if (event.type() != QEvent::MouseMove)
+        pressed_ = event.type() == QEvent::MouseButtonPress ? &control : nullptr;
+
+    const QPointer<QtFormView> alive(this);
+    Form& form = form_;
+    form.Report(&control, MouseOf(event));
+    if (alive && clicked) form.Report(&control, act::Click{});
+    if (alive && doubled) form.Report(&control, act::DoubleClick{});
+    return plain;
+}
+
+act::Mouse QtFormView::MouseOf(const QMouseEvent& event) const {
     const TwipScale scale = form_.Host().Scale();
     const QPoint at = event.position().toPoint();
     const QPoint screen = event.globalPosition().toPoint();
@@ -418,27 +488,48 @@ bool QtFormView::FilterMouse(Control& control, const QWidget& widget, const QMou
         return (buttons & Qt::LeftButton ? 1 : 0) + (buttons & Qt::RightButton ? 2 : 0) +
                (buttons & Qt::MiddleButton ? 4 : 0);
     };
+    const bool moved = event.type() == QEvent::MouseMove;
     act::Mouse mouse;
+    mouse.phase = moved                                        ? act::MousePhase::Move
+                  : event.type() == QEvent::MouseButtonRelease ? act::MousePhase::Up
+                                                               : act::MousePhase::Down;
+    mouse.button = moved ? number(event.buttons()) : number(event.button());
     mouse.shift = ShiftStateOf(event.modifiers());
     mouse.at = {scale.TwipsX(at.x()), scale.TwipsY(at.y())};
     mouse.screen = {scale.TwipsX(screen.x()), scale.TwipsY(screen.y())};
-    mouse.button = event.type() == QEvent::MouseMove ? number(event.buttons()) : number(event.button());
-    mouse.phase = event.type() == QEvent::MouseMove            ? act::MousePhase::Move
-                  : event.type() == QEvent::MouseButtonRelease ? act::MousePhase::Up
-                                                               : act::MousePhase::Down;
-    const bool left = event.button() == Qt::LeftButton;
-    const bool doubled = event.type() == QEvent::MouseButtonDblClick && left && plain;
-    const bool clicked = event.type() == QEvent::MouseButtonRelease && left && plain &&
-                         pressed_ == &control && widget.rect().contains(at);
-    if (event.type() != QEvent::MouseMove)
-        pressed_ = event.type() == QEvent::MouseButtonPress ? &control : nullptr;
+    return mouse;
+}
 
+// The ground is also told what a control has no use for: that is not done to the bare form.
+bool QtFormView::FilterGround(const QMouseEvent& event) {
+    const bool bare = !client_->childAt(event.position().toPoint());
+    const bool down = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
     const QPointer<QtFormView> alive(this);
-    Form& form = form_;
-    form.Report(&control, mouse);
-    if (alive && clicked) form.Report(&control, act::Click{});
-    if (alive && doubled) form.Report(&control, act::DoubleClick{});
-    return plain;
+    if (down ? bare : bare || groundPressed_) {
+        groundPressed_ = event.buttons() != Qt::NoButton;
+        Form& form = form_;
+        form.Report(nullptr, MouseOf(event));
+        if (alive && event.type() == QEvent::MouseButtonDblClick && event.button() == Qt::LeftButton)
+            form.Report(nullptr, act::DoubleClick{});
+    }
+    if (alive) TakeMenuButton(event);
+    return true;
+}
+
+// The toolkit asks for the menu when the right button goes down or comes up, as the desktop has it; here it
+// is always when it comes up, behind the mouse's own news.
+bool QtFormView::FilterContextMenu(const QContextMenuEvent& event) {
+    if (event.reason() == QContextMenuEvent::Mouse && QApplication::mouseButtons() & Qt::RightButton) {
+        menuAsked_ = true;
+    } else {
+        form_.Report(nullptr, act::ContextMenu{event.reason() == QContextMenuEvent::Keyboard});
+    }
+    return true;
+}
+
+void QtFormView::TakeMenuButton(const QMouseEvent& event) {
+    if (event.button() != Qt::RightButton || event.type() != QEvent::MouseButtonRelease) return;
+    if (std::exchange(menuAsked_, false)) form_.Report(nullptr, act::ContextMenu{});
 }
 
 } // namespace quorvane

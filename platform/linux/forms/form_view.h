@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+class QContextMenuEvent;
 class QKeyEvent;
 class QMenuBar;
 class QMouseEvent;
@@ -21,15 +22,16 @@ class QtFormView final : public QObject, public FormView {
     explicit QtFormView(Form& form);
     ~QtFormView() override;
 
-    void Show(bool modal) override;
+    void Show() override;
     void Hide() override;
     void BringToFront() override;
     void Update(Control& control, Aspect aspect) override;
     void UpdateRows(ListView& list, const RowChange& change) override;
     void UpdateForm(FormAspect aspect) override;
     void Focus(Control& control) override;
-    void Popup(Menu& menu) override;
+    const MenuItem* Popup(const ShownMenu& menu, MenuPlace place) override;
     std::uintptr_t NativeHandle(Control& control) override;
+    FormMetrics& Metrics() override { return form_.Host(); }
 
     // For tests, which work on the widgets.
     QWidget* Window() const { return window_; }
@@ -51,6 +53,8 @@ class QtFormView final : public QObject, public FormView {
     void ShowLook(Control& control);
     void ShowBounds(Control& control);
     void ShowWindowKind();
+    void JoinModal();
+    void LeaveTaskBar();
     void ShowPlace();
     void ShowMenuBar();
     void ShowLookOfWindow();
@@ -61,6 +65,10 @@ class QtFormView final : public QObject, public FormView {
     bool FilterWindow(QEvent* event);
     bool FilterKey(QObject* watched, Control* control, const QKeyEvent& event);
     bool FilterMouse(Control& control, const QWidget& widget, const QMouseEvent& event);
+    bool FilterGround(const QMouseEvent& event);
+    bool FilterContextMenu(const QContextMenuEvent& event);
+    void TakeMenuButton(const QMouseEvent& event);
+    act::Mouse MouseOf(const QMouseEvent& event) const;
 
     Form& form_;
     QPointer<QWidget> window_;
@@ -71,6 +79,8 @@ class QtFormView final : public QObject, public FormView {
     int applying_ = 0;
     bool cutPending_ = false;
     Control* pressed_ = nullptr; // the left button went down on it
+    bool groundPressed_ = false; // a button went down on the bare ground
+    bool menuAsked_ = false;     // the right button is down where no control has a menu of its own
 };
 
 } // namespace quorvane

@@ -185,7 +185,7 @@ class CanvasWidget final : public QFrame {
 
   protected:
     void paintEvent(QPaintEvent* event) override {
-        QPainter(this).drawImage(0, 0, image_);
+        if (!image_.isNull()) QPainter(this).drawImage(rect(), image_); // pixel by pixel of the screen
         QFrame::paintEvent(event);
     }
 

@@ -52,6 +52,7 @@ QStringList FiltersOf(const std::string& filter) {
 } // namespace
 
 Answer QtPrompts::Message(const std::string& text, const std::string& title, int style) {
+    const QuestionStands stands(host_.Order());
     QMessageBox box(QApplication::activeWindow());
     box.setWindowIcon(ProgramIcon());
     box.setIcon(IconOf(style));
@@ -78,6 +79,7 @@ std::optional<std::string> QtPrompts::Line(const std::string& text, const std::s
 }
 
 std::optional<std::string> QtPrompts::File(FileQuestion& question) {
+    const QuestionStands stands(host_.Order());
     QFileDialog dialogue(QApplication::activeWindow(), ToWidgetText(question.title),
                          QString::fromStdString(question.directory));
     dialogue.setAcceptMode(question.forSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -95,6 +97,7 @@ std::optional<std::string> QtPrompts::File(FileQuestion& question) {
 }
 
 std::optional<std::string> QtPrompts::Folder(const std::string& title, const std::string& start) {
+    const QuestionStands stands(host_.Order());
     const QString folder = QFileDialog::getExistingDirectory(
         QApplication::activeWindow(), ToWidgetText(title), QString::fromStdString(start));
     if (folder.isEmpty()) return std::nullopt;
@@ -102,6 +105,7 @@ std::optional<std::string> QtPrompts::Folder(const std::string& title, const std
 }
 
 std::optional<FontSpec> QtPrompts::Font(const FontSpec& preset) {
+    const QuestionStands stands(host_.Order());
     bool accepted = false;
     const QFont font = QFontDialog::getFont(&accepted, FontOf(preset), QApplication::activeWindow());
     if (!accepted) return std::nullopt;
@@ -109,6 +113,7 @@ std::optional<FontSpec> QtPrompts::Font(const FontSpec& preset) {
 }
 
 std::optional<Color> QtPrompts::PickColor(Color preset) {
+    const QuestionStands stands(host_.Order());
     const QColor color = QColorDialog::getColor(ToQColor(preset), QApplication::activeWindow());
     if (!color.isValid()) return std::nullopt;
     return Rgb(color.red(), color.green(), color.blue());

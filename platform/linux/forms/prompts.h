@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/forms/form_host.h"
 #include "platform/prompts.h"
 
 namespace quorvane {
@@ -7,6 +8,9 @@ namespace quorvane {
 // Questions in dialogues of the toolkit. Needs a QApplication.
 class QtPrompts final : public Prompts {
   public:
+    explicit QtPrompts(FormHost& host)
+        : host_(host) {}
+
     Answer Message(const std::string& text, const std::string& title, int style) override;
     std::optional<std::string> Line(const std::string& text, const std::string& title,
                                     const std::string& preset) override;
@@ -14,6 +18,9 @@ class QtPrompts final : public Prompts {
     std::optional<std::string> Folder(const std::string& title, const std::string& start) override;
     std::optional<FontSpec> Font(const FontSpec& preset) override;
     std::optional<Color> PickColor(Color preset) override;
+
+  private:
+    FormHost& host_;
 };
 
 } // namespace quorvane

@@ -74,6 +74,13 @@ void WindowsEventLoop::Arm(TimerId id, const Timer& timer) {
     SetTimer(window_, id, static_cast<UINT>(std::max<std::int64_t>(timer.due - TicksNow(), 1)), nullptr);
 }
 
+void WindowsEventLoop::ReleaseTimers() {
+    if (--held_ > 0) return;
+    for (auto& [timer, data] : timers_) {
+        if (std::exchange(data.missed, false)) PostMessageW(window_, WM_TIMER, timer, 0);
+    }
+}
+
 void WindowsEventLoop::Post(std::function<void()> work) {
     posted_.push_back(std::move(work));
     PostMessageW(window_, PostedMessage, 0, 0);
@@ -163,6 +170,11 @@ void WindowsEventLoop::Tick(TimerId timer) {
     const auto found = timers_.find(timer);
     if (found == timers_.end() || found->second.asleep) return;
     Timer& own = found->second;
+    if (held_ > 0) {
+        own.missed = true;
+        KillTimer(window_, timer);
+        return;
+    }
     // The system's ticks may come a little before their moment.
     SetNextDue(own.due, own.interval, std::max(TicksNow(), own.due));
     Arm(timer, own);

@@ -23,6 +23,8 @@ class WindowsEventLoop final : public EventLoop {
     void StopTimer(TimerId timer) override;
     void Sleep(TimerId timer) override;
     void Wake(TimerId timer) override;
+    void HoldTimers() override { ++held_; }
+    void ReleaseTimers() override;
     void Post(std::function<void()> work) override;
     // A failure goes to the handler of OnFailure; an end of the process is kept, closes the menu or message
     // box that may be open, and leaves through the loop that runs. Once an end is kept nothing runs any more.
@@ -53,6 +55,7 @@ class WindowsEventLoop final : public EventLoop {
         std::int64_t due;
         std::function<void()> tick;
         bool asleep = false;
+        bool missed = false; // fell due while timers were held
     };
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM low);
@@ -73,6 +76,7 @@ class WindowsEventLoop final : public EventLoop {
     int lastFilter_ = 0;
     std::vector<Handler> handlers_;
     int waiting_ = 0; // depth of RunWhile
+    int held_ = 0;    // HoldTimers without its answer
     std::optional<int> end_;
 };
 

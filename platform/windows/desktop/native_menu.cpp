@@ -24,19 +24,30 @@ void DrawBitmap(Surface& surface, HDC target, const RECT& area) {
 
 } // namespace
 
-NativeMenu::NativeMenu(Menu& menu, Kind kind)
-    : handle_(kind == Kind::Bar ? CreateMenu() : CreatePopupMenu()) {
-    Fill(handle_, menu.Items());
-    if (menu.DefaultItem() >= 0) SetMenuDefaultItem(handle_, static_cast<UINT>(menu.DefaultItem()), TRUE);
+// Each title has numbers of its own, so that they never run out however often it is filled anew.
+constexpr UINT CommandsOfTitle = 1000;
+
+NativeMenu::NativeMenu(ShownMenu bar)
+    : bar_(std::move(bar))
+    , handle_(CreateMenu()) {
+    Fill(handle_, bar_.items);
+    int position = 0;
+    for (std::size_t i = 0; i < bar_.items.size(); ++i) {
+        if (!bar_.items[i].visible) continue;
+        const HMENU below = GetSubMenu(handle_, position++);
+        if (!below) continue;
+        titles_[below].place = i;
+        Refresh(below, bar_);
+    }
 }
 
 NativeMenu::~NativeMenu() {
     DestroyMenu(handle_);
 }
 
-void NativeMenu::Fill(HMENU handle, std::deque<MenuItem>& items) {
+void NativeMenu::Fill(HMENU handle, const std::deque<MenuItem>& items) {
     UINT position = 0;
-    for (MenuItem& item : items) {
+    for (const MenuItem& item : items) {
         if (!item.visible) continue;
         std::wstring caption = Wide(item.caption.Text());
         MENUITEMINFOW info{};
@@ -54,7 +65,6 @@ void NativeMenu::Fill(HMENU handle, std::deque<MenuItem>& items) {
         if (!item.items.empty()) {
             info.fMask |= MIIM_SUBMENU;
             info.hSubMenu = CreatePopupMenu();
-            submenus_[info.hSubMenu] = &item.items;
             Fill(info.hSubMenu, item.items);
         }
         if (item.bitmap) {
@@ -85,29 +95,33 @@ bool NativeMenu::DrawPart(UINT message, LPARAM low) {
     return true;
 }
 
-MenuItem* NativeMenu::Find(UINT command) {
+const MenuItem* NativeMenu::Find(UINT command) const {
     const auto found = commands_.find(command);
     return found == commands_.end() ? nullptr : found->second;
 }
 
-void NativeMenu::Refresh(HMENU submenu) {
-    const auto found = submenus_.find(submenu);
-    if (found == submenus_.end()) return;
+void NativeMenu::Refresh(HMENU submenu, ShownMenu menu) {
+    Title& title = titles_.at(submenu);
     while (DeleteMenu(submenu, 0, MF_BYPOSITION)) {
     }
-    Fill(submenu, *found->second);
+    lastCommand_ = static_cast<UINT>(title.place + 1) * CommandsOfTitle;
+    commands_.erase(commands_.upper_bound(lastCommand_),
+                    commands_.upper_bound(lastCommand_ + CommandsOfTitle));
+    title.shown = std::move(menu);
+    if (title.place < title.shown.items.size()) Fill(submenu, title.shown.items[title.place].items);
 }
 
-MenuItem* NativeMenu::Ask(HWND owner) {
-    POINT pointer{};
-    GetCursorPos(&pointer);
+const MenuItem* NativeMenu::Ask(const ShownMenu& menu, HWND owner, const POINT& at) {
+    NativeMenu popup;
+    popup.Fill(popup.handle_, menu.items);
+    if (menu.defaultItem >= 0) SetMenuDefaultItem(popup.handle_, static_cast<UINT>(menu.defaultItem), TRUE);
     // Without the foreground the menu would not close at a click elsewhere; the message behind it is the
     // system's own advice for the same end.
     SetForegroundWindow(owner);
     const int command =
-        TrackPopupMenu(handle_, TPM_RETURNCMD | TPM_RIGHTBUTTON, pointer.x, pointer.y, 0, owner, nullptr);
+        TrackPopupMenu(popup.handle_, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
-    return Find(static_cast<UINT>(command));
+    return popup.Find(static_cast<UINT>(command));
 }
 
 } // namespace quorvane

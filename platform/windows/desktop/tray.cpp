@@ -84,9 +84,14 @@ void WindowsTray::Remove() {
 
 void WindowsTray::Popup(Menu& menu) {
     if (std::exchange(open_, true)) return;
-    menu.Open();
-    NativeMenu native(menu, NativeMenu::Kind::Popup);
-    MenuItem* chosen = native.Ask(events_.Window());
+    const ShownMenu shown = menu.Open();
+    POINT pointer{};
+    GetCursorPos(&pointer);
+    const MenuItem* chosen = nullptr;
+    {
+        const TimersHeld held(events_);
+        chosen = NativeMenu::Ask(shown, events_.Window(), pointer);
+    }
     open_ = false;
     events_.LeaveIfEnding();
     if (chosen) Menu::Choose(*chosen);

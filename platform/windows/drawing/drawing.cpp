@@ -190,9 +190,7 @@ bool EncodePng(IWICImagingFactory& imaging, const PixelView& pixels, IStream* st
     return SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
 }
 
-} // namespace
-
-HFONT CreateFontFor(const FontSpec& font, int dotsPerInch) {
+HFONT CreateFontOf(const FontSpec& font, int dotsPerInch, BYTE quality) {
     LOGFONTW description{};
     description.lfHeight = -static_cast<LONG>(std::lround(font.size * static_cast<float>(dotsPerInch) / 72));
     description.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
@@ -200,10 +198,20 @@ HFONT CreateFontFor(const FontSpec& font, int dotsPerInch) {
     description.lfUnderline = font.underline;
     description.lfStrikeOut = font.strikethrough;
     description.lfCharSet = DEFAULT_CHARSET;
-    // Grey edges: the coloured ones are meant for the pixels of one screen, and a wallpaper may be stretched.
-    description.lfQuality = ANTIALIASED_QUALITY;
+    description.lfQuality = quality;
     CopyToField(font.name, description.lfFaceName, LF_FACESIZE);
     return CreateFontIndirectW(&description);
+}
+
+} // namespace
+
+// Grey edges: the coloured ones are meant for the pixels of one screen, and a wallpaper may be stretched.
+HFONT CreateFontFor(const FontSpec& font, int dotsPerInch) {
+    return CreateFontOf(font, dotsPerInch, ANTIALIASED_QUALITY);
+}
+
+HFONT CreateWindowFont(const FontSpec& font, int dotsPerInch) {
+    return CreateFontOf(font, dotsPerInch, DEFAULT_QUALITY);
 }
 
 void PaintSurface(Surface& surface, HDC target, int x, int y) {

@@ -29,8 +29,10 @@ class WindowsDrawing final : public Drawing {
     IWICImagingFactory* imaging_ = nullptr;
 };
 
-// The font of a description in pixels of a screen of `dotsPerInch`. The caller deletes it.
+// The font of a description in pixels of a screen of `dotsPerInch`, for surfaces and, in the quality that the
+// person chose, for windows. The caller deletes it.
 HFONT CreateFontFor(const FontSpec& font, int dotsPerInch);
+HFONT CreateWindowFont(const FontSpec& font, int dotsPerInch);
 
 // Puts the surface's pixels on a device context at (x, y).
 void PaintSurface(Surface& surface, HDC target, int x, int y);

@@ -9,6 +9,7 @@ namespace quorvane {
 namespace {
 
 constexpr wchar_t FormClass[] = L"QuorvaneForm";
+constexpr int WidestTip = 5400; // twips; a longer tool tip has several lines
 
 } // namespace
 
@@ -32,27 +33,36 @@ void WindowsFormView::RegisterClasses() {
 WindowsFormView::WindowsFormView(WindowsFormHost& host, Form& form)
     : host_(host)
     , form_(form)
-    , scale_(host.Scale()) {
+    , metrics_(host.MetricsFor(host.DotsPerInch())) {
     const Applying applying(*this);
-    // Without an entry in the task bar a window belongs to one that has none either.
-    const HWND owner = form_.ShownInTaskBar() ? nullptr : host_.Events().Window();
     window_ = CreateWindowExW(ExtendedStyle(), FormClass, Wide(form_.Caption()).c_str(), Style(), 0, 0, 0, 0,
-                              owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+                              nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     toolTips_ =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0,
                         0, 0, 0, window_, nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(toolTips_, TTM_SETMAXTIPWIDTH, 0, Scale().PixelsX(WidestTip));
+    SetOwner(nullptr);
     ShowFormLook();
     ShowMenuBar();
     PlaceWindow();
     MakeWidgets();
     host_.Joined(*this);
+    // Not before now is it known which screen the window is on, and the form has no view to be told by yet.
+    if (ResolutionOf(window_) != metrics_->DotsPerInch()) {
+        host_.Events().Post([this, alive = alive_] {
+            if (*alive) Rescale(ResolutionOf(window_));
+        });
+    }
 }
 
 WindowsFormView::~WindowsFormView() {
     *alive_ = false;
-    SetModal(false);
     host_.Left(*this);
+    // A window that belongs to this one would be destroyed with it.
+    for (WindowsFormView* view : host_.Views()) {
+        if (GetWindow(view->window_, GW_OWNER) == window_) view->SetOwner(nullptr);
+    }
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     for (auto& [control, entry] : entries_) { // the controls themselves may be gone already
         RemoveWindowSubclass(entry.widget->Window(), WidgetProcedure, 0);
@@ -62,6 +72,7 @@ WindowsFormView::~WindowsFormView() {
         if (entry.brush) DeleteObject(entry.brush);
     }
     if (background_) DeleteObject(background_);
+    if (destroyed_) return;
     SetMenu(window_, nullptr);
     ShowWindow(window_, SW_HIDE);
     // A widget may be in the middle of telling what a person did: its window goes when it is done.
@@ -76,7 +87,7 @@ DWORD WindowsFormView::Style() const {
         return WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
     case BorderStyle::Fixed:
         return WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN |
-               (form_.ShownInTaskBar() ? WS_MINIMIZEBOX : 0U);
+               (form_.ShownInTaskBar() && !form_.IsModal() ? WS_MINIMIZEBOX : 0U);
     case BorderStyle::Sizable:
         return WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     }
@@ -87,7 +98,8 @@ DWORD WindowsFormView::ExtendedStyle() const {
     DWORD style = WS_EX_CONTROLPARENT;
     if (form_.Border() == BorderStyle::Tool) style |= WS_EX_TOOLWINDOW;
     if (form_.Border() == BorderStyle::None && !form_.ShownInTaskBar()) style |= WS_EX_TOOLWINDOW;
-    if (form_.ShownInTaskBar() && form_.Border() != BorderStyle::Tool) style |= WS_EX_APPWINDOW;
+    if (form_.ShownInTaskBar() && !form_.IsModal() && form_.Border() != BorderStyle::Tool)
+        style |= WS_EX_APPWINDOW;
     if (form_.AlwaysOnTop()) style |= WS_EX_TOPMOST;
     if (form_.Opacity() < 255 || form_.TransparentColor()) style |= WS_EX_LAYERED;
     return style;
@@ -138,9 +150,14 @@ void WindowsFormView::Report(Control& control, const Act& done) {
     if (applying_ == 0) form_.Report(&control, done);
 }
 
-void WindowsFormView::Show(bool modal) {
+void WindowsFormView::Show() {
     const bool wasVisible = IsWindowVisible(window_);
-    if (modal) SetModal(true);
+    const bool modal = form_.IsModal();
+    if (modal) SetOwner(host_.ActiveWindow());
+    {
+        const Applying applying(*this);
+        ShowStyle();
+    }
     const bool quiet = form_.Border() == BorderStyle::None && !modal;
     ShowWindow(window_, form_.Minimized() ? SW_SHOWMINNOACTIVE : quiet ? SW_SHOWNOACTIVATE : SW_SHOW);
     UpdateWindow(window_);
@@ -150,22 +167,24 @@ void WindowsFormView::Show(bool modal) {
 }
 
 void WindowsFormView::Hide() {
-    SetModal(false); // first, so that the window below becomes active and not another program's
     ShowWindow(window_, SW_HIDE);
+    SetOwner(nullptr);
 }
 
-void WindowsFormView::SetModal(bool modal) {
-    for (const HWND window : disabled_)
-        EnableWindow(window, TRUE);
-    disabled_.clear();
-    if (!modal) return;
-    if (const HWND below = host_.ActiveWindow(); below && below != window_)
-        SetWindowLongPtrW(window_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(below));
-    for (WindowsFormView* view : host_.Views()) {
-        if (view == this || !IsWindowEnabled(view->window_)) continue;
-        EnableWindow(view->window_, FALSE);
-        disabled_.push_back(view->window_);
-    }
+// Where no other window is given, one without an entry in the task bar belongs to one that has none either.
+void WindowsFormView::SetOwner(HWND owner) {
+    const bool inTaskBar = form_.ShownInTaskBar() && !form_.IsModal();
+    if (!owner || owner == window_) owner = inTaskBar ? nullptr : host_.Events().Window();
+    SetWindowLongPtrW(window_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+}
+
+// The style follows the border, and whether the form is a modal one.
+void WindowsFormView::ShowStyle() {
+    const auto kept = static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE)) &
+                      (WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE);
+    SetWindowLongW(window_, GWL_STYLE, static_cast<LONG>(Style() | kept));
+    SetWindowLongW(window_, GWL_EXSTYLE, static_cast<LONG>(ExtendedStyle()));
+    PlaceWindow();
 }
 
 void WindowsFormView::BringToFront() {
@@ -217,22 +236,60 @@ void WindowsFormView::UpdateForm(FormAspect aspect) {
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         break;
     case FormAspect::Window:
-        SetWindowLongW(window_, GWL_STYLE,
-                       static_cast<LONG>(Style() | (IsWindowVisible(window_) ? DWORD{WS_VISIBLE} : 0U)));
         ShowMenuBar();
-        PlaceWindow();
+        ShowStyle();
         if (IsWindowVisible(window_) && IsIconic(window_) != form_.Minimized())
             ShowWindow(window_, form_.Minimized() ? SW_MINIMIZE : SW_RESTORE);
+        break;
+    case FormAspect::Blocked:
+        EnableWindow(window_, !form_.IsBlocked());
         break;
     }
 }
 
 void WindowsFormView::PlaceWindow() {
-    RECT area{0, 0, scale_.PixelsX(form_.ClientSize().width), scale_.PixelsY(form_.ClientSize().height)};
-    AdjustWindowRectEx(&area, Style(), GetMenu(window_) != nullptr, ExtendedStyle());
-    SetWindowPos(window_, nullptr, scale_.PixelsX(form_.Left()), scale_.PixelsY(form_.Top()),
+    const TwipSize client = form_.ClientSize();
+    const RECT area = WithFrame({0, 0, Scale().PixelsX(client.width), Scale().PixelsY(client.height)});
+    const TwipScale screen = host_.Scale();
+    SetWindowPos(window_, nullptr, screen.PixelsX(form_.Left()), screen.PixelsY(form_.Top()),
                  area.right - area.left, area.bottom - area.top,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+// The frame around an inner area, at the resolution of the window's screen.
+RECT WindowsFormView::WithFrame(RECT inner) const {
+    const bool bar = GetMenu(window_) != nullptr;
+    using Function = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
+    static const auto forDpi = SystemFunction<Function>("AdjustWindowRectExForDpi");
+    if (forDpi) {
+        forDpi(&inner, Style(), bar, ExtendedStyle(), static_cast<UINT>(ResolutionOf(window_)));
+    } else {
+        AdjustWindowRectEx(&inner, Style(), bar, ExtendedStyle());
+    }
+    return inner;
+}
+
+void WindowsFormView::Rescale(int dotsPerInch) {
+    // The widgets hold the old font until they have the new one.
+    const std::shared_ptr<WindowsMetrics> before = std::exchange(metrics_, host_.MetricsFor(dotsPerInch));
+    SendMessageW(toolTips_, TTM_SETMAXTIPWIDTH, 0, Scale().PixelsX(WidestTip));
+    {
+        const Applying applying(*this);
+        for (Control* control : order_)
+            ShowLook(*control);
+    }
+    const std::shared_ptr<bool> alive = alive_;
+    form_.Report(nullptr, act::Rescale{});
+    if (!*alive) return;
+    const Applying applying(*this);
+    PlaceWindow();
+    for (Control* control : order_) {
+        if (&control->Parent() != static_cast<Container*>(&form_)) continue;
+        PlaceControl(*control);
+    }
+    for (Control* control : order_)
+        entries_[control].widget->ShowItems(); // the widths of columns are pixels
+    InvalidateRect(window_, nullptr, TRUE);
 }
 
 // Bounds are told from the inner area of the container, widgets are placed from the form's.
@@ -240,15 +297,18 @@ PixelRect WindowsFormView::AreaOf(const Control& control) {
     TwipRect bounds = control.Bounds();
     for (const Control* around = control.Parent().AsControl(); around;
          around = around->Parent().AsControl()) {
-        const Insets chrome = host_.Chrome(around->Kind());
+        const Insets chrome = metrics_->Chrome(around->Kind());
         bounds.x += around->Bounds().x + chrome.left;
         bounds.y += around->Bounds().y + chrome.top;
     }
-    return ToPixels(bounds, scale_);
+    return ToPixels(bounds, Scale());
 }
 
 void WindowsFormView::PlaceControl(Control& control) {
-    if (Entry* entry = Find(control)) entry->widget->Place(AreaOf(control));
+    if (Entry* entry = Find(control)) {
+        entry->widget->Place(AreaOf(control));
+        ShowWindow(entry->widget->Window(), control.IsShown() && control.HasPlace() ? SW_SHOWNA : SW_HIDE);
+    }
     const auto* container = dynamic_cast<Container*>(&control);
     if (!container) return;
     for (Control* child : container->Children())
@@ -260,7 +320,7 @@ void WindowsFormView::ShowState(Control& control) {
     if (!entry) return;
     const HWND window = entry->widget->Window();
     EnableWindow(window, control.IsReachable() || !control.TakesFocus() ? control.IsReachable() : FALSE);
-    ShowWindow(window, control.IsShown() ? SW_SHOWNA : SW_HIDE);
+    ShowWindow(window, control.IsShown() && control.HasPlace() ? SW_SHOWNA : SW_HIDE);
     const auto* container = dynamic_cast<Container*>(&control);
     if (!container) return;
     PlaceControl(control);
@@ -272,9 +332,9 @@ void WindowsFormView::ShowLook(Control& control) {
     Entry* entry = Find(control);
     if (!entry) return;
     const HFONT before = entry->font;
-    entry->font = control.Font() ? CreateFontFor(*control.Font(), host_.DotsPerInch()) : nullptr;
+    entry->font = control.Font() ? CreateWindowFont(*control.Font(), metrics_->DotsPerInch()) : nullptr;
     const HWND window = entry->widget->Window();
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(entry->font ? entry->font : host_.Font()),
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(entry->font ? entry->font : metrics_->Font()),
                  TRUE);
     if (before) DeleteObject(before);
     if (entry->brush) DeleteObject(entry->brush);
@@ -307,10 +367,11 @@ void WindowsFormView::ShowFormLook() {
 }
 
 void WindowsFormView::ShowMenuBar() {
-    auto fresh =
-        form_.MenuBar() ? std::make_unique<NativeMenu>(*form_.MenuBar(), NativeMenu::Kind::Bar) : nullptr;
+    auto fresh = form_.MenuBar() ? std::make_unique<NativeMenu>(form_.MenuBar()->Entries()) : nullptr;
     SetMenu(window_, fresh ? fresh->Handle() : nullptr);
-    bar_ = std::move(fresh);
+    bar_.swap(fresh);
+    // The old one may be open at this moment.
+    if (fresh) host_.Events().Post([old = std::shared_ptr<NativeMenu>(std::move(fresh))] {});
 }
 
 void WindowsFormView::Focus(Control& control) {
@@ -320,11 +381,17 @@ void WindowsFormView::Focus(Control& control) {
     if (IsWindowVisible(window_)) SetFocus(remembered_);
 }
 
-void WindowsFormView::Popup(Menu& menu) {
-    NativeMenu native(menu, NativeMenu::Kind::Popup);
-    MenuItem* chosen = native.Ask(window_);
-    host_.Events().LeaveIfEnding();
-    if (chosen) Menu::Choose(*chosen);
+const MenuItem* WindowsFormView::Popup(const ShownMenu& menu, MenuPlace place) {
+    WindowsEventLoop& events = host_.Events();
+    POINT at{};
+    if (place == MenuPlace::Form) {
+        ClientToScreen(window_, &at);
+    } else {
+        GetCursorPos(&at);
+    }
+    const MenuItem* chosen = NativeMenu::Ask(menu, window_, at);
+    events.LeaveIfEnding();
+    return chosen;
 }
 
 std::uintptr_t WindowsFormView::NativeHandle(Control& control) {
@@ -333,9 +400,8 @@ std::uintptr_t WindowsFormView::NativeHandle(Control& control) {
 }
 
 void WindowsFormView::ChooseFromMenu(UINT command) {
-    MenuItem* chosen = bar_ ? bar_->Find(command) : nullptr;
-    if (!chosen) return;
-    host_.Events().Deliver([chosen] { Menu::Choose(*chosen); });
+    const MenuItem* chosen = bar_ ? bar_->Find(command) : nullptr;
+    if (chosen) host_.Events().Deliver([entry = *chosen] { Menu::Choose(entry); });
 }
 
 } // namespace quorvane

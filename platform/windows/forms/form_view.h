@@ -2,6 +2,7 @@
 
 #include "platform/forms/form.h"
 #include "platform/windows/desktop/native_menu.h"
+#include "platform/windows/forms/metrics.h"
 #include "platform/windows/forms/widget.h"
 
 #include <map>
@@ -22,18 +23,21 @@ class WindowsFormView final : public FormView, public WidgetSite {
     WindowsFormView(WindowsFormHost& host, Form& form);
     ~WindowsFormView() override;
 
-    void Show(bool modal) override;
+    void Show() override;
     void Hide() override;
     void BringToFront() override;
     void Update(Control& control, Aspect aspect) override;
     void UpdateRows(ListView& list, const RowChange& change) override;
     void UpdateForm(FormAspect aspect) override;
     void Focus(Control& control) override;
-    void Popup(Menu& menu) override;
+    const MenuItem* Popup(const ShownMenu& menu, MenuPlace place) override;
     std::uintptr_t NativeHandle(Control& control) override;
 
     HWND Window() const override { return window_; }
-    TwipScale Scale() const override { return scale_; }
+    FormMetrics& Metrics() override { return *metrics_; }
+    TwipScale Scale() const override { return metrics_->Scale(); }
+    // Measures anew: the window came to a screen of another resolution, or the person's fonts are others.
+    void Rescale(int dotsPerInch);
     void Report(Control& control, const Act& done) override;
     // A key on its way to one of the window's widgets; true where nobody else shall have it.
     bool FilterKey(const MSG& message);
@@ -67,6 +71,11 @@ class WindowsFormView final : public FormView, public WidgetSite {
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
     std::optional<LRESULT> HandleWidget(Widget& widget, UINT message, WPARAM wide, LPARAM low);
     bool HandleMouse(Control& control, const POINT& at, UINT message, WPARAM keys);
+    bool HandleGround(const POINT& at, UINT message, WPARAM keys);
+    LRESULT LetThroughToCaret(Widget& widget, UINT message, WPARAM wide, LPARAM low);
+    void HandleCapture(HWND window, UINT message, WPARAM keys);
+    act::Mouse MouseOf(HWND window, const POINT& at, UINT message, WPARAM keys) const;
+    void OpenTitle(HMENU submenu);
     void HandlePlace(UINT message, WPARAM wide);
     LRESULT Colour(HDC dc, HWND child);
     HBRUSH GroundOf(const Control* control);
@@ -74,14 +83,17 @@ class WindowsFormView final : public FormView, public WidgetSite {
 
     void MakeWidgets();
     void PlaceWindow();
+    RECT WithFrame(RECT inner) const;
     void PlaceControl(Control& control);
     PixelRect AreaOf(const Control& control);
     void ShowState(Control& control);
     void ShowLook(Control& control);
     void ShowFormLook();
     void ShowMenuBar();
-    void SetModal(bool modal);
+    void SetOwner(HWND owner);
+    void ShowStyle();
 
+    void FrameDefaultButton(Control& focused);
     bool MoveFocus(bool backwards);
     bool ChooseNeighbour(OptionButton& option, int step);
     bool TakeMnemonic(wchar_t letter);
@@ -95,7 +107,7 @@ class WindowsFormView final : public FormView, public WidgetSite {
 
     WindowsFormHost& host_;
     Form& form_;
-    TwipScale scale_;
+    std::shared_ptr<WindowsMetrics> metrics_;
     HWND window_ = nullptr;
     HWND toolTips_ = nullptr;
     HBRUSH background_ = nullptr;
@@ -103,8 +115,10 @@ class WindowsFormView final : public FormView, public WidgetSite {
     std::map<const Control*, Entry> entries_;
     std::map<HWND, Widget*> widgets_;
     std::unique_ptr<NativeMenu> bar_;
-    std::vector<HWND> disabled_; // by this window as a modal one
     HWND remembered_ = nullptr;  // had the keyboard when the window was last left
+    Control* pressed_ = nullptr; // the left button went down on it, and is held
+    bool groundPressed_ = false; // a button went down on the bare ground, and one is held
+    bool destroyed_ = false;     // the window, by somebody else
     int applying_ = 0;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -18,6 +18,27 @@ wchar_t MnemonicOf(const std::string& caption) {
     return 0;
 }
 
+// Letters are the kind's own: they are written, or look for a row.
+bool Writes(const Control& control) {
+    switch (control.Kind()) {
+    case ControlKind::TextBox:
+    case ControlKind::RichTextBox:
+    case ControlKind::ComboBox:
+    case ControlKind::ListView:
+    case ControlKind::DatePicker:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Not every kind of widget lets the system see the menu key.
+bool AsksForMenu(const MSG& message) {
+    const bool menuKey = message.message == WM_KEYUP && message.wParam == VK_APPS;
+    const bool shiftF10 = message.message == WM_SYSKEYDOWN && message.wParam == VK_F10;
+    return menuKey || (shiftF10 && ShiftState() == shift_state::Shift);
+}
+
 } // namespace
 
 int ShiftState() {
@@ -29,6 +50,13 @@ int ShiftState() {
 bool WindowsFormView::FilterKey(const MSG& message) {
     Widget* widget = WidgetOf(message.hwnd);
     if (message.message == WM_SYSCHAR) return TakeMnemonic(static_cast<wchar_t>(message.wParam));
+    if (AsksForMenu(message)) {
+        SendMessageW(message.hwnd, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(message.hwnd), -1);
+        return true;
+    }
+    // Where a letter writes nothing it is a mnemonic by itself.
+    if (message.message == WM_CHAR && widget && !Writes(widget->Model()))
+        return TakeMnemonic(static_cast<wchar_t>(message.wParam));
     if (message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) return false;
     const int code = static_cast<int>(message.wParam);
     const std::shared_ptr<bool> alive = alive_;
@@ -48,13 +76,23 @@ bool WindowsFormView::FilterKey(const MSG& message) {
     return (code == VK_RETURN || code == VK_ESCAPE) && control && !widget->Keeps(code);
 }
 
+// The button that has the keyboard is the one that Enter presses; elsewhere it is the form's default button.
+void WindowsFormView::FrameDefaultButton(Control& focused) {
+    auto* own = dynamic_cast<Button*>(&focused);
+    Button* wanted = own ? own : form_.DefaultButton();
+    for (Control* control : order_) {
+        if (control->Kind() == ControlKind::Button)
+            entries_[control].widget->FrameAsDefault(control == wanted);
+    }
+}
+
 bool WindowsFormView::MoveFocus(bool backwards) {
     std::vector<Control*> reachable;
     for (Control* control : order_) {
         // Of a group of options only the chosen one stands in the Tab key's way.
         const auto* option = dynamic_cast<OptionButton*>(control);
         const bool skipped = option && !option->Value() && control != form_.ActiveControl();
-        if (control->TakesFocus() && control->IsReachable() && !skipped) reachable.push_back(control);
+        if (control->CanHaveFocus() && !skipped) reachable.push_back(control);
     }
     if (reachable.empty()) return false;
     const auto here = std::find(reachable.begin(), reachable.end(), form_.ActiveControl());
@@ -75,7 +113,7 @@ bool WindowsFormView::ChooseNeighbour(OptionButton& option, int step) {
     std::vector<OptionButton*> group;
     for (Control* control : option.Parent().Children()) {
         auto* other = dynamic_cast<OptionButton*>(control);
-        if (other && other->Group() == option.Group() && other->IsReachable()) group.push_back(other);
+        if (other && other->Group() == option.Group() && other->CanHaveFocus()) group.push_back(other);
     }
     const auto here = std::find(group.begin(), group.end(), &option) - group.begin();
     const auto count = static_cast<std::ptrdiff_t>(group.size());
@@ -89,7 +127,7 @@ bool WindowsFormView::TakeMnemonic(wchar_t letter) {
     const auto wanted = static_cast<wchar_t>(towupper(letter));
     for (std::size_t i = 0; i < order_.size(); ++i) {
         Control& control = *order_[i];
-        if (!control.IsReachable()) continue;
+        if (!control.IsReachable() || !control.HasPlace()) continue;
         if (auto* tabs = dynamic_cast<TabStrip*>(&control)) {
             for (std::size_t tab = 0; tab < tabs->Tabs().size(); ++tab) {
                 if (MnemonicOf(tabs->Tabs()[tab].Text()) != wanted) continue;
@@ -102,9 +140,8 @@ bool WindowsFormView::TakeMnemonic(wchar_t letter) {
             Activate(control);
             return true;
         }
-        const auto leadsTo =
-            std::find_if(order_.begin() + static_cast<std::ptrdiff_t>(i) + 1, order_.end(),
-                         [](const Control* next) { return next->TakesFocus() && next->IsReachable(); });
+        const auto leadsTo = std::find_if(order_.begin() + static_cast<std::ptrdiff_t>(i) + 1, order_.end(),
+                                          [](const Control* next) { return next->CanHaveFocus(); });
         if (leadsTo == order_.end()) return false;
         Focus(**leadsTo);
         return true;

@@ -10,6 +10,26 @@
 namespace quorvane {
 namespace {
 
+bool IsButtonDown(UINT message) {
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+        return true;
+    default:
+        return false;
+    }
+}
+
+int ButtonOf(UINT message) {
+    const bool right = message == WM_RBUTTONDOWN || message == WM_RBUTTONUP || message == WM_RBUTTONDBLCLK;
+    const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_LBUTTONDBLCLK;
+    return left ? 1 : right ? 2 : 4;
+}
+
 int ButtonsHeld(WPARAM keys) {
     return ((keys & MK_LBUTTON) ? 1 : 0) | ((keys & MK_RBUTTON) ? 2 : 0) | ((keys & MK_MBUTTON) ? 4 : 0);
 }
@@ -36,6 +56,10 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
     case WM_CLOSE:
         form_.Report(nullptr, act::CloseByFrame{});
         return 0;
+    case WM_DESTROY: // by somebody else, or the window would know no view: no form stays behind it
+        destroyed_ = true;
+        host_.Events().Deliver([form = &form_] { form->Unload(); });
+        return 0;
     case WM_COMMAND:
         if (!low) {
             ChooseFromMenu(LOWORD(wide));
@@ -54,9 +78,22 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
     case WM_MEASUREITEM:
     case WM_DRAWITEM:
         if (NativeMenu::DrawPart(message, low)) return TRUE;
-        break;
+        if (message != WM_DRAWITEM) break;
+        if (Widget* widget = WidgetOf(reinterpret_cast<DRAWITEMSTRUCT*>(low)->hwndItem))
+            widget->Draw(*reinterpret_cast<DRAWITEMSTRUCT*>(low));
+        return TRUE;
+    case WM_DPICHANGED: {
+        const RECT& wanted = *reinterpret_cast<const RECT*>(low);
+        SetWindowPos(window, nullptr, wanted.left, wanted.top, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        if (applying_ == 0) Rescale(HIWORD(wide));
+        return 0;
+    }
     case WM_INITMENUPOPUP:
-        if (bar_) bar_->Refresh(reinterpret_cast<HMENU>(wide));
+        OpenTitle(reinterpret_cast<HMENU>(wide));
+        return 0;
+    case WM_CONTEXTMENU: // of the form, or of a widget that has no menu of its own
+        form_.Report(nullptr, act::ContextMenu{low == -1});
         return 0;
     case WM_ACTIVATE:
         if (LOWORD(wide) == WA_INACTIVE) {
@@ -81,18 +118,34 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
             return brush;
         break;
     case WM_LBUTTONDOWN:
-    case WM_LBUTTONUP: {
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+    case WM_MOUSEMOVE: {
         const POINT at{GET_X_LPARAM(low), GET_Y_LPARAM(low)};
-        if (Frame* frame = FrameAt(at)) HandleMouse(*frame, at, message, wide);
-        return 0;
+        // A frame lets the mouse through to the form behind it.
+        const bool onFrame = pressed_ && pressed_->Kind() == ControlKind::Frame;
+        Control* frame = onFrame ? pressed_ : groundPressed_ ? nullptr : FrameAt(at);
+        const bool gone = frame ? HandleMouse(*frame, at, message, wide) : HandleGround(at, message, wide);
+        if (gone || message != WM_RBUTTONUP) return 0;
+        break; // the system asks for the menu
     }
+    case WM_CAPTURECHANGED:
+        pressed_ = nullptr;
+        groundPressed_ = false;
+        return 0;
     case WM_MOVE:
     case WM_SIZE:
         HandlePlace(message, wide);
         return 0;
     case WM_GETMINMAXINFO: {
-        RECT least{0, 0, scale_.PixelsX(form_.LeastSize().width), scale_.PixelsY(form_.LeastSize().height)};
-        AdjustWindowRectEx(&least, Style(), GetMenu(window_) != nullptr, ExtendedStyle());
+        const TwipSize inner = form_.LeastSize();
+        const RECT least = WithFrame({0, 0, Scale().PixelsX(inner.width), Scale().PixelsY(inner.height)});
         reinterpret_cast<MINMAXINFO*>(low)->ptMinTrackSize = {least.right - least.left,
                                                               least.bottom - least.top};
         return 0;
@@ -111,13 +164,14 @@ void WindowsFormView::HandlePlace(UINT message, WPARAM wide) {
         if (!*alive || wide == SIZE_MINIMIZED) return;
         RECT inner{};
         GetClientRect(window_, &inner);
-        form_.Report(nullptr, act::Resize{{scale_.TwipsX(static_cast<int>(inner.right)),
-                                           scale_.TwipsY(static_cast<int>(inner.bottom))}});
+        form_.Report(nullptr, act::Resize{{Scale().TwipsX(static_cast<int>(inner.right)),
+                                           Scale().TwipsY(static_cast<int>(inner.bottom))}});
     } else if (!IsIconic(window_)) {
         RECT frame{};
         GetWindowRect(window_, &frame);
-        form_.Report(nullptr, act::Move{{scale_.TwipsX(static_cast<int>(frame.left)),
-                                         scale_.TwipsY(static_cast<int>(frame.top))}});
+        const TwipScale screen = host_.Scale();
+        form_.Report(nullptr, act::Move{{screen.TwipsX(static_cast<int>(frame.left)),
+                                         screen.TwipsY(static_cast<int>(frame.top))}});
     }
 }
 
@@ -171,6 +225,7 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
     case WM_KILLFOCUS: {
         const std::shared_ptr<bool> alive = alive_;
         if (message == WM_KILLFOCUS) widget.LookAtCaret();
+        if (message == WM_SETFOCUS) FrameDefaultButton(control);
         if (*alive) Report(control, act::Focus{message == WM_SETFOCUS});
         return std::nullopt;
     }
@@ -181,23 +236,17 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
     case WM_RBUTTONUP:
     case WM_MBUTTONUP:
     case WM_LBUTTONDBLCLK:
-    case WM_MOUSEMOVE: {
-        const std::shared_ptr<bool> alive = alive_;
-        const bool used = HandleMouse(control, {GET_X_LPARAM(low), GET_Y_LPARAM(low)}, message, wide);
-        if (*alive && message == WM_LBUTTONUP) {
-            // The caret stands where the click put it once the widget has seen it.
-            const LRESULT answer = DefSubclassProc(widget.Window(), message, wide, low);
-            if (*alive) widget.LookAtCaret();
-            return answer;
-        }
-        if (used || !*alive) return 0;
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+    case WM_MOUSEMOVE:
+        if (HandleMouse(control, {GET_X_LPARAM(low), GET_Y_LPARAM(low)}, message, wide)) return 0;
+        if (message == WM_LBUTTONUP) return LetThroughToCaret(widget, message, wide, low);
         return widget.Hear(message, wide, low);
-    }
-    case WM_KEYUP: {
-        const LRESULT answer = DefSubclassProc(widget.Window(), message, wide, low);
-        widget.LookAtCaret();
-        return answer;
-    }
+    case WM_CAPTURECHANGED:
+        if (pressed_ == &control) pressed_ = nullptr;
+        return widget.Hear(message, wide, low);
+    case WM_KEYUP:
+        return LetThroughToCaret(widget, message, wide, low);
     case WM_CHAR:
         // What a one-line box does not want makes it beep.
         if ((wide == VK_RETURN || wide == VK_ESCAPE || wide == VK_TAB) &&
@@ -210,39 +259,76 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
     }
 }
 
-// Answers whether the widget itself must not see the message any more.
+// The caret stands where the click or the key put it once the widget has seen it; which may end the form.
+LRESULT WindowsFormView::LetThroughToCaret(Widget& widget, UINT message, WPARAM wide, LPARAM low) {
+    const std::shared_ptr<bool> alive = alive_;
+    const LRESULT answer = DefSubclassProc(widget.Window(), message, wide, low);
+    if (*alive) widget.LookAtCaret();
+    return answer;
+}
+
+// What the window is told of the mouse, from the first button that goes down to the last that comes up.
+void WindowsFormView::HandleCapture(HWND window, UINT message, WPARAM keys) {
+    if (IsButtonDown(message)) {
+        SetCapture(window);
+    } else if (message != WM_MOUSEMOVE && ButtonsHeld(keys) == 0 && GetCapture() == window) {
+        ReleaseCapture();
+    }
+}
+
+act::Mouse WindowsFormView::MouseOf(HWND window, const POINT& at, UINT message, WPARAM keys) const {
+    POINT screen = at;
+    ClientToScreen(window, &screen);
+    const auto point = [](const POINT& pixels, const TwipScale& scale) {
+        return TwipPoint{scale.TwipsX(static_cast<int>(pixels.x)), scale.TwipsY(static_cast<int>(pixels.y))};
+    };
+    const bool moved = message == WM_MOUSEMOVE;
+    const auto phase = moved                   ? act::MousePhase::Move
+                       : IsButtonDown(message) ? act::MousePhase::Down
+                                               : act::MousePhase::Up;
+    return {phase, moved ? ButtonsHeld(keys) : ButtonOf(message), ShiftState(), point(at, Scale()),
+            point(screen, host_.Scale())};
+}
+
+// Answers whether the widget itself must not see the message any more: the form is gone.
 bool WindowsFormView::HandleMouse(Control& control, const POINT& at, UINT message, WPARAM keys) {
     const Entry* entry = Find(control);
     const bool isFrame = control.Kind() == ControlKind::Frame;
     const HWND window = isFrame ? window_ : entry->widget->Window();
     const bool byMouse = isFrame || entry->widget->ClicksByMouse();
     const std::shared_ptr<bool> alive = alive_;
-    const bool down = message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN ||
-                      message == WM_LBUTTONDBLCLK;
-    const bool moved = message == WM_MOUSEMOVE;
-    const bool right = message == WM_RBUTTONDOWN || message == WM_RBUTTONUP;
-    const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_LBUTTONDBLCLK;
     RECT area{};
-    GetClientRect(window, &area);
-    const bool inside = PtInRect(&area, at);
+    GetClientRect(entry->widget->Window(), &area);
+    if (isFrame) MapWindowPoints(entry->widget->Window(), window_, reinterpret_cast<POINT*>(&area), 2);
 
-    if (control.onMouse) {
-        if (byMouse && down) SetCapture(window);
-        if (byMouse && !down && !moved && GetCapture() == window) ReleaseCapture();
-        POINT screen = at;
-        ClientToScreen(window, &screen);
-        const auto point = [this](const POINT& pixels) {
-            return TwipPoint{scale_.TwipsX(static_cast<int>(pixels.x)),
-                             scale_.TwipsY(static_cast<int>(pixels.y))};
-        };
-        const auto phase = down ? act::MousePhase::Down : moved ? act::MousePhase::Move : act::MousePhase::Up;
-        const int button = moved ? ButtonsHeld(keys) : left ? 1 : right ? 2 : 4;
-        Report(control, act::Mouse{phase, button, ShiftState(), point(at), point(screen)});
-        if (!*alive) return true;
-    }
-    if (message == WM_LBUTTONDBLCLK && control.onDoubleClick) Report(control, act::DoubleClick{});
-    if (*alive && message == WM_LBUTTONUP && byMouse && inside) Report(control, act::Click{});
+    // The second click of a double click is none of its own.
+    const bool clicked = message == WM_LBUTTONUP && byMouse && pressed_ == &control && PtInRect(&area, at);
+    const bool doubled = message == WM_LBUTTONDBLCLK && control.onDoubleClick;
+    if (byMouse) HandleCapture(window, message, keys);
+    if (IsButtonDown(message)) pressed_ = message == WM_LBUTTONDOWN ? &control : nullptr;
+    if (control.onMouse) Report(control, MouseOf(window, at, message, keys));
+    if (*alive && doubled) Report(control, act::DoubleClick{});
+    if (*alive && clicked) Report(control, act::Click{});
     return !*alive;
+}
+
+bool WindowsFormView::HandleGround(const POINT& at, UINT message, WPARAM keys) {
+    const std::shared_ptr<bool> alive = alive_;
+    HandleCapture(window_, message, keys);
+    groundPressed_ = ButtonsHeld(keys) != 0;
+    form_.Report(nullptr, MouseOf(window_, at, message, keys));
+    if (*alive && message == WM_LBUTTONDBLCLK) form_.Report(nullptr, act::DoubleClick{});
+    return !*alive;
+}
+
+// The bar may be built anew by what its opening does.
+void WindowsFormView::OpenTitle(HMENU submenu) {
+    if (!bar_ || !bar_->IsTitle(submenu)) return;
+    const std::shared_ptr<bool> alive = alive_;
+    host_.Events().Deliver([&] {
+        ShownMenu opened = form_.MenuBar()->Open();
+        if (*alive && bar_ && bar_->IsTitle(submenu)) bar_->Refresh(submenu, std::move(opened));
+    });
 }
 
 // The innermost frame at a place of the form that no other control takes.

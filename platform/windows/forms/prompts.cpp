@@ -45,6 +45,59 @@ class LineForm final : public Form {
     Button Command2{*this, "Command2", "Cancel"};
 };
 
+// What a box of the system's stands in. The forms are blocked by it. Its owner is the window in use or, where
+// there is none, a hidden one, so that it has no entry in the task bar; then it opens in the middle of the
+// screen.
+class Box {
+  public:
+    explicit Box(WindowsFormHost& host)
+        : owner_(host.ActiveWindow())
+        , stands_(host.Order()) {
+        if (owner_) {
+            EnableWindow(owner_, TRUE); // the box switches it off, and on again before it goes
+        } else {
+            owner_ = host.Events().Window();
+            hook_ = SetWindowsHookExW(WH_CBT, Center, nullptr, GetCurrentThreadId());
+        }
+    }
+    ~Box() { Unhook(); }
+    Box(const Box&) = delete;
+    Box& operator=(const Box&) = delete;
+
+    HWND Owner() const { return owner_; }
+
+  private:
+    static void Unhook() {
+        if (hook_) UnhookWindowsHookEx(hook_);
+        hook_ = nullptr;
+    }
+    // The first dialogue that becomes active is the box.
+    static LRESULT CALLBACK Center(int code, WPARAM wide, LPARAM low) {
+        const HHOOK hook = hook_;
+        const HWND window = reinterpret_cast<HWND>(wide);
+        wchar_t kind[16]{};
+        if (code == HCBT_ACTIVATE && GetClassNameW(window, kind, 16) > 0 &&
+            std::wstring_view(kind) == L"#32770") {
+            MONITORINFO monitor{};
+            monitor.cbSize = sizeof monitor;
+            RECT area{};
+            GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+            GetWindowRect(window, &area);
+            const RECT& work = monitor.rcWork;
+            SetWindowPos(window, nullptr,
+                         static_cast<int>(work.left + work.right - (area.right - area.left)) / 2,
+                         static_cast<int>(work.top + work.bottom - (area.bottom - area.top)) / 2, 0, 0,
+                         SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            Unhook();
+        }
+        return CallNextHookEx(hook, code, wide, low);
+    }
+
+    static inline HHOOK hook_ = nullptr; // of the one box that has not opened yet
+    HWND owner_;
+    QuestionStands stands_;
+};
+
 int CALLBACK ChooseStart(HWND box, UINT message, LPARAM, LPARAM start) {
     if (message == BFFM_INITIALIZED) SendMessageW(box, BFFM_SETSELECTIONW, TRUE, start);
     return 0;
@@ -53,8 +106,9 @@ int CALLBACK ChooseStart(HWND box, UINT message, LPARAM, LPARAM start) {
 } // namespace
 
 Answer WindowsPrompts::Message(const std::string& text, const std::string& title, int style) {
-    const int answer = MessageBoxW(host_.ActiveWindow(), Wide(text).c_str(), Wide(title).c_str(),
-                                   static_cast<UINT>(style) | MB_TASKMODAL | MB_SETFOREGROUND);
+    const Box frame(host_);
+    const int answer = MessageBoxW(frame.Owner(), Wide(text).c_str(), Wide(title).c_str(),
+                                   static_cast<UINT>(style) | MB_SETFOREGROUND);
     events_.LeaveIfEnding();
     return answer == IDYES  ? Answer::Yes
            : answer == IDNO ? Answer::No
@@ -72,6 +126,7 @@ std::optional<std::string> WindowsPrompts::Line(const std::string& text, const s
 }
 
 std::optional<std::string> WindowsPrompts::File(FileQuestion& question) {
+    const Box frame(host_);
     // The system parts the entries of a filter by zeros.
     std::wstring filter = Wide(Replace(question.filter, "|", std::string(1, '\0')));
     filter.append(2, L'\0');
@@ -81,7 +136,7 @@ std::optional<std::string> WindowsPrompts::File(FileQuestion& question) {
     const std::wstring directory = Wide(question.directory);
     OPENFILENAMEW box{};
     box.lStructSize = sizeof box;
-    box.hwndOwner = host_.ActiveWindow();
+    box.hwndOwner = frame.Owner();
     box.lpstrFilter = filter.c_str();
     box.nFilterIndex = static_cast<DWORD>(question.filterIndex);
     box.lpstrFile = name.data();
@@ -100,11 +155,12 @@ std::optional<std::string> WindowsPrompts::File(FileQuestion& question) {
 }
 
 std::optional<std::string> WindowsPrompts::Folder(const std::string& title, const std::string& start) {
+    const Box frame(host_);
     const std::wstring wideTitle = Wide(title);
     const std::wstring wideStart = Wide(start);
     wchar_t shown[MAX_PATH]{};
     BROWSEINFOW box{};
-    box.hwndOwner = host_.ActiveWindow();
+    box.hwndOwner = frame.Owner();
     box.pszDisplayName = shown;
     box.lpszTitle = wideTitle.c_str();
     box.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
@@ -120,6 +176,7 @@ std::optional<std::string> WindowsPrompts::Folder(const std::string& title, cons
 }
 
 std::optional<FontSpec> WindowsPrompts::Font(const FontSpec& preset) {
+    const Box frame(host_);
     LOGFONTW font{};
     font.lfHeight =
         -static_cast<LONG>(std::lround(preset.size * static_cast<float>(host_.DotsPerInch()) / 72));
@@ -130,7 +187,7 @@ std::optional<FontSpec> WindowsPrompts::Font(const FontSpec& preset) {
     CopyToField(preset.name, font.lfFaceName, LF_FACESIZE);
     CHOOSEFONTW box{};
     box.lStructSize = sizeof box;
-    box.hwndOwner = host_.ActiveWindow();
+    box.hwndOwner = frame.Owner();
     box.lpLogFont = &font;
     box.Flags = CF_SCREENFONTS | CF_EFFECTS | CF_INITTOLOGFONTSTRUCT;
     const bool chosen = ChooseFontW(&box);
@@ -142,11 +199,12 @@ std::optional<FontSpec> WindowsPrompts::Font(const FontSpec& preset) {
 }
 
 std::optional<Color> WindowsPrompts::PickColor(Color preset) {
+    const Box frame(host_);
     std::array<COLORREF, 16> own{};
     own.fill(RGB(255, 255, 255));
     CHOOSECOLORW box{};
     box.lStructSize = sizeof box;
-    box.hwndOwner = host_.ActiveWindow();
+    box.hwndOwner = frame.Owner();
     box.rgbResult = static_cast<COLORREF>(preset);
     box.lpCustColors = own.data();
     box.Flags = CC_RGBINIT | CC_FULLOPEN;

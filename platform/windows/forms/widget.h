@@ -42,6 +42,10 @@ class Widget {
     virtual void OnCommand(WORD) {}
     virtual LRESULT OnNotify(NMHDR&) { return 0; }
     virtual void OnScroll(WORD) {}
+    // The system asks for what the widget draws itself.
+    virtual void Draw(const DRAWITEMSTRUCT&) {}
+    // A button is, or is no longer, the one that Enter presses.
+    virtual void FrameAsDefault(bool) {}
     // The place of the caret may have changed.
     virtual void LookAtCaret() {}
     // A message to the widget's window that its own procedure is about to see; an answer keeps it from that.

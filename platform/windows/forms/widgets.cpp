@@ -43,24 +43,12 @@ class LabelWidget final : public Widget {
     }
 };
 
-class ButtonWidget final : public Widget {
-  public:
-    ButtonWidget(WidgetSite& site, Button& model)
-        : Widget(site, model, WC_BUTTONW, WS_TABSTOP | BS_NOTIFY | BS_PUSHBUTTON | BS_MULTILINE) {
-        if (model.OwnerForm().DefaultButton() == &model)
-            SendMessageW(window_, BM_SETSTYLE, BS_DEFPUSHBUTTON | BS_MULTILINE, FALSE);
-    }
-    void OnCommand(WORD code) override {
-        if (code == BN_CLICKED) Report(act::Click{});
-    }
-};
-
 // A check box or an option button: the model says what it shows, a click only asks for it.
 template<typename Kind, DWORD buttonStyle>
 class ToggleWidget final : public Widget {
   public:
     ToggleWidget(WidgetSite& site, Kind& model)
-        : Widget(site, model, WC_BUTTONW, WS_TABSTOP | BS_NOTIFY | buttonStyle)
+        : Widget(site, model, WC_BUTTONW, WS_TABSTOP | buttonStyle)
         , toggle_(model) {}
     void ShowValue() override {
         SendMessageW(window_, BM_SETCHECK, toggle_.Value() ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -126,6 +114,14 @@ class FrameWidget final : public Widget {
   public:
     FrameWidget(WidgetSite& site, Frame& model)
         : Widget(site, model, WC_BUTTONW, BS_GROUPBOX) {}
+    // A coloured ground without a caption has no line around it.
+    std::optional<LRESULT> Hear(UINT message, WPARAM, LPARAM) override {
+        if (message != WM_PAINT || !model_.BackColor() || !model_.Caption().empty()) return std::nullopt;
+        PAINTSTRUCT paint{};
+        BeginPaint(window_, &paint); // has the ground erased
+        EndPaint(window_, &paint);
+        return 0;
+    }
 };
 
 class SliderWidget final : public Widget {
@@ -299,10 +295,6 @@ class PictureWidget final : public Widget {
 
 void WidgetMaker::Visit(Label& control) {
     made = std::make_unique<LabelWidget>(site_, control);
-}
-
-void WidgetMaker::Visit(Button& control) {
-    made = std::make_unique<ButtonWidget>(site_, control);
 }
 
 void WidgetMaker::Visit(CheckBox& control) {

@@ -69,7 +69,26 @@ void ConformanceForm::Fill() {
         top.checked = !top.checked;
         log.push_back(top.checked ? "menu On top" : "menu not on top");
     };
+    mnuBar.onOpen = [this] { log.push_back("bar opens"); };
     SetMenuBar(&mnuBar);
+    popup.onOpen = [this] {
+        log.push_back("popup opens");
+        BuildPopup("as opened");
+        tmrTick.SetEnabled(true);
+    };
+    tmrTick.onTimer = [this] {
+        tmrTick.SetEnabled(false);
+        BuildPopup("built anew");
+    };
+    SetPopupMenu(&popup);
+}
+
+void ConformanceForm::BuildPopup(const std::string& when) {
+    popup.Clear();
+    for (int i = 0; i < 3; ++i) {
+        const std::string caption = "Entry " + std::to_string(i) + ' ' + when;
+        popup.Add("mnu_popup", i, caption, [this, caption] { log.push_back(caption); });
+    }
 }
 
 void ConformanceForm::Listen() {
@@ -110,6 +129,18 @@ void ConformanceForm::Listen() {
     scrZone.onChange = logValue(scrZone);
     dtpStart.onChange = logValue(dtpStart);
     mvwDay.onChange = logValue(mvwDay);
+    onMouse = [this](const act::Mouse& mouse) {
+        const char* const phases[] = {"down", "move", "up"};
+        const bool inCorner = mouse.at.x < Margin() && mouse.at.y > ClientSize().height - Margin();
+        const std::string line = std::string("mouse ") + phases[static_cast<int>(mouse.phase)] + ' ' +
+                                 std::to_string(mouse.button) + ' ' + std::to_string(mouse.shift) +
+                                 (inCorner ? "" : " elsewhere");
+        // Displays tell more moves than there were.
+        if (mouse.phase != act::MousePhase::Move ||
+            (mouse.button != 0 && (log.empty() || line != log.back())))
+            log.push_back(line);
+    };
+    onDoubleClick = [this] { log.push_back("double click"); };
     txtText.onKeyDown = [this](const act::Key& key) {
         if (key.code != key_code::Enter || key.shift != shift_state::Ctrl) return false;
         log.push_back("txtText Ctrl+Enter");
@@ -226,9 +257,28 @@ void CheckPerson(ConformanceForm& form, Hands& hands) {
     hands.PressKey(form.txtName, key_code::Escape, 0);
     EXPECT_EQ(Taken(form, hands), "cmdCancel clicked");
     hands.ChooseFromMenuBar(form, 0, 2);
-    EXPECT_EQ(Taken(form, hands), "menu Exit");
+    EXPECT_EQ(Taken(form, hands), "bar opens; menu Exit");
     hands.ChooseFromMenuBar(form, 1, 0);
-    EXPECT_EQ(Taken(form, hands), "menu not on top");
+    EXPECT_EQ(Taken(form, hands), "bar opens; menu not on top");
+}
+
+// What is done to the form itself.
+void CheckGround(ConformanceForm& form, Hands& hands) {
+    using enum act::MousePhase;
+    hands.MouseOnGround(form, Down, 1, shift_state::Ctrl);
+    hands.MouseOnGround(form, Move, 1, 0);
+    hands.MouseOnGround(form, Up, 1, 0);
+    EXPECT_EQ(Taken(form, hands), "mouse down 1 2; mouse move 1 0; mouse up 1 0");
+    hands.MouseOnGround(form, Down, 4, 0);
+    hands.MouseOnGround(form, Up, 4, 0);
+    EXPECT_EQ(Taken(form, hands), "mouse down 4 0; mouse up 4 0");
+    hands.DoubleClickGround(form);
+    EXPECT_EQ(Taken(form, hands), "mouse down 1 0; mouse up 1 0; mouse down 1 0; double click; mouse up 1 0");
+    const auto builtAnew = [&form] { return form.popup.Items()[0].caption.Text().ends_with("built anew"); };
+    hands.PickFromPopup(form, nullptr, 2, builtAnew);
+    EXPECT_EQ(Taken(form, hands), "mouse down 2 0; mouse up 2 0; popup opens; Entry 2 as opened");
+    hands.PickFromPopup(form, &form.cmdOk, 1, builtAnew);
+    EXPECT_EQ(Taken(form, hands), "popup opens; Entry 1 as opened") << "what was shown is what was picked";
 }
 
 // The same events by code. The host shows the new values and reports nothing of its own.
@@ -271,11 +321,72 @@ void CheckCode(ConformanceForm& form, Hands& hands) {
 
 } // namespace
 
+SmallForm::SmallForm(Forms& forms, std::string name)
+    : Form(forms, std::move(name)) {
+    SetCaption(Name());
+    SetLayout(Column({cmdPress}));
+    cmdPress.onClick = [this] { ++presses; };
+}
+
+void CheckModality(Forms& forms, const Presser& press) {
+    SmallForm below(forms, "frmBelow");
+    SmallForm modal(forms, "frmModal");
+    SmallForm alarm(forms, "frmAlarm");
+    SmallForm second(forms, "frmSecond");
+    SmallForm late(forms, "frmLate");
+    // Those that a person can use, of the ones that are shown.
+    const auto free = [&] {
+        std::string names;
+        for (SmallForm* form : {&below, &modal, &alarm, &second, &late}) {
+            if (!form->IsVisible()) continue;
+            const int before = form->presses;
+            press(*form);
+            EXPECT_EQ(form->presses > before, !form->IsBlocked()) << form->Name();
+            if (form->presses > before) names += form->Name().substr(3) + ' ';
+        }
+        return names;
+    };
+    int place = 0;
+    for (SmallForm* form : {&below, &modal, &alarm, &second, &late})
+        form->MoveTo(3000 * place, 1500 * place), ++place;
+    below.Show();
+    EXPECT_EQ(free(), "Below ");
+    forms.Events().Post([&] {
+        EXPECT_EQ(free(), "Modal ");
+        alarm.Show();
+        EXPECT_EQ(free(), "Modal Alarm ") << "what is shown later is free";
+        forms.Events().Post([&] {
+            EXPECT_EQ(free(), "Second ");
+            late.Show();
+            EXPECT_EQ(free(), "Second Late ");
+            alarm.Unload();
+            alarm.Show();
+            EXPECT_EQ(free(), "Alarm Second Late ") << "shown anew";
+            second.Hide();
+        });
+        second.ShowModal();
+        EXPECT_EQ(free(), "Modal Alarm Late ") << "the one below rules again";
+        below.Unload();
+        EXPECT_EQ(free(), "Modal Alarm Late ") << "though the one that it came up over has gone";
+        below.Show();
+        modal.Hide();
+    });
+    modal.ShowModal();
+    EXPECT_EQ(free(), "Below Alarm Late ");
+    for (SmallForm* form : {&below, &modal, &alarm, &second, &late})
+        form->Unload();
+}
+
 void CheckConformance(ConformanceForm& form, Hands& hands) {
     form.Show();
     CheckMirror(form, hands, "when first shown");
     EXPECT_EQ(Taken(form, hands), "") << "showing a form raises nothing";
     CheckPerson(form, hands);
+    CheckGround(form, hands);
+    Control* const before = form.ActiveControl();
+    form.txtNowhere.SetFocus();
+    EXPECT_EQ(Taken(form, hands), "");
+    EXPECT_EQ(form.ActiveControl(), before) << "what has no place cannot have the keyboard";
     CheckMirror(form, hands, "after what a person did");
     CheckCode(form, hands);
 
@@ -314,6 +425,7 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
               "  Button cmdOk \"&Ok\" default\n"
               "  Button cmdCancel \"Cancel\" cancel\n"
               "  Button cmdOff \"Not now\" disabled\n"
+              "  TextBox txtNowhere = \"\"\n"
               "  Timer tmrTick = 50 disabled\n");
 
     hands.CloseByFrame(form);
@@ -322,7 +434,9 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
     form.Show();
     CheckMirror(form, hands, "when shown again");
     CheckRows(form.lvwAlarms, hands);
-    form.Unload();
+    form.cmdOk.onClick = [&form] { form.Unload(); };
+    hands.PressKey(form.cmdOk, key_code::Space, 0);
+    EXPECT_EQ(Taken(form, hands), "unload") << "by a button of its own, in the middle of its key";
 }
 
 } // namespace quorvane

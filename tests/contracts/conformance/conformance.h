@@ -6,6 +6,7 @@
 #include "platform/forms/form.h"
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ class ConformanceForm : public Form {
     std::vector<std::string> log;
 
     Menu mnuBar{*this, "mnuBar"};
+    Menu popup; // of the bare form; built anew by tmrTick while it is open
     Label lblName{*this, "lblName", "&Name:"};
     TextBox txtName{*this, "txtName"};
     Label lblCount{*this, "lblCount", "Count"};
@@ -44,6 +46,7 @@ class ConformanceForm : public Form {
     Button cmdOk{*this, "cmdOk", "&Ok"};
     Button cmdCancel{*this, "cmdCancel", "Cancel"};
     Button cmdOff{*this, "cmdOff", "Not now"};
+    TextBox txtNowhere{*this, "txtNowhere"}; // the layout does not name it
     Timer tmrTick{*this, "tmrTick", 50, false};
 
   protected:
@@ -53,6 +56,7 @@ class ConformanceForm : public Form {
   private:
     static constexpr int NoIndex = Control::NoIndex;
     void Fill();
+    void BuildPopup(const std::string& when);
     void Listen();
     void Arrange();
 };
@@ -74,6 +78,14 @@ class Hands {
     virtual void Step(RangeControl& control, int by) = 0; // by the arrow keys
     virtual void PickDate(Control& control, const DateTime& value) = 0;
     virtual void ChooseFromMenuBar(Form& form, int menu, int entry) = 0;
+    // In the lower left corner of the form, where no control is. A move has the buttons held that `button`
+    // says.
+    virtual void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) = 0;
+    virtual void DoubleClickGround(Form& form) = 0;
+    // Has the form's popup opened, by the right button in that corner or by the menu key in `control`, waits
+    // until `ready` and picks an entry.
+    virtual void PickFromPopup(Form& form, Control* control, int entry,
+                               const std::function<bool()>& ready) = 0;
     virtual void CloseByFrame(Form& form) = 0;
     // The value that the widget itself shows, in the words of Control::ValueText.
     virtual std::string Shown(Control& control) = 0;
@@ -83,6 +95,21 @@ class Hands {
 
 // Rows that come, go and change, below the check boxes and the chosen row. At a form that is shown.
 void CheckRows(ListView& list, Hands& hands);
+
+// A window with a button, of which several stand on the screen at once.
+class SmallForm : public Form {
+  public:
+    SmallForm(Forms& forms, std::string name);
+
+    int presses = 0;
+    Button cmdPress{*this, "cmdPress", "&Press"};
+};
+
+// Presses the button of a form as a person at the display would; a window that is blocked lets nobody
+// through.
+using Presser = std::function<void(SmallForm& form)>;
+// Opens modal windows above each other and looks which ones a person can use. Reports to GoogleTest.
+void CheckModality(Forms& forms, const Presser& press);
 
 // Walks a person through the form, and code through its properties; the log and the dump must come out the
 // same at every host. Reports to GoogleTest.

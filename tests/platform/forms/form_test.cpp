@@ -58,6 +58,36 @@ TEST_F(FormTest, TimersRunWhileAHiddenFormIsLoadedAndAskNothingOfTheHost) {
     EXPECT_TRUE(machine_.calls.lines.empty());
 }
 
+// A load that takes its time lets events run, and the form's own timers must not find it half loaded.
+TEST_F(FormTest, TimersStartWhenTheLoadHasReturned) {
+    class Slow : public Form {
+      public:
+        using Form::Form;
+        Timer Timer1{*this, "Timer1", 1000};
+        Timer late{*this, "late", 500, false};
+        std::function<void()> inLoad;
+
+      protected:
+        void OnLoad() override { inLoad(); }
+    };
+    Slow form(forms_, "frmEngine");
+    int ticks = 0;
+    form.Timer1.onTimer = form.late.onTimer = [&] { ++ticks; };
+    form.inLoad = [&] {
+        form.late.SetEnabled(true);
+        form.Timer1.SetInterval(700);
+        machine_.events.Advance(6000);
+    };
+    form.Load();
+    EXPECT_EQ(ticks, 0);
+    machine_.events.Advance(700);
+    EXPECT_EQ(ticks, 2);
+    form.Unload();
+    form.inLoad = [&] { form.Unload(); };
+    form.Load();
+    EXPECT_TRUE(machine_.events.TimerNames().empty()) << "a load that ended in its own end";
+}
+
 TEST_F(FormTest, AllAreUnloadedFromTheLastToTheFirst) {
     std::string log;
     Noted first(forms_, "frmFirst", log);
@@ -186,6 +216,28 @@ TEST_F(FormTest, EveryWordFollowsTheLanguageAndRaisesNothing) {
     EXPECT_EQ(words(), "Settings 0 \"&General\" \"&Notes\" Preview Other Now Id Never Views Top");
 }
 
+TEST_F(FormTest, AResizeIsForFormsThatHaveNoSizeOfTheirOwn) {
+    Form form(forms_, "frmAny");
+    Button Command1(form, "Command1", "Ok");
+    form.SetLayout(Column({Command1}));
+    int resized = 0;
+    form.onResize = [&] { ++resized; };
+    form.Resize({9000, 9000});
+    EXPECT_NE(form.NativeHandle(Command1), 0U) << "before the first showing";
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_FALSE(form.IsVisible());
+    const TwipSize own = form.ClientSize();
+    form.Resize({9000, 9000});
+    EXPECT_EQ(form.ClientSize(), own);
+    EXPECT_EQ(resized, 0);
+    form.SetBorder(BorderStyle::Sizable);
+    form.Resize({9000, 10});
+    EXPECT_EQ(form.ClientSize(), (TwipSize{9000, own.height})) << "no less than the layout needs";
+    EXPECT_EQ(resized, 1);
+    Form painted(forms_, "frmPainted");
+    painted.Resize({10, 20});
+    EXPECT_EQ(painted.ClientSize(), (TwipSize{10, 20}));
+}
 TEST_F(FormTest, TextsOfArbitraryBytesPassTheFilter) {
     Form form(forms_, "frmAny");
     TextBox Text1(form, "Text1");

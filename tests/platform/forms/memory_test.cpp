@@ -32,7 +32,8 @@ class MemoryHands final : public Hands {
         }
     }
     void PressKey(Control& control, int code, int shift) override {
-        MemoryFormView::Do(form_, &control, act::Key{code, shift});
+        const bool usedUp = MemoryFormView::Do(form_, &control, act::Key{code, shift});
+        if (code == key_code::Space && !usedUp) Click(control);
     }
     void Choose(Control& control, int index) override {
         MemoryFormView::Do(form_, &control, act::Choose{index});
@@ -48,8 +49,31 @@ class MemoryHands final : public Hands {
         MemoryFormView::Do(form_, &control, act::PickDate{value});
     }
     void ChooseFromMenuBar(Form& form, int menu, int entry) override {
-        MenuItem& title = form.MenuBar()->Items()[static_cast<std::size_t>(menu)];
-        Menu::Choose(title.items[static_cast<std::size_t>(entry)]);
+        const ShownMenu bar = form.MenuBar()->Open();
+        Menu::Choose(bar.items[static_cast<std::size_t>(menu)].items[static_cast<std::size_t>(entry)]);
+    }
+    void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override {
+        const TwipPoint corner{form.Margin() / 2, form.ClientSize().height - form.Margin() / 2};
+        MemoryFormView::Do(form, nullptr, act::Mouse{phase, button, shift, corner, corner});
+    }
+    void DoubleClickGround(Form& form) override {
+        MouseOnGround(form, act::MousePhase::Down, 1, 0);
+        MouseOnGround(form, act::MousePhase::Up, 1, 0);
+        MouseOnGround(form, act::MousePhase::Down, 1, 0);
+        MemoryFormView::Do(form, nullptr, act::DoubleClick{});
+        MouseOnGround(form, act::MousePhase::Up, 1, 0);
+    }
+    void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override {
+        machine_.forms.whileMenu = [&, this] {
+            while (!ready())
+                machine_.events.Advance(10);
+        };
+        machine_.forms.menuChoices = {"Entry " + std::to_string(entry) + " as opened"};
+        if (!control) {
+            MouseOnGround(form, act::MousePhase::Down, 2, 0);
+            MouseOnGround(form, act::MousePhase::Up, 2, 0);
+        }
+        MemoryFormView::Do(form, nullptr, act::ContextMenu{control != nullptr});
     }
     void CloseByFrame(Form& form) override { MemoryFormView::Do(form, nullptr, act::CloseByFrame{}); }
     std::string Shown(Control& control) override {
@@ -68,6 +92,26 @@ class MemoryHands final : public Hands {
 };
 
 } // namespace
+
+TEST(Forms, BlockEachOtherInMemoryAsEverywhere) {
+    MemoryPlatform machine;
+    Forms forms(machine.Services());
+    const Presser press = [](SmallForm& form) { MemoryFormView::Do(form, &form.cmdPress, act::Click{}); };
+    CheckModality(forms, press);
+
+    SmallForm form(forms, "frmNote");
+    SmallForm alarm(forms, "frmAlarm");
+    form.Show();
+    machine.prompts.whileAsking = [&](const MemoryPrompts::Question&) {
+        alarm.Show();
+        press(form);
+        press(alarm);
+    };
+    machine.prompts.Message("Sure?", "Title", message_style::Information);
+    EXPECT_EQ(form.presses, 0) << "a question is a modal window";
+    EXPECT_EQ(alarm.presses, 1);
+    EXPECT_FALSE(form.IsBlocked());
+}
 
 TEST(Forms, BehaveInMemoryAsEverywhere) {
     MemoryPlatform machine;

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace quorvane {
 namespace {
 
@@ -53,16 +55,12 @@ class WindowsHands final : public Hands {
     void PressKey(Control& control, int code, int shift) override {
         const HWND window = EditOf(control);
         SetFocus(window);
-        BYTE keys[256]{};
-        if (shift & shift_state::Ctrl) keys[VK_CONTROL] = 0x80;
-        if (shift & shift_state::Shift) keys[VK_SHIFT] = 0x80;
         events_.Pump();
-        SetKeyboardState(keys);
+        HoldKeys(shift);
         PostMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(code), 1);
         PostMessageW(window, WM_KEYUP, static_cast<WPARAM>(code), static_cast<LPARAM>(0xC0000001));
         events_.Pump();
-        const BYTE none[256]{};
-        SetKeyboardState(const_cast<BYTE*>(none));
+        HoldKeys(0);
     }
     void Choose(Control& control, int index) override {
         const HWND window = Window(control);
@@ -120,6 +118,48 @@ class WindowsHands final : public Hands {
         SendMessageW(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(submenu), menu);
         SendMessageW(window, WM_COMMAND, GetMenuItemID(submenu, entry), 0);
     }
+    void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override {
+        const WPARAM held = button == 1 ? MK_LBUTTON : button == 2 ? MK_RBUTTON : MK_MBUTTON;
+        const UINT down = button == 1 ? WM_LBUTTONDOWN : button == 2 ? WM_RBUTTONDOWN : WM_MBUTTONDOWN;
+        const UINT up = button == 1 ? WM_LBUTTONUP : button == 2 ? WM_RBUTTONUP : WM_MBUTTONUP;
+        HoldKeys(shift);
+        switch (phase) {
+        case act::MousePhase::Down:
+            return SendToCorner(form, down, held);
+        case act::MousePhase::Move:
+            return SendToCorner(form, WM_MOUSEMOVE, held);
+        case act::MousePhase::Up:
+            return SendToCorner(form, up, 0);
+        }
+    }
+    void DoubleClickGround(Form& form) override {
+        MouseOnGround(form, act::MousePhase::Down, 1, 0);
+        MouseOnGround(form, act::MousePhase::Up, 1, 0);
+        SendToCorner(form, WM_LBUTTONDBLCLK, MK_LBUTTON);
+        MouseOnGround(form, act::MousePhase::Up, 1, 0);
+    }
+    void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override {
+        const HWND window = WindowOf(form);
+        int rounds = 0;
+        TimerId pick = events_.StartTimer("pick", 10, [&] {
+            const bool open = FindWindowW(L"#32768", nullptr) && ready();
+            if (!open && ++rounds < 1000) return;
+            events_.StopTimer(pick);
+            pick = 0;
+            for (int i = 0; i <= entry; ++i)
+                PostMessageW(window, WM_KEYDOWN, VK_DOWN, 1);
+            PostMessageW(window, WM_KEYDOWN, VK_RETURN, 1);
+        });
+        if (control) {
+            SetFocus(Window(*control));
+            PostMessageW(Window(*control), WM_KEYDOWN, VK_APPS, 1);
+            PostMessageW(Window(*control), WM_KEYUP, VK_APPS, static_cast<LPARAM>(0xC0000001));
+            events_.RunWhile([&pick] { return pick != 0; });
+        } else {
+            MouseOnGround(form, act::MousePhase::Down, 2, 0);
+            MouseOnGround(form, act::MousePhase::Up, 2, 0);
+        }
+    }
     void CloseByFrame(Form& form) override {
         SendMessageW(static_cast<WindowsFormView*>(form.View())->Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
     }
@@ -172,6 +212,18 @@ class WindowsHands final : public Hands {
     void Settle() override { events_.Pump(); }
 
   private:
+    static HWND WindowOf(Form& form) { return static_cast<WindowsFormView*>(form.View())->Window(); }
+    static void HoldKeys(int shift) {
+        BYTE keys[256]{};
+        if (shift & shift_state::Ctrl) keys[VK_CONTROL] = 0x80;
+        if (shift & shift_state::Shift) keys[VK_SHIFT] = 0x80;
+        SetKeyboardState(keys);
+    }
+    static void SendToCorner(Form& form, UINT message, WPARAM keys) {
+        RECT area{};
+        GetClientRect(WindowOf(form), &area);
+        SendMessageW(WindowOf(form), message, keys, MAKELPARAM(4, area.bottom - 4));
+    }
     HWND Window(Control& control) const {
         return reinterpret_cast<HWND>(form_.View()->NativeHandle(control));
     }
@@ -246,13 +298,21 @@ TEST_F(WindowsFormHostTest, BehavesAsEverywhere) {
     CheckConformance(form, hands);
 }
 
+TEST_F(WindowsFormHostTest, BlocksAsEverywhere) {
+    CheckModality(forms_, [](SmallForm& form) {
+        const HWND window = static_cast<WindowsFormView*>(form.View())->Window();
+        const HWND button = reinterpret_cast<HWND>(form.View()->NativeHandle(form.cmdPress));
+        if (IsWindowEnabled(window)) SendMessageW(button, BM_CLICK, 0, 0);
+    });
+}
+
 // What is read of a form's place and keyboard, of its own and of others.
-class SmallForm : public Form {
+class KeyForm : public Form {
   public:
-    explicit SmallForm(Forms& forms)
+    explicit KeyForm(Forms& forms)
         : Form(forms, "frmSmall") {
         SetCaption("Small");
-        SetLayout(Column({lblName, txtName, chkOn, Row({optA, optB}), cmdOk}));
+        SetLayout(Column({lblName, txtName, chkOn, Row({optA, optB}), Row({cmdOk, cmdOther})}));
         optA.SetValue(true);
         cmdOk.onClick = [this] { Hide(); };
     }
@@ -263,6 +323,7 @@ class SmallForm : public Form {
     OptionButton optA{*this, "opt", "A", 0};
     OptionButton optB{*this, "opt", "B", 1};
     Button cmdOk{*this, "cmdOk", "O&k"};
+    Button cmdOther{*this, "cmdOther", "Othe&r"};
 };
 
 class KeyboardTest : public WindowsFormHostTest {
@@ -275,15 +336,15 @@ class KeyboardTest : public WindowsFormHostTest {
 };
 
 TEST_F(KeyboardTest, TabGoesRoundAndMnemonicsLead) {
-    SmallForm form(forms_);
+    KeyForm form(forms_);
     form.Show();
     events_.Pump();
     std::string visited;
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 6; ++i) {
         visited += form.ActiveControl() ? form.ActiveControl()->FullName() + " " : "none ";
         Press(VK_TAB);
     }
-    EXPECT_EQ(visited, "txtName chkOn opt(0) cmdOk txtName ") << "one option of a group";
+    EXPECT_EQ(visited, "txtName chkOn opt(0) cmdOk cmdOther txtName ") << "one option of a group";
     Press('n', WM_SYSCHAR);
     EXPECT_EQ(form.ActiveControl(), &form.txtName) << "the label's mnemonic leads to what follows it";
     Press('o', WM_SYSCHAR);
@@ -296,22 +357,116 @@ TEST_F(KeyboardTest, TabGoesRoundAndMnemonicsLead) {
     EXPECT_FALSE(form.IsVisible());
 }
 
-TEST_F(KeyboardTest, AModalFormHoldsTheOthersUntilItIsHidden) {
-    SmallForm below(forms_), above(forms_);
-    below.Show();
-    bool held = false;
+TEST_F(KeyboardTest, AModalFormOutlivesTheOneThatItCameUpOver) {
+    auto below = std::make_unique<KeyForm>(forms_);
+    KeyForm above(forms_);
+    below->Show();
+    SetActiveWindow(Window(*below));
+    int stage = 0;
     events_.Post([&] {
-        held = !IsWindowEnabled(Window(below)) && IsWindowEnabled(Window(above));
-        SendMessageW(reinterpret_cast<HWND>(above.View()->NativeHandle(above.cmdOk)), BM_CLICK, 0, 0);
+        EXPECT_EQ(GetWindow(Window(above), GW_OWNER), Window(*below));
+        EXPECT_FALSE(GetWindowLongW(Window(above), GWL_STYLE) & WS_MINIMIZEBOX);
+        EXPECT_FALSE(GetWindowLongW(Window(above), GWL_EXSTYLE) & WS_EX_APPWINDOW);
+        below->Unload();
+        events_.Post([&] {
+            ++stage;
+            EXPECT_TRUE(IsWindowVisible(Window(above)));
+            // Destroyed by somebody else a window ends its form, and the wait.
+            DestroyWindow(Window(above));
+        });
     });
     above.ShowModal();
-    EXPECT_TRUE(held);
-    EXPECT_TRUE(IsWindowEnabled(Window(below)));
-    EXPECT_FALSE(above.IsVisible());
+    EXPECT_EQ(stage, 1);
+    EXPECT_FALSE(above.IsLoaded());
+}
+
+TEST_F(KeyboardTest, LettersAloneAreMnemonicsAndTheFocusedButtonIsFramed) {
+    KeyForm form(forms_);
+    form.SetDefaultButton(&form.cmdOk);
+    form.Show();
+    events_.Pump();
+    const auto kind = [&form](Control& control) {
+        return GetWindowLongW(reinterpret_cast<HWND>(form.View()->NativeHandle(control)), GWL_STYLE) &
+               BS_TYPEMASK;
+    };
+    Press('o', WM_CHAR);
+    EXPECT_FALSE(form.chkOn.Value()) << "a letter in a text box is written";
+    form.cmdOther.SetFocus();
+    EXPECT_EQ(kind(form.cmdOther), BS_DEFPUSHBUTTON);
+    EXPECT_EQ(kind(form.cmdOk), BS_PUSHBUTTON);
+    Press('o', WM_CHAR);
+    EXPECT_TRUE(form.chkOn.Value());
+    EXPECT_EQ(kind(form.cmdOther), BS_PUSHBUTTON);
+    EXPECT_EQ(kind(form.cmdOk), BS_DEFPUSHBUTTON) << "where no button has the keyboard";
+}
+
+TEST_F(KeyboardTest, AClickIsOneWhereItsPressBegan) {
+    KeyForm form(forms_);
+    std::string log;
+    form.lblName.onClick = [&] { log += "click "; };
+    form.lblName.onDoubleClick = [&] { log += "double "; };
+    form.Show();
+    const HWND label = reinterpret_cast<HWND>(form.View()->NativeHandle(form.lblName));
+    const LPARAM inside = MAKELPARAM(3, 3);
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+        SendMessageW(label, message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, inside);
+    EXPECT_EQ(log, "click double ");
+    SendMessageW(Window(form), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    SendMessageW(label, WM_LBUTTONUP, 0, inside);
+    SendMessageW(label, WM_LBUTTONDOWN, MK_LBUTTON, inside);
+    SendMessageW(label, WM_LBUTTONUP, 0, MAKELPARAM(-20, 3));
+    EXPECT_EQ(log, "click double ");
+}
+
+TEST_F(KeyboardTest, AButtonHasItsColoursAndEveryClick) {
+    KeyForm form(forms_);
+    form.cmdOther.SetBackColor(Rgb(200, 40, 60));
+    int clicks = 0;
+    form.cmdOther.onClick = [&] { ++clicks; };
+    form.Show();
+    events_.Pump();
+    const HWND button = reinterpret_cast<HWND>(form.View()->NativeHandle(form.cmdOther));
+    RECT area{};
+    GetClientRect(button, &area);
+    const auto ground = [&] {
+        UpdateWindow(button);
+        const HDC dc = GetDC(button);
+        const COLORREF color = GetPixel(dc, 6, area.bottom / 2);
+        ReleaseDC(button, dc);
+        return color;
+    };
+    EXPECT_EQ(ground(), RGB(200, 40, 60));
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+        SendMessageW(button, message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(5, 5));
+    EXPECT_EQ(clicks, 2);
+    form.cmdOther.SetBackColor(std::nullopt);
+    EXPECT_NE(ground(), RGB(200, 40, 60));
+}
+
+TEST_F(KeyboardTest, AScreenOfAnotherResolutionGetsLargerPixelsAndTheSameTwips) {
+    KeyForm form(forms_);
+    form.Show();
+    auto* view = static_cast<WindowsFormView*>(form.View());
+    RECT before{};
+    GetClientRect(Window(form), &before);
+    view->Rescale(144);
+    RECT after{};
+    GetClientRect(Window(form), &after);
+    EXPECT_NEAR(after.right, before.right * 1.5, before.right * 0.15);
+    EXPECT_EQ(after.right, view->Scale().PixelsX(form.ClientSize().width));
+    LOGFONTW font{};
+    const auto handle = reinterpret_cast<HFONT>(
+        SendMessageW(reinterpret_cast<HWND>(view->NativeHandle(form.cmdOk)), WM_GETFONT, 0, 0));
+    GetObjectW(handle, sizeof font, &font);
+    EXPECT_EQ(font.lfHeight, -std::lround(host_.DefaultFont().size * 144 / 72));
+    EXPECT_EQ(font.lfQuality, DEFAULT_QUALITY);
+    view->Rescale(96);
+    GetClientRect(Window(form), &after);
+    EXPECT_EQ(after.right, before.right);
 }
 
 TEST_F(KeyboardTest, PlaceAndLookFollowTheModelAndThePerson) {
-    SmallForm form(forms_);
+    KeyForm form(forms_);
     form.SetBorder(BorderStyle::Sizable);
     form.MoveTo(host_.Scale().TwipsX(120), host_.Scale().TwipsY(80));
     form.Show();
@@ -337,7 +492,7 @@ TEST_F(KeyboardTest, PlaceAndLookFollowTheModelAndThePerson) {
 }
 
 TEST_F(KeyboardTest, AFormMayGoInTheMiddleOfItsOwnReport) {
-    auto form = std::make_unique<SmallForm>(forms_);
+    auto form = std::make_unique<KeyForm>(forms_);
     form->chkOn.onClick = [&] { form->Unload(); };
     form->Show();
     const HWND window = Window(*form);

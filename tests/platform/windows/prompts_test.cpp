@@ -4,7 +4,9 @@
 #include "platform/windows/desktop/tray.h"
 #include "platform/windows/drawing/drawing.h"
 #include "platform/windows/forms/form_host.h"
+#include "platform/windows/forms/form_view.h"
 #include "platform/windows/forms/prompts.h"
+#include "tests/contracts/conformance/conformance.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +37,7 @@ class PromptsTest : public testing::Test {
     WindowsDrawing drawing_;
     WindowsFormHost host_{events_};
     WindowsPrompts prompts_{host_, events_, drawing_};
+    Forms forms_{host_, events_, drawing_};
     std::string words_;
     TimerId timer_ = 0;
 };
@@ -48,6 +51,32 @@ TEST_F(PromptsTest, MessagesComeWithTheirWordsAndAnswers) {
     EXPECT_EQ(prompts_.Message("Terminate?", "Error!", message_style::Question), Answer::No);
     When(L"Quorvane II", Press(IDOK));
     EXPECT_EQ(prompts_.Message("Done", "Quorvane II", message_style::Information), Answer::Ok);
+}
+
+TEST_F(PromptsTest, ABoxWithoutAnOwnerStandsInTheMiddleAndBlocksTheForms) {
+    SmallForm form(forms_, "frmNote");
+    form.Show();
+    SetActiveWindow(nullptr);
+    ShowWindow(static_cast<WindowsFormView*>(form.View())->Window(), SW_HIDE);
+    POINT middle{};
+    bool blocked = false;
+    HWND owner = nullptr;
+    When(L"Quorvane II", [&](HWND window) {
+        RECT area{};
+        GetWindowRect(window, &area);
+        middle = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+        blocked = form.IsBlocked();
+        owner = GetWindow(window, GW_OWNER);
+        Press(IDOK)(window);
+    });
+    prompts_.Message("Done", "Quorvane II", message_style::Information);
+    RECT work{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    EXPECT_NEAR(middle.x, (work.left + work.right) / 2, 2);
+    EXPECT_NEAR(middle.y, (work.top + work.bottom) / 2, 2);
+    EXPECT_EQ(owner, events_.Window()) << "no entry in the task bar";
+    EXPECT_TRUE(blocked);
+    EXPECT_FALSE(form.IsBlocked());
 }
 
 TEST_F(PromptsTest, ALineIsTypedOrCancelled) {
@@ -115,16 +144,21 @@ TEST_F(PromptsTest, AMenuAnswersWithWhatWasChosen) {
     add("&First", 1);
     menu.AddSeparator();
     add("&Second", 2);
-    timer_ = events_.StartTimer("person", 50, [&] {
-        const HWND popup = FindWindowW(L"#32768", nullptr);
-        if (!popup) return;
-        events_.StopTimer(timer_);
+    int ticks = 0;
+    events_.StartTimer("engine", 10, [&] { ++ticks; });
+    const DWORD begin = GetTickCount();
+    const std::function<void()> pick = [&] {
+        if (!FindWindowW(L"#32768", nullptr) || GetTickCount() - begin < 100) return events_.Post(pick);
+        EXPECT_EQ(ticks, 0) << "timers are held";
+        menu.Clear();                                         // what is shown stays good
         tray.Popup(menu);                                     // a second one does not open
         PostMessageW(events_.Window(), WM_KEYDOWN, VK_UP, 1); // the last entry
         PostMessageW(events_.Window(), WM_KEYDOWN, VK_RETURN, 1);
-    });
+    };
+    events_.Post(pick);
     tray.Popup(menu);
     EXPECT_EQ(chosen, 2);
+    events_.RunWhile([&] { return ticks == 0; });
 }
 
 } // namespace

@@ -98,7 +98,7 @@ class Dialogues : public testing::Test {
     QtEventLoop events_;
     LinuxDrawing drawing_;
     QtFormHost host_;
-    QtPrompts prompts_;
+    QtPrompts prompts_{host_};
     Platform platform_{machine_.clock,  machine_.desktop, drawing_,        events_,          machine_.files,
                        host_,           prompts_,         machine_.random, machine_.session, machine_.store,
                        machine_.system, machine_.tray};

@@ -3,8 +3,13 @@
 #include "platform/linux/forms/form_host.h"
 #include "platform/linux/forms/form_view.h"
 #include "tests/platform/linux/forms/qt_hands.h"
+#include "tests/support/process.h"
+#include "tests/support/temporary_folder.h"
 
+#include <QPointer>
+#include <QTest>
 #include <QWidget>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace quorvane {
@@ -27,6 +32,36 @@ TEST_F(QtForms, BehaveAsEverywhere) {
     if (const char* shots = std::getenv("QUORVANE_SHOTS"))
         WindowOf(form)->grab().save(QString(shots) + "/conformance.png");
     CheckConformance(form, hands);
+}
+
+TEST_F(QtForms, BlockEachOtherAsEverywhere) {
+    CheckModality(forms_, [](SmallForm& form) {
+        const QWidget* button = static_cast<QtFormView*>(form.View())->WidgetOf(form.cmdPress);
+        QWindow* window = WindowOf(form)->windowHandle();
+        QTest::mouseClick(window, Qt::LeftButton, {}, button->mapTo(WindowOf(form), button->rect().center()));
+    });
+}
+
+// Neither task bar nor pager shows a splash or a question, and a window manager knows it from the start.
+TEST_F(QtForms, StandInTheTaskBarOrNot) {
+    const auto states = [](const Form& form) {
+        const test::TemporaryFolder folder;
+        const auto answer = folder.Path() / "answer";
+        test::Process ask({"xprop", "-id", std::to_string(WindowOf(form)->winId()), "_NET_WM_STATE"}, {},
+                          answer);
+        EXPECT_EQ(ask.WaitForEnd(), 0);
+        return test::ReadWhole(answer);
+    };
+    SmallForm form(forms_, "frmNote");
+    form.SetShownInTaskBar(false);
+    form.Show();
+    SmallForm plain(forms_, "frmPlain");
+    plain.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(WindowOf(form)));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(WindowOf(plain)));
+    EXPECT_NE(states(form).find("SKIP_TASKBAR"), std::string::npos);
+    EXPECT_NE(states(form).find("SKIP_PAGER"), std::string::npos);
+    EXPECT_EQ(states(plain).find("SKIP_TASKBAR"), std::string::npos);
 }
 
 // Every widget is at least as large as it would like to be, and lies inside its parent.
@@ -68,6 +103,15 @@ TEST_F(QtForms, EndInsideTheirOwnEvents) {
     form.ShowModal();
     EXPECT_TRUE(forms_.Loaded().empty());
     hands.Settle();
+}
+
+TEST_F(QtForms, AreDestroyedWhereTheyAreUnloadedOutsideEveryEvent) {
+    Form form(forms_, "frmSplash");
+    form.Show();
+    const QPointer<QWidget> window = WindowOf(form);
+    form.Unload();
+    events_.Pump();
+    EXPECT_FALSE(window);
 }
 
 TEST_F(QtForms, AreCutOutWhereTheyAreTransparent) {

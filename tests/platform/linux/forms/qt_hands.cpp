@@ -3,6 +3,7 @@
 #include "core/utf8.h"
 #include "platform/linux/forms/form_view.h"
 #include "platform/linux/forms/qt_text.h"
+#include "tests/support/process.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -21,7 +22,10 @@
 #include <QTableView>
 #include <QTest>
 #include <QTextEdit>
+#include <QTimer>
 #include <QTreeView>
+#include <QWindow>
+#include <gtest/gtest.h>
 
 namespace quorvane {
 
@@ -141,7 +145,9 @@ void QtHands::Type(Control& control, const std::string& letters) {
 void QtHands::PressKey(Control& control, int code, int shift) {
     QWidget* widget = WidgetOf(control);
     widget->setFocus();
-    const Qt::Key key = code == key_code::Enter ? Qt::Key_Return : Qt::Key_Escape;
+    const Qt::Key key = code == key_code::Enter   ? Qt::Key_Return
+                        : code == key_code::Space ? Qt::Key_Space
+                                                  : Qt::Key_Escape;
     QTest::keyClick(widget, key, shift & shift_state::Ctrl ? Qt::ControlModifier : Qt::NoModifier);
 }
 
@@ -203,6 +209,51 @@ void QtHands::ChooseFromMenuBar(Form& form, int menu, int entry) {
     QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(title).center());
     QMenu* below = title->menu();
     QTest::mouseClick(below, Qt::LeftButton, {}, below->actionGeometry(below->actions().at(entry)).center());
+}
+
+// Through the window, which sends them on as the display's own are.
+void QtHands::MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) {
+    QWidget* window = static_cast<QtFormView*>(form.View())->Window();
+    const QPoint corner(4, window->height() - 4);
+    const Qt::MouseButton which = button == 1   ? Qt::LeftButton
+                                  : button == 2 ? Qt::RightButton
+                                                : Qt::MiddleButton;
+    const auto modifiers = shift & shift_state::Ctrl ? Qt::ControlModifier : Qt::NoModifier;
+    switch (phase) {
+    case act::MousePhase::Down:
+        return QTest::mousePress(window->windowHandle(), which, modifiers, corner);
+    case act::MousePhase::Move:
+        return QTest::mouseMove(window->windowHandle(), corner + QPoint(1, 0));
+    case act::MousePhase::Up:
+        return QTest::mouseRelease(window->windowHandle(), which, modifiers, corner);
+    }
+}
+
+void QtHands::DoubleClickGround(Form& form) {
+    QWidget* window = static_cast<QtFormView*>(form.View())->Window();
+    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(4, window->height() - 4));
+}
+
+void QtHands::PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) {
+    QTimer pick;
+    QObject::connect(&pick, &QTimer::timeout, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu || !ready()) return;
+        pick.stop();
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().at(entry)).center());
+    });
+    pick.start(10);
+    if (control) {
+        WidgetOf(*control)->setFocus();
+        // Only the display's own key asks for a menu.
+        QWidget* window = static_cast<QtFormView*>(form.View())->Window();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        const test::Process key({"xdotool", "key", "Menu"});
+        EXPECT_TRUE(QTest::qWaitFor([&pick] { return !pick.isActive(); }, 20'000));
+    } else {
+        MouseOnGround(form, act::MousePhase::Down, 2, 0);
+        MouseOnGround(form, act::MousePhase::Up, 2, 0);
+    }
 }
 
 void QtHands::CloseByFrame(Form& form) {

@@ -22,6 +22,9 @@ class QtHands final : public Hands {
     void Step(RangeControl& control, int by) override;
     void PickDate(Control& control, const DateTime& value) override;
     void ChooseFromMenuBar(Form& form, int menu, int entry) override;
+    void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override;
+    void DoubleClickGround(Form& form) override;
+    void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override;
     void CloseByFrame(Form& form) override;
     std::string Shown(Control& control) override;
     void Settle() override;
