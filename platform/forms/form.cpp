@@ -94,6 +94,11 @@ void Form::ShowModal() {
     Events().RunWhile([self = self_] { return *self && (*self)->visible_; });
 }
 
+bool Form::HasTaskBarEntry() const {
+    if (!inTaskBar_ || border_ == BorderStyle::Tool) return false;
+    return !IsModal() || !Host().Order().IsOverEntry(*this);
+}
+
 void Form::Hide() {
     if (!visible_) return;
     visible_ = false;

@@ -80,6 +80,8 @@ class Form : public Container {
     void SetAlwaysOnTop(bool onTop);
     bool ShownInTaskBar() const { return inTaskBar_; }
     void SetShownInTaskBar(bool shown) { inTaskBar_ = shown; } // before the first showing
+    // Whether it has one now: a modal form has none where another window below it leads to it.
+    bool HasTaskBarEntry() const;
     bool Minimized() const { return minimized_; }
     void SetMinimized(bool minimized);
 

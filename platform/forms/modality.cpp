@@ -39,6 +39,14 @@ bool Modality::IsModal(const Form& form) const {
                        [&form](const Window& each) { return each.form == &form && each.modal; });
 }
 
+bool Modality::IsOverEntry(const Form& form) const {
+    for (const Window& each : shown_) {
+        if (each.form == &form) return false;
+        if (each.form && each.form->HasTaskBarEntry()) return true;
+    }
+    return false;
+}
+
 Form* Modality::Topmost() const {
     const auto behind = LastModal();
     return behind == shown_.begin() ? nullptr : std::prev(behind)->form;

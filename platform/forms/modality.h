@@ -17,6 +17,8 @@ class Modality {
 
     bool IsBlocked(const Form& form) const;
     bool IsModal(const Form& form) const;
+    // Whether a window that has an entry in the task bar was shown before the form.
+    bool IsOverEntry(const Form& form) const;
     // The form that blocks those before it; null for none, and below a question.
     Form* Topmost() const;
 

@@ -151,7 +151,7 @@ void QtFormView::JoinModal() {
 // window manager takes it away when the window is withdrawn.
 void QtFormView::LeaveTaskBar() {
     if (window_->isVisible()) return;
-    if (!form_.ShownInTaskBar() || form_.IsModal()) SetSkippedByTaskBar(*window_);
+    if (!form_.HasTaskBarEntry()) SetSkippedByTaskBar(*window_);
 }
 
 void QtFormView::Hide() {

@@ -98,8 +98,7 @@ DWORD WindowsFormView::ExtendedStyle() const {
     DWORD style = WS_EX_CONTROLPARENT;
     if (form_.Border() == BorderStyle::Tool) style |= WS_EX_TOOLWINDOW;
     if (form_.Border() == BorderStyle::None && !form_.ShownInTaskBar()) style |= WS_EX_TOOLWINDOW;
-    if (form_.ShownInTaskBar() && !form_.IsModal() && form_.Border() != BorderStyle::Tool)
-        style |= WS_EX_APPWINDOW;
+    if (form_.HasTaskBarEntry()) style |= WS_EX_APPWINDOW;
     if (form_.AlwaysOnTop()) style |= WS_EX_TOPMOST;
     if (form_.Opacity() < 255 || form_.TransparentColor()) style |= WS_EX_LAYERED;
     return style;
@@ -173,8 +172,7 @@ void WindowsFormView::Hide() {
 
 // Where no other window is given, one without an entry in the task bar belongs to one that has none either.
 void WindowsFormView::SetOwner(HWND owner) {
-    const bool inTaskBar = form_.ShownInTaskBar() && !form_.IsModal();
-    if (!owner || owner == window_) owner = inTaskBar ? nullptr : host_.Events().Window();
+    if (!owner || owner == window_) owner = form_.HasTaskBarEntry() ? nullptr : host_.Events().Window();
     SetWindowLongPtrW(window_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
 }
 

@@ -69,6 +69,12 @@ class WindowsFormView final : public FormView, public WidgetSite {
     static LRESULT CALLBACK PictureProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
 
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    std::optional<LRESULT> HandleOfWidgets(UINT message, WPARAM wide, LPARAM low);
+    std::optional<LRESULT> HandleOwn(UINT message, WPARAM wide, LPARAM low);
+    std::optional<LRESULT> HandleFormMouse(UINT message, WPARAM keys, LPARAM low);
+    void HandlePlace(UINT message, WPARAM wide, LPARAM low);
+    void TellSize(WPARAM kind);
+    void TellCorner();
     std::optional<LRESULT> HandleWidget(Widget& widget, UINT message, WPARAM wide, LPARAM low);
     bool HandleMouse(Control& control, const POINT& at, UINT message, WPARAM keys);
     bool HandleGround(const POINT& at, UINT message, WPARAM keys);
@@ -76,7 +82,6 @@ class WindowsFormView final : public FormView, public WidgetSite {
     void HandleCapture(HWND window, UINT message, WPARAM keys);
     act::Mouse MouseOf(HWND window, const POINT& at, UINT message, WPARAM keys) const;
     void OpenTitle(HMENU submenu);
-    void HandlePlace(UINT message, WPARAM wide);
     LRESULT Colour(HDC dc, HWND child);
     HBRUSH GroundOf(const Control* control);
     void ChooseFromMenu(UINT command);

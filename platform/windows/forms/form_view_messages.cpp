@@ -24,6 +24,11 @@ bool IsButtonDown(UINT message) {
     }
 }
 
+bool IsMouse(UINT message) {
+    return message == WM_MOUSEMOVE || IsButtonDown(message) || message == WM_LBUTTONUP ||
+           message == WM_RBUTTONUP || message == WM_MBUTTONUP;
+}
+
 int ButtonOf(UINT message) {
     const bool right = message == WM_RBUTTONDOWN || message == WM_RBUTTONUP || message == WM_RBUTTONDBLCLK;
     const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_LBUTTONDBLCLK;
@@ -52,14 +57,14 @@ LRESULT CALLBACK WindowsFormView::FormProcedure(HWND window, UINT message, WPARA
 
 LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
     const HWND window = window_; // the view may be gone behind a report
+    std::optional<LRESULT> answer = HandleOfWidgets(message, wide, low);
+    if (!answer) answer = HandleOwn(message, wide, low);
+    return answer ? *answer : DefWindowProcW(window, message, wide, low);
+}
+
+// What the window is told for its widgets; empty where the system's own procedure is to see the message.
+std::optional<LRESULT> WindowsFormView::HandleOfWidgets(UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
-    case WM_CLOSE:
-        form_.Report(nullptr, act::CloseByFrame{});
-        return 0;
-    case WM_DESTROY: // by somebody else, or the window would know no view: no form stays behind it
-        destroyed_ = true;
-        host_.Events().Deliver([form = &form_] { form->Unload(); });
-        return 0;
     case WM_COMMAND:
         if (!low) {
             ChooseFromMenu(LOWORD(wide));
@@ -78,17 +83,32 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
     case WM_MEASUREITEM:
     case WM_DRAWITEM:
         if (NativeMenu::DrawPart(message, low)) return TRUE;
-        if (message != WM_DRAWITEM) break;
+        if (message != WM_DRAWITEM) return std::nullopt;
         if (Widget* widget = WidgetOf(reinterpret_cast<DRAWITEMSTRUCT*>(low)->hwndItem))
             widget->Draw(*reinterpret_cast<DRAWITEMSTRUCT*>(low));
         return TRUE;
-    case WM_DPICHANGED: {
-        const RECT& wanted = *reinterpret_cast<const RECT*>(low);
-        SetWindowPos(window, nullptr, wanted.left, wanted.top, 0, 0,
-                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-        if (applying_ == 0) Rescale(HIWORD(wide));
-        return 0;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+        if (const LRESULT brush = Colour(reinterpret_cast<HDC>(wide), reinterpret_cast<HWND>(low)))
+            return brush;
+        return std::nullopt;
+    default:
+        return std::nullopt;
     }
+}
+
+// What the window is told for itself; empty as above.
+std::optional<LRESULT> WindowsFormView::HandleOwn(UINT message, WPARAM wide, LPARAM low) {
+    switch (message) {
+    case WM_CLOSE:
+        form_.Report(nullptr, act::CloseByFrame{});
+        return 0;
+    case WM_DESTROY: // by somebody else, or the window would know no view: no form stays behind it
+        destroyed_ = true;
+        host_.Events().Deliver([form = &form_] { form->Unload(); });
+        return 0;
     case WM_INITMENUPOPUP:
         OpenTitle(reinterpret_cast<HMENU>(wide));
         return 0;
@@ -102,7 +122,7 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
             SetFocus(remembered_);
             return 0;
         }
-        break;
+        return std::nullopt;
     case WM_ERASEBKGND: {
         RECT area{};
         GetClientRect(window_, &area);
@@ -110,69 +130,72 @@ LRESULT WindowsFormView::Handle(UINT message, WPARAM wide, LPARAM low) {
                  background_ ? background_ : GetSysColorBrush(COLOR_BTNFACE));
         return 1;
     }
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORLISTBOX:
-        if (const LRESULT brush = Colour(reinterpret_cast<HDC>(wide), reinterpret_cast<HWND>(low)))
-            return brush;
-        break;
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDBLCLK:
-    case WM_MOUSEMOVE: {
-        const POINT at{GET_X_LPARAM(low), GET_Y_LPARAM(low)};
-        // A frame lets the mouse through to the form behind it.
-        const bool onFrame = pressed_ && pressed_->Kind() == ControlKind::Frame;
-        Control* frame = onFrame ? pressed_ : groundPressed_ ? nullptr : FrameAt(at);
-        const bool gone = frame ? HandleMouse(*frame, at, message, wide) : HandleGround(at, message, wide);
-        if (gone || message != WM_RBUTTONUP) return 0;
-        break; // the system asks for the menu
-    }
     case WM_CAPTURECHANGED:
         pressed_ = nullptr;
         groundPressed_ = false;
         return 0;
     case WM_MOVE:
     case WM_SIZE:
-        HandlePlace(message, wide);
+    case WM_GETMINMAXINFO:
+    case WM_DPICHANGED:
+        HandlePlace(message, wide, low);
         return 0;
+    default:
+        return IsMouse(message) ? HandleFormMouse(message, wide, low) : std::nullopt;
+    }
+}
+
+std::optional<LRESULT> WindowsFormView::HandleFormMouse(UINT message, WPARAM keys, LPARAM low) {
+    const POINT at{GET_X_LPARAM(low), GET_Y_LPARAM(low)};
+    // A frame lets the mouse through to the form behind it.
+    const bool onFrame = pressed_ && pressed_->Kind() == ControlKind::Frame;
+    Control* frame = onFrame ? pressed_ : groundPressed_ ? nullptr : FrameAt(at);
+    const bool gone = frame ? HandleMouse(*frame, at, message, keys) : HandleGround(at, message, keys);
+    if (gone || message != WM_RBUTTONUP) return 0;
+    return std::nullopt; // the system asks for the menu
+}
+
+void WindowsFormView::HandlePlace(UINT message, WPARAM wide, LPARAM low) {
+    switch (message) {
     case WM_GETMINMAXINFO: {
         const TwipSize inner = form_.LeastSize();
         const RECT least = WithFrame({0, 0, Scale().PixelsX(inner.width), Scale().PixelsY(inner.height)});
         reinterpret_cast<MINMAXINFO*>(low)->ptMinTrackSize = {least.right - least.left,
                                                               least.bottom - least.top};
-        return 0;
+        return;
     }
+    case WM_DPICHANGED: {
+        const RECT& wanted = *reinterpret_cast<const RECT*>(low);
+        SetWindowPos(window_, nullptr, wanted.left, wanted.top, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        if (applying_ == 0) Rescale(HIWORD(wide));
+        return;
+    }
+    case WM_SIZE:
+        return TellSize(wide);
     default:
-        break;
+        return TellCorner();
     }
-    return DefWindowProcW(window, message, wide, low);
 }
 
-void WindowsFormView::HandlePlace(UINT message, WPARAM wide) {
+void WindowsFormView::TellSize(WPARAM kind) {
     if (applying_ > 0) return;
-    if (message == WM_SIZE) {
-        const std::shared_ptr<bool> alive = alive_;
-        form_.Report(nullptr, act::Minimize{wide == SIZE_MINIMIZED});
-        if (!*alive || wide == SIZE_MINIMIZED) return;
-        RECT inner{};
-        GetClientRect(window_, &inner);
-        form_.Report(nullptr, act::Resize{{Scale().TwipsX(static_cast<int>(inner.right)),
-                                           Scale().TwipsY(static_cast<int>(inner.bottom))}});
-    } else if (!IsIconic(window_)) {
-        RECT frame{};
-        GetWindowRect(window_, &frame);
-        const TwipScale screen = host_.Scale();
-        form_.Report(nullptr, act::Move{{screen.TwipsX(static_cast<int>(frame.left)),
-                                         screen.TwipsY(static_cast<int>(frame.top))}});
-    }
+    const std::shared_ptr<bool> alive = alive_;
+    form_.Report(nullptr, act::Minimize{kind == SIZE_MINIMIZED});
+    if (!*alive || kind == SIZE_MINIMIZED) return;
+    RECT inner{};
+    GetClientRect(window_, &inner);
+    form_.Report(nullptr, act::Resize{{Scale().TwipsX(static_cast<int>(inner.right)),
+                                       Scale().TwipsY(static_cast<int>(inner.bottom))}});
+}
+
+void WindowsFormView::TellCorner() {
+    if (applying_ > 0 || IsIconic(window_)) return;
+    RECT frame{};
+    GetWindowRect(window_, &frame);
+    const TwipScale screen = host_.Scale();
+    form_.Report(nullptr, act::Move{{screen.TwipsX(static_cast<int>(frame.left)),
+                                     screen.TwipsY(static_cast<int>(frame.top))}});
 }
 
 // The brush that a widget's ground is painted with; 0 for the system's own.
@@ -229,19 +252,6 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
         if (*alive) Report(control, act::Focus{message == WM_SETFOCUS});
         return std::nullopt;
     }
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDBLCLK:
-    case WM_MOUSEMOVE:
-        if (HandleMouse(control, {GET_X_LPARAM(low), GET_Y_LPARAM(low)}, message, wide)) return 0;
-        if (message == WM_LBUTTONUP) return LetThroughToCaret(widget, message, wide, low);
-        return widget.Hear(message, wide, low);
     case WM_CAPTURECHANGED:
         if (pressed_ == &control) pressed_ = nullptr;
         return widget.Hear(message, wide, low);
@@ -255,6 +265,10 @@ std::optional<LRESULT> WindowsFormView::HandleWidget(Widget& widget, UINT messag
         }
         return widget.Hear(message, wide, low);
     default:
+        if (IsMouse(message) && HandleMouse(control, {GET_X_LPARAM(low), GET_Y_LPARAM(low)}, message, wide)) {
+            return 0;
+        }
+        if (message == WM_LBUTTONUP) return LetThroughToCaret(widget, message, wide, low);
         return widget.Hear(message, wide, low);
     }
 }

@@ -353,6 +353,7 @@ void CheckModality(Forms& forms, const Presser& press) {
     EXPECT_EQ(free(), "Below ");
     forms.Events().Post([&] {
         EXPECT_EQ(free(), "Modal ");
+        EXPECT_FALSE(modal.HasTaskBarEntry()) << "the window below leads to it";
         alarm.Show();
         EXPECT_EQ(free(), "Modal Alarm ") << "what is shown later is free";
         forms.Events().Post([&] {
@@ -367,6 +368,7 @@ void CheckModality(Forms& forms, const Presser& press) {
         second.ShowModal();
         EXPECT_EQ(free(), "Modal Alarm Late ") << "the one below rules again";
         below.Unload();
+        EXPECT_TRUE(modal.HasTaskBarEntry()) << "nothing else leads to it";
         EXPECT_EQ(free(), "Modal Alarm Late ") << "though the one that it came up over has gone";
         below.Show();
         modal.Hide();
