@@ -26,6 +26,8 @@ struct FileQuestion {
     std::string name;     // preset file name
     int filterIndex = 1;  // chosen filter, from 1; the answer sets it
     bool forSave = false; // asks before a file is overwritten
+    // Of a file to open: false also lets a name through that no file has, in a folder that is there.
+    bool mustExist = true;
 };
 
 // Questions to the person. Each call waits for the answer; empty where the person cancelled.
@@ -34,10 +36,7 @@ class Prompts {
     virtual ~Prompts() = default;
 
     virtual Answer Message(const std::string& text, const std::string& title, int style) = 0;
-    virtual std::optional<std::string> Line(const std::string& text, const std::string& title,
-                                            const std::string& preset) = 0;
     virtual std::optional<std::string> File(FileQuestion& question) = 0;
-    virtual std::optional<std::string> Folder(const std::string& title, const std::string& start) = 0;
     virtual std::optional<FontSpec> Font(const FontSpec& preset) = 0;
     virtual std::optional<Color> PickColor(Color preset) = 0;
 };

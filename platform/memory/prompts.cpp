@@ -36,29 +36,11 @@ Answer MemoryPrompts::Message(const std::string& text, const std::string& title,
     return Ask(std::move(question)).answer;
 }
 
-std::optional<std::string> MemoryPrompts::Line(const std::string& text, const std::string& title,
-                                               const std::string& preset) {
-    Question question;
-    question.kind = Kind::Line;
-    question.text = text;
-    question.title = title;
-    question.preset = preset;
-    return Ask(std::move(question)).text;
-}
-
 std::optional<std::string> MemoryPrompts::File(FileQuestion& file) {
     Question question;
     question.kind = Kind::File;
     question.title = file.title;
     question.file = file;
-    return Ask(std::move(question)).text;
-}
-
-std::optional<std::string> MemoryPrompts::Folder(const std::string& title, const std::string& start) {
-    Question question;
-    question.kind = Kind::Folder;
-    question.title = title;
-    question.preset = start;
     return Ask(std::move(question)).text;
 }
 

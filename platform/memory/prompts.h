@@ -19,28 +19,21 @@ class MemoryPrompts final : public Prompts {
     explicit MemoryPrompts(FormHost& host)
         : host_(host) {}
 
-    enum class Kind { Message, Line, File, Folder, Font, PickColor };
+    enum class Kind { Message, File, Font, PickColor };
     struct Question {
         Kind kind = Kind::Message;
         std::string text;
         std::string title;
-        int style = 0;      // of a message
-        std::string preset; // of a line
-        FileQuestion file;  // as it was asked
-        FontSpec font;      // preset
-        Color color = 0;    // preset
+        int style = 0;     // of a message
+        FileQuestion file; // as it was asked
+        FontSpec font;     // preset
+        Color color = 0;   // preset
     };
 
     // The answer given and the question asked are both std::nullopt for "cancelled".
     void WillAnswer(Answer answer) { Prepare({Kind::Message, answer, {}, {}, {}}); }
-    void WillEnterLine(std::optional<std::string> line) {
-        Prepare({Kind::Line, {}, std::move(line), {}, {}});
-    }
     void WillChooseFile(std::optional<std::string> path) {
         Prepare({Kind::File, {}, std::move(path), {}, {}});
-    }
-    void WillChooseFolder(std::optional<std::string> path) {
-        Prepare({Kind::Folder, {}, std::move(path), {}, {}});
     }
     void WillChooseFont(std::optional<FontSpec> font) { Prepare({Kind::Font, {}, {}, std::move(font), {}}); }
     void WillChooseColor(std::optional<Color> color) { Prepare({Kind::PickColor, {}, {}, {}, color}); }
@@ -52,10 +45,7 @@ class MemoryPrompts final : public Prompts {
     bool AllAnswered() const { return answers_.empty(); } // every prepared answer was asked for
 
     Answer Message(const std::string& text, const std::string& title, int style) override;
-    std::optional<std::string> Line(const std::string& text, const std::string& title,
-                                    const std::string& preset) override;
     std::optional<std::string> File(FileQuestion& question) override;
-    std::optional<std::string> Folder(const std::string& title, const std::string& start) override;
     std::optional<FontSpec> Font(const FontSpec& preset) override;
     std::optional<Color> PickColor(Color preset) override;
 

@@ -27,7 +27,7 @@ struct WindowsPlatform::Parts {
     WindowsSession session{events, store};
     WindowsTray tray{events};
     WindowsFormHost forms{events};
-    WindowsPrompts prompts{forms, events, drawing};
+    WindowsPrompts prompts{forms, events};
 };
 
 WindowsPlatform::WindowsPlatform()

@@ -4,6 +4,7 @@
 #include "core/run_time_error.h"
 #include "entry/check_fonts.h"
 #include "entry/command_line.h"
+#include "platform/forms/dump.h"
 #include "platform/memory/memory_platform.h"
 
 #include <algorithm>
@@ -180,14 +181,20 @@ TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsC
     machine_.events.WhenWaiting([&] { // the dialogue's
         Form* dialogue = application_->LoadedForms().Find("frmError");
         ASSERT_NE(dialogue, nullptr);
-        shown =
-            dialogue->FindControl("Label2")->Caption() + "; " + dialogue->FindControl("Label3")->Caption();
-        EXPECT_EQ(dialogue->Caption(), "Kerner error!");
+        shown = DumpForm(*dialogue);
         MemoryFormView::Do(*dialogue, nullptr, act::CloseByFrame{});
     });
     Start();
     EXPECT_EQ(application_->Run(), 0);
-    EXPECT_EQ(shown, "Error code: 9; Subscript out of range");
+    EXPECT_EQ(
+        shown,
+        "Form frmError \"Kerner error!\" #132\n"
+        "  Label Label1 \"Unexpected Error! Please, report to software developer\" #133 font \"Memory\" 8 "
+        "bold\n"
+        "  Label Label2 \"Error code: 9\"\n"
+        "  Label Label3 \"Subscript out of range\"\n"
+        "  Button Command2 \"Dump kernel\" #134 hidden\n"
+        "  Button Command1 \"Close application\" #135\n");
     EXPECT_TRUE(WasSaved());
 }
 

@@ -1,5 +1,6 @@
 #include "shell/frm_notify_icon.h"
 
+#include "platform/forms/dump.h"
 #include "platform/memory/memory_platform.h"
 #include "shell/frm_splash.h"
 #include "tests/support/recorded_program.h"
@@ -36,14 +37,15 @@ TEST_F(NotifyIconTest, StandsInTheTrayWithItsMenuUntilItIsUnloaded) {
     EXPECT_EQ(machine_.calls.lines, (std::vector<std::string>{"tray.Add Quorvane II", "tray.SetVersion 3"}));
     EXPECT_EQ(machine_.tray.record.flags, 23);
     EXPECT_EQ(machine_.tray.menu, &icon_.mnu_popup);
-    std::string captions;
-    for (const MenuItem& item : icon_.mnu_popup.Items()) {
-        captions += item.caption.Text() + "|";
-    }
-    EXPECT_EQ(captions, "&Change wallpaper|Add current wallpaper to favorites|"
-                        "Remove current wallpaper to favorites|Add current wallpaper to blacklist|-|E&xit|");
-    EXPECT_EQ(icon_.mnu_popup.DefaultItem(), 0);
-    EXPECT_NE(icon_.mnu_popup.Items()[0].bitmap, nullptr);
+    EXPECT_EQ(DumpForm(icon_),
+              "Form frmNotifyIcon hidden\n"
+              "  Menu mnu_popup\n"
+              "    MenuItem mnu_popup_entry(0) \"&Change wallpaper\" #21 bitmap default\n"
+              "    MenuItem mnu_popup_entry(1) \"Add current wallpaper to favorites\" #18\n"
+              "    MenuItem mnu_popup_entry(2) \"Remove current wallpaper to favorites\" #19\n"
+              "    MenuItem mnu_popup_entry(3) \"Add current wallpaper to blacklist\" #20\n"
+              "    MenuItem \"-\"\n"
+              "    MenuItem mnu_popup_entry(13) \"E&xit\" #9\n");
     EXPECT_EQ(record_.BMHandlesCount(), 1);
     icon_.Unload();
     EXPECT_FALSE(machine_.tray.added);
@@ -135,8 +137,20 @@ TEST_F(SplashTest, CutsOutTheColourOfAPlainWindow) {
 TEST_F(SplashTest, GoesAtAClick) {
     splash_.Show();
     ASSERT_TRUE(splash_.IsVisible());
-    EXPECT_EQ(splash_.FindControl("lblVersion")->Caption(), "Version 2.0.1");
-    EXPECT_EQ(splash_.FindControl("lblPlatform")->Caption(), "OS platform: Win32");
+    EXPECT_EQ(
+        DumpForm(splash_),
+        "Form frmSplash bare opacity 244 no task bar\n"
+        "  Frame Frame1 back 24,34,50\n"
+        "    PictureBox Picture1\n"
+        "    Label lblProductName \"Quorvane II\" #125 font \"Monotype Corsiva\" 26 bold italic fore "
+        "240,244,250\n"
+        "    Label lblVersion \"Version 2.0.1\" #126 fore 168,182,204\n"
+        "    Label lblPlatform \"OS platform: Win32\" #127 fore 168,182,204\n"
+        "    Label lblCompanyProduct \"Wallpapers, calendar, Sun and Moon\" #128 fore 168,182,204\n"
+        "    Label lblCopyright \"The Quorvane project, 2026\" #129 fore 168,182,204\n"
+        "    Label lblWarning \"This software provided as is, without any warranty!\" #130 fore 168,182,204\n"
+        "    Label lblLoading \"Please, wait... Program is loading\" #131 fore 240,244,250\n"
+        "    ProgressBar ProgressBar1 = 0 in 0..100\n");
     MemoryFormView::Do(splash_, splash_.FindControl("Frame1"), act::Click{});
     EXPECT_FALSE(splash_.IsLoaded());
 }

@@ -2,6 +2,7 @@
 #include "dialogues/frm_transparency.h"
 #include "dialogues/input_box.h"
 #include "dialogues/mess_box.h"
+#include "platform/forms/dump.h"
 #include "platform/memory/memory_platform.h"
 
 #include <gtest/gtest.h>
@@ -22,9 +23,11 @@ class SmallDialogues : public testing::Test {
 TEST_F(SmallDialogues, AnInputBoxAnswersItsLineOrNothing) {
     InputBox box(forms_);
     WhenAsked([&] {
-        EXPECT_EQ(box.Caption(), "Set timer");
-        EXPECT_EQ(box.Label1.Caption(), "Hours && minutes:");
-        EXPECT_EQ(box.Text1.Text(), "00:10:00");
+        EXPECT_EQ(DumpForm(box), "Form InputBox \"Set timer\"\n"
+                                 "  Label Label1 \"Hours && minutes:\"\n"
+                                 "  TextBox Text1 = \"00:10:00\"\n"
+                                 "  Button Command1 \"&Ok\" #120 default\n"
+                                 "  Button Command2 \"&Cancel\" #121 cancel\n");
         EXPECT_EQ(box.Text1.SelectionLength(), 8) << "typing replaces the preset";
         MemoryFormView::Do(box, &box.Text1, act::Type{"90", 2});
         MemoryFormView::Do(box, &box.Text1, act::Key{key_code::Enter, 0});
@@ -42,10 +45,10 @@ TEST_F(SmallDialogues, AMessageDoesNotWaitAndASecondOneTakesTheFirstOnesPlace) {
     MessBox box(forms_);
     box.Tell("Time interval - Ok.", "Timer");
     box.Tell("Another message", "Clock");
-    EXPECT_TRUE(box.IsVisible());
     EXPECT_EQ(machine_.calls.Count("MessBox.Create"), 1);
-    EXPECT_EQ(box.Label1.Caption(), "Another message");
-    EXPECT_EQ(box.Caption(), "Clock");
+    EXPECT_EQ(DumpForm(box), "Form MessBox \"Clock\"\n"
+                             "  Label Label1 \"Another message\"\n"
+                             "  Button Command1 \"&Ok\" #120 default cancel\n");
     MemoryFormView::Do(box, &box.Command1, act::Click{});
     EXPECT_FALSE(box.IsVisible());
     box.Tell("Third", "Clock");
@@ -59,6 +62,12 @@ TEST_F(SmallDialogues, TransparencyShowsEachStepAndKeepsOnlyWhatIsApplied) {
     std::int32_t Transparency_Value = 200;
     frmTransparency dialogue(forms_);
     WhenAsked([&] {
+        EXPECT_EQ(DumpForm(dialogue), "Form frmTransparency \"Transparency\" #123\n"
+                                      "  Frame Frame1 \"Transparency value\" #124\n"
+                                      "    Slider Slider1 = 200 in 0..255\n"
+                                      "    Label lblValue \"200\"\n"
+                                      "  Button Command1 \"&Apply\" #122 default\n"
+                                      "  Button Command2 \"&Cancel\" #121 cancel\n");
         EXPECT_EQ(window.Opacity(), 200);
         MemoryFormView::Do(dialogue, &dialogue.Slider1, act::Slide{120, true});
         EXPECT_EQ(window.Opacity(), 120) << "while the thumb is held";

@@ -9,7 +9,6 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFontDialog>
-#include <QInputDialog>
 #include <QMessageBox>
 
 namespace quorvane {
@@ -68,22 +67,15 @@ Answer QtPrompts::Message(const std::string& text, const std::string& title, int
     return pressed == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 
-std::optional<std::string> QtPrompts::Line(const std::string& text, const std::string& title,
-                                           const std::string& preset) {
-    bool accepted = false;
-    const QString line =
-        QInputDialog::getText(QApplication::activeWindow(), ToWidgetText(title), ToWidgetText(text),
-                              QLineEdit::Normal, ToWidgetText(preset), &accepted);
-    if (!accepted) return std::nullopt;
-    return line.toStdString();
-}
-
 std::optional<std::string> QtPrompts::File(FileQuestion& question) {
     const QuestionStands stands(host_.Order());
     QFileDialog dialogue(QApplication::activeWindow(), ToWidgetText(question.title),
                          QString::fromStdString(question.directory));
     dialogue.setAcceptMode(question.forSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialogue.setFileMode(question.forSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    const bool anyName = question.forSave || !question.mustExist;
+    dialogue.setFileMode(anyName ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // A desktop's own chooser opens nothing but what is there.
+    if (!question.forSave && !question.mustExist) dialogue.setOption(QFileDialog::DontUseNativeDialog);
     const QStringList filters = FiltersOf(question.filter);
     if (!filters.isEmpty()) {
         dialogue.setNameFilters(filters);
@@ -94,14 +86,6 @@ std::optional<std::string> QtPrompts::File(FileQuestion& question) {
     if (dialogue.exec() != QDialog::Accepted || dialogue.selectedFiles().isEmpty()) return std::nullopt;
     question.filterIndex = std::max(1, static_cast<int>(filters.indexOf(dialogue.selectedNameFilter())) + 1);
     return dialogue.selectedFiles().constFirst().toStdString();
-}
-
-std::optional<std::string> QtPrompts::Folder(const std::string& title, const std::string& start) {
-    const QuestionStands stands(host_.Order());
-    const QString folder = QFileDialog::getExistingDirectory(
-        QApplication::activeWindow(), ToWidgetText(title), QString::fromStdString(start));
-    if (folder.isEmpty()) return std::nullopt;
-    return folder.toStdString();
 }
 
 std::optional<FontSpec> QtPrompts::Font(const FontSpec& preset) {

@@ -12,10 +12,7 @@ class QtPrompts final : public Prompts {
         : host_(host) {}
 
     Answer Message(const std::string& text, const std::string& title, int style) override;
-    std::optional<std::string> Line(const std::string& text, const std::string& title,
-                                    const std::string& preset) override;
     std::optional<std::string> File(FileQuestion& question) override;
-    std::optional<std::string> Folder(const std::string& title, const std::string& start) override;
     std::optional<FontSpec> Font(const FontSpec& preset) override;
     std::optional<Color> PickColor(Color preset) override;
 

@@ -1,49 +1,17 @@
 #include "platform/windows/forms/prompts.h"
 
 #include "core/text.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/form.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/desktop/event_loop.h"
-#include "platform/windows/drawing/drawing.h"
 #include "platform/windows/forms/form_host.h"
 
 #include <commdlg.h>
-#include <shlobj.h>
 
 #include <array>
 #include <cmath>
 
 namespace quorvane {
 namespace {
-
-// One line of text with "Ok" and "Cancel".
-class LineForm final : public Form {
-  public:
-    LineForm(Forms& forms, const std::string& text, const std::string& title, const std::string& preset)
-        : Form(forms, "frmLine") {
-        SetCaption(title);
-        Label1.SetCaption(text);
-        Label1.SetWrapWidth(5400);
-        Text1.SetText(preset);
-        Text1.columns = 40;
-        SetDefaultButton(&Command1);
-        SetCancelButton(&Command2);
-        Command1.onClick = [this] {
-            answer = Text1.Text();
-            Hide();
-        };
-        Command2.onClick = [this] { Hide(); };
-        SetLayout(Column({Label1, Place(Text1), Row({Stretch(), Command1, Command2}).Equal()}));
-    }
-
-    std::optional<std::string> answer;
-
-    Label Label1{*this, "Label1"};
-    TextBox Text1{*this, "Text1"};
-    Button Command1{*this, "Command1", "Ok"};
-    Button Command2{*this, "Command2", "Cancel"};
-};
 
 // What a box of the system's stands in. The forms are blocked by it. Its owner is the window in use or, where
 // there is none, a hidden one, so that it has no entry in the task bar; then it opens in the middle of the
@@ -98,11 +66,6 @@ class Box {
     QuestionStands stands_;
 };
 
-int CALLBACK ChooseStart(HWND box, UINT message, LPARAM, LPARAM start) {
-    if (message == BFFM_INITIALIZED) SendMessageW(box, BFFM_SETSELECTIONW, TRUE, start);
-    return 0;
-}
-
 } // namespace
 
 Answer WindowsPrompts::Message(const std::string& text, const std::string& title, int style) {
@@ -114,15 +77,6 @@ Answer WindowsPrompts::Message(const std::string& text, const std::string& title
            : answer == IDNO ? Answer::No
            : answer == IDOK ? Answer::Ok
                             : Answer::Cancel;
-}
-
-std::optional<std::string> WindowsPrompts::Line(const std::string& text, const std::string& title,
-                                                const std::string& preset) {
-    Forms forms(host_, events_, drawing_);
-    LineForm form(forms, text, title, preset);
-    form.ShowModal();
-    form.Unload();
-    return form.answer;
 }
 
 std::optional<std::string> WindowsPrompts::File(FileQuestion& question) {
@@ -144,35 +98,15 @@ std::optional<std::string> WindowsPrompts::File(FileQuestion& question) {
     box.lpstrInitialDir = directory.empty() ? nullptr : directory.c_str();
     box.lpstrTitle = title.c_str();
     // The program's own directory must not wander with the boxes.
-    box.Flags =
-        OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
-        (question.forSave ? DWORD{OFN_OVERWRITEPROMPT} : DWORD{OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST});
+    box.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
+                (question.forSave     ? DWORD{OFN_OVERWRITEPROMPT}
+                 : question.mustExist ? DWORD{OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST}
+                                      : DWORD{OFN_PATHMUSTEXIST});
     const bool chosen = question.forSave ? GetSaveFileNameW(&box) : GetOpenFileNameW(&box);
     events_.LeaveIfEnding();
     if (!chosen) return std::nullopt;
     question.filterIndex = static_cast<int>(box.nFilterIndex);
     return Utf8(name.c_str());
-}
-
-std::optional<std::string> WindowsPrompts::Folder(const std::string& title, const std::string& start) {
-    const Box frame(host_);
-    const std::wstring wideTitle = Wide(title);
-    const std::wstring wideStart = Wide(start);
-    wchar_t shown[MAX_PATH]{};
-    BROWSEINFOW box{};
-    box.hwndOwner = frame.Owner();
-    box.pszDisplayName = shown;
-    box.lpszTitle = wideTitle.c_str();
-    box.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
-    box.lpfn = ChooseStart;
-    box.lParam = reinterpret_cast<LPARAM>(wideStart.c_str());
-    PIDLIST_ABSOLUTE place = SHBrowseForFolderW(&box);
-    wchar_t path[MAX_PATH]{};
-    const bool chosen = place && SHGetPathFromIDListW(place, path);
-    CoTaskMemFree(place);
-    events_.LeaveIfEnding();
-    if (!chosen) return std::nullopt;
-    return Utf8(path);
 }
 
 std::optional<FontSpec> WindowsPrompts::Font(const FontSpec& preset) {

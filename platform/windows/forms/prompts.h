@@ -4,31 +4,24 @@
 
 namespace quorvane {
 
-class Forms;
 class WindowsEventLoop;
 class WindowsFormHost;
-class WindowsDrawing;
 
-// The system's own boxes; the line is asked for by a small form.
+// The system's own boxes.
 class WindowsPrompts final : public Prompts {
   public:
-    WindowsPrompts(WindowsFormHost& host, WindowsEventLoop& events, WindowsDrawing& drawing)
+    WindowsPrompts(WindowsFormHost& host, WindowsEventLoop& events)
         : host_(host)
-        , events_(events)
-        , drawing_(drawing) {}
+        , events_(events) {}
 
     Answer Message(const std::string& text, const std::string& title, int style) override;
-    std::optional<std::string> Line(const std::string& text, const std::string& title,
-                                    const std::string& preset) override;
     std::optional<std::string> File(FileQuestion& question) override;
-    std::optional<std::string> Folder(const std::string& title, const std::string& start) override;
     std::optional<FontSpec> Font(const FontSpec& preset) override;
     std::optional<Color> PickColor(Color preset) override;
 
   private:
     WindowsFormHost& host_;
     WindowsEventLoop& events_;
-    WindowsDrawing& drawing_;
 };
 
 } // namespace quorvane

@@ -32,7 +32,7 @@ void ConformanceForm::Fill() {
     rtbMessage.columns = 24;
     optKind[0].SetValue(true);
     optOther.SetValue(true);
-    cboUnit.SetItems({"second(s)", "minute(s)", "hour(s)"});
+    cboUnit.SetItems({"second(s)", "minute(s)", {"hour(s)", 205}});
     cboUnit.SetListIndex(1);
     cboFree.SetItems({"Arial", "Courier"});
     cboFree.SetText("Tahoma");
@@ -41,7 +41,7 @@ void ConformanceForm::Fill() {
     lvwAlarms.SetRows(
         {{{"Tea", "HH == 17"}, true, ""}, {{"Meeting", "DW = 1"}, false, ""}, {{"Holiday"}, false, ""}});
     lvwAlarms.lines = 4;
-    tabPages.SetTabs({"&General", "&Notes", "Abou&t"});
+    tabPages.SetTabs({{"&General", 204}, "&Notes", "Abou&t"});
     lblPage[2].SetVisible(false);
     sldAlpha.SetRange(0, 255);
     sldAlpha.SetValue(128);
@@ -173,10 +173,15 @@ bool ConformanceForm::OnCloseByFrame() {
     return true;
 }
 
-namespace {
+std::string LookText(const std::string& tip, Color fore, Color back) {
+    const auto text = [](Color color) {
+        return std::to_string(Red(color)) + "," + std::to_string(Green(color)) + "," +
+               std::to_string(Blue(color));
+    };
+    return "tip " + Quoted(tip) + " fore " + text(fore) + " back " + text(back);
+}
 
-// The log since it was last asked for.
-std::string Taken(ConformanceForm& form, Hands& hands) {
+std::string TakenLog(ConformanceForm& form, Hands& hands) {
     hands.Settle();
     std::string lines;
     for (const std::string& line : form.log)
@@ -192,74 +197,76 @@ void CheckMirror(ConformanceForm& form, Hands& hands, const char* when) {
     }
 }
 
+namespace {
+
 void CheckPerson(ConformanceForm& form, Hands& hands) {
     hands.Type(form.txtName, "s");
-    EXPECT_EQ(Taken(form, hands), "txtName = \"Quorvanes\"");
+    EXPECT_EQ(TakenLog(form, hands), "txtName = \"Quorvanes\"");
     hands.Type(form.txtName, "\xC3\xA9");
-    EXPECT_EQ(Taken(form, hands), "txtName = \"Quorvanes\xC3\xA9\"");
+    EXPECT_EQ(TakenLog(form, hands), "txtName = \"Quorvanes\xC3\xA9\"");
     hands.Type(form.txtCount, "i-7");
-    EXPECT_EQ(Taken(form, hands), "txtCount = \"5I\"; txtCount = \"5I7\"")
+    EXPECT_EQ(TakenLog(form, hands), "txtCount = \"5I\"; txtCount = \"5I7\"")
         << "letters are filtered and folded";
     hands.Type(form.txtCount, "89");
-    EXPECT_EQ(Taken(form, hands), "txtCount = \"5I78\"") << "no more than four letters";
+    EXPECT_EQ(TakenLog(form, hands), "txtCount = \"5I78\"") << "no more than four letters";
     hands.Type(form.txtText, "!\n");
-    EXPECT_EQ(Taken(form, hands), "txtText = \"one\\r\\ntwo!\"; txtText = \"one\\r\\ntwo!\\r\\n\"");
+    EXPECT_EQ(TakenLog(form, hands), "txtText = \"one\\r\\ntwo!\"; txtText = \"one\\r\\ntwo!\\r\\n\"");
     hands.PressKey(form.txtText, key_code::Enter, shift_state::Ctrl);
-    EXPECT_EQ(Taken(form, hands), "txtText Ctrl+Enter") << "the key is used up, the text stays";
+    EXPECT_EQ(TakenLog(form, hands), "txtText Ctrl+Enter") << "the key is used up, the text stays";
     hands.Type(form.rtbMessage, "!");
-    EXPECT_EQ(Taken(form, hands), "rtbMessage = \"Wake up!\"");
+    EXPECT_EQ(TakenLog(form, hands), "rtbMessage = \"Wake up!\"");
     hands.Toggle(form.chkActive);
     hands.Toggle(form.chkActive);
-    EXPECT_EQ(Taken(form, hands), "chkActive = checked; chkActive = clear");
+    EXPECT_EQ(TakenLog(form, hands), "chkActive = checked; chkActive = clear");
     hands.Toggle(form.optKind[1]);
     hands.Toggle(form.optKind[1]);
-    EXPECT_EQ(Taken(form, hands), "optKind(1) = chosen") << "a chosen option stays, and says so once";
+    EXPECT_EQ(TakenLog(form, hands), "optKind(1) = chosen") << "a chosen option stays, and says so once";
     EXPECT_FALSE(form.optKind[0].Value());
     EXPECT_TRUE(form.optOther.Value()) << "another group";
     hands.Choose(form.cboUnit, 2);
-    EXPECT_EQ(Taken(form, hands), "cboUnit = 2 \"hour(s)\" of 3");
+    EXPECT_EQ(TakenLog(form, hands), "cboUnit = 2 \"hour(s)\" of 3");
     hands.Type(form.cboFree, "s");
-    EXPECT_EQ(Taken(form, hands), "cboFree = -1 \"Tahomas\" of 2");
+    EXPECT_EQ(TakenLog(form, hands), "cboFree = -1 \"Tahomas\" of 2");
     hands.Choose(form.cboFree, 1);
-    EXPECT_EQ(Taken(form, hands), "cboFree = 1 \"Courier\" of 2");
+    EXPECT_EQ(TakenLog(form, hands), "cboFree = 1 \"Courier\" of 2");
     hands.Choose(form.lvwAlarms, 1);
-    EXPECT_EQ(Taken(form, hands), "row 1");
+    EXPECT_EQ(TakenLog(form, hands), "row 1");
     hands.CheckRow(form.lvwAlarms, 1);
-    EXPECT_EQ(Taken(form, hands), "row 1 checked or cleared");
+    EXPECT_EQ(TakenLog(form, hands), "row 1 checked or cleared");
     hands.DoubleClick(form.lvwAlarms);
-    EXPECT_EQ(Taken(form, hands), "lvwAlarms double click");
+    EXPECT_EQ(TakenLog(form, hands), "lvwAlarms double click");
     hands.Choose(form.tabPages, 1);
-    EXPECT_EQ(Taken(form, hands), "tab 1");
+    EXPECT_EQ(TakenLog(form, hands), "tab 1");
     EXPECT_TRUE(form.lblPage[2].IsShown());
     hands.Choose(form.tabPages, 0);
-    EXPECT_EQ(Taken(form, hands), "tab 0");
+    EXPECT_EQ(TakenLog(form, hands), "tab 0");
     hands.Step(form.sldAlpha, 1);
-    EXPECT_EQ(Taken(form, hands), "sldAlpha = 129 in 0..255");
+    EXPECT_EQ(TakenLog(form, hands), "sldAlpha = 129 in 0..255");
     hands.Step(form.scrZone, -1);
-    EXPECT_EQ(Taken(form, hands), "scrZone = -1 in -12..13");
+    EXPECT_EQ(TakenLog(form, hands), "scrZone = -1 in -12..13");
     hands.PickDate(form.dtpStart, {2009, 12, 31, 23, 59, 58});
     EXPECT_EQ(form.dtpStart.Value(), (DateTime{2009, 12, 31, 23, 59, 58}));
-    EXPECT_TRUE(Taken(form, hands).ends_with("dtpStart = 2009-12-31 23:59:58"));
+    EXPECT_TRUE(TakenLog(form, hands).ends_with("dtpStart = 2009-12-31 23:59:58"));
     hands.PickDate(form.mvwDay, {2008, 2, 14});
-    EXPECT_EQ(Taken(form, hands), "mvwDay = 2008-02-14");
+    EXPECT_EQ(TakenLog(form, hands), "mvwDay = 2008-02-14");
     hands.Click(form.lblPage[1]);
-    EXPECT_EQ(Taken(form, hands), "lblPage(1) clicked");
+    EXPECT_EQ(TakenLog(form, hands), "lblPage(1) clicked");
     hands.Click(form.fraKind);
-    EXPECT_EQ(Taken(form, hands), "fraKind clicked");
+    EXPECT_EQ(TakenLog(form, hands), "fraKind clicked");
     hands.Click(form.picFace);
-    EXPECT_EQ(Taken(form, hands), "picFace clicked");
+    EXPECT_EQ(TakenLog(form, hands), "picFace clicked");
     hands.Click(form.cmdOk);
-    EXPECT_EQ(Taken(form, hands), "cmdOk clicked");
+    EXPECT_EQ(TakenLog(form, hands), "cmdOk clicked");
     hands.Click(form.cmdOff);
-    EXPECT_EQ(Taken(form, hands), "") << "a button that is switched off";
+    EXPECT_EQ(TakenLog(form, hands), "") << "a button that is switched off";
     hands.PressKey(form.txtName, key_code::Enter, 0);
-    EXPECT_EQ(Taken(form, hands), "cmdOk clicked");
+    EXPECT_EQ(TakenLog(form, hands), "cmdOk clicked");
     hands.PressKey(form.txtName, key_code::Escape, 0);
-    EXPECT_EQ(Taken(form, hands), "cmdCancel clicked");
+    EXPECT_EQ(TakenLog(form, hands), "cmdCancel clicked");
     hands.ChooseFromMenuBar(form, 0, 2);
-    EXPECT_EQ(Taken(form, hands), "bar opens; menu Exit");
+    EXPECT_EQ(TakenLog(form, hands), "bar opens; menu Exit");
     hands.ChooseFromMenuBar(form, 1, 0);
-    EXPECT_EQ(Taken(form, hands), "bar opens; menu not on top");
+    EXPECT_EQ(TakenLog(form, hands), "bar opens; menu not on top");
 }
 
 // What is done to the form itself.
@@ -268,17 +275,18 @@ void CheckGround(ConformanceForm& form, Hands& hands) {
     hands.MouseOnGround(form, Down, 1, shift_state::Ctrl);
     hands.MouseOnGround(form, Move, 1, 0);
     hands.MouseOnGround(form, Up, 1, 0);
-    EXPECT_EQ(Taken(form, hands), "mouse down 1 2; mouse move 1 0; mouse up 1 0");
+    EXPECT_EQ(TakenLog(form, hands), "mouse down 1 2; mouse move 1 0; mouse up 1 0");
     hands.MouseOnGround(form, Down, 4, 0);
     hands.MouseOnGround(form, Up, 4, 0);
-    EXPECT_EQ(Taken(form, hands), "mouse down 4 0; mouse up 4 0");
+    EXPECT_EQ(TakenLog(form, hands), "mouse down 4 0; mouse up 4 0");
     hands.DoubleClickGround(form);
-    EXPECT_EQ(Taken(form, hands), "mouse down 1 0; mouse up 1 0; mouse down 1 0; double click; mouse up 1 0");
+    EXPECT_EQ(TakenLog(form, hands),
+              "mouse down 1 0; mouse up 1 0; mouse down 1 0; double click; mouse up 1 0");
     const auto builtAnew = [&form] { return form.popup.Items()[0].caption.Text().ends_with("built anew"); };
     hands.PickFromPopup(form, nullptr, 2, builtAnew);
-    EXPECT_EQ(Taken(form, hands), "mouse down 2 0; mouse up 2 0; popup opens; Entry 2 as opened");
+    EXPECT_EQ(TakenLog(form, hands), "mouse down 2 0; mouse up 2 0; popup opens; Entry 2 as opened");
     hands.PickFromPopup(form, &form.cmdOk, 1, builtAnew);
-    EXPECT_EQ(Taken(form, hands), "popup opens; Entry 1 as opened") << "what was shown is what was picked";
+    EXPECT_EQ(TakenLog(form, hands), "popup opens; Entry 1 as opened") << "what was shown is what was picked";
 }
 
 // The same events by code. The host shows the new values and reports nothing of its own.
@@ -300,7 +308,7 @@ void CheckCode(ConformanceForm& form, Hands& hands) {
     form.dtpStart.SetValue({1999, 1, 2, 3, 4, 5});
     form.mvwDay.SetValue({2000, 2, 29});
     EXPECT_EQ(
-        Taken(form, hands),
+        TakenLog(form, hands),
         "txtName = \"\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82\"; "
         "txtText = \"a\\r\\n\\r\\nb\"; rtbMessage = \"x\"; chkActive = checked; "
         "optKind(0) = chosen; cboUnit = 0 \"second(s)\" of 3; cboFree = -1 \"Courier New\" of 2; row 2; "
@@ -315,7 +323,7 @@ void CheckCode(ConformanceForm& form, Hands& hands) {
     form.tabPages.SetTabCaption(0, "All&gemein");
     form.scrZone.SetRange(0, 5);
     form.prgDone.SetRange(0, 10);
-    EXPECT_EQ(Taken(form, hands), "scrZone = 5 in 0..5");
+    EXPECT_EQ(TakenLog(form, hands), "scrZone = 5 in 0..5");
     CheckMirror(form, hands, "after new entries and limits");
 }
 
@@ -379,17 +387,20 @@ void CheckModality(Forms& forms, const Presser& press) {
         form->Unload();
 }
 
-void CheckConformance(ConformanceForm& form, Hands& hands) {
+void CheckConformance(ConformanceForm& form, Hands& hands, LocaleStrings& strings) {
     form.Show();
     CheckMirror(form, hands, "when first shown");
-    EXPECT_EQ(Taken(form, hands), "") << "showing a form raises nothing";
+    EXPECT_EQ(TakenLog(form, hands), "") << "showing a form raises nothing";
     CheckPerson(form, hands);
     CheckGround(form, hands);
     Control* const before = form.ActiveControl();
     form.txtNowhere.SetFocus();
-    EXPECT_EQ(Taken(form, hands), "");
+    EXPECT_EQ(TakenLog(form, hands), "");
     EXPECT_EQ(form.ActiveControl(), before) << "what has no place cannot have the keyboard";
     CheckMirror(form, hands, "after what a person did");
+    CheckMouse(form, hands);
+    CheckLook(form, hands);
+    CheckLanguage(form, hands, strings);
     CheckCode(form, hands);
 
     EXPECT_EQ(DumpForm(form),
@@ -408,7 +419,7 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
               "  TextBox txtText = \"a\\r\\n\\r\\nb\"\n"
               "  RichTextBox rtbMessage = \"x\"\n"
               "  CheckBox chkActive \"&Active && shown\" = checked\n"
-              "  Frame fraKind \"Kind\"\n"
+              "  Frame fraKind \"Kind\" #203\n"
               "    OptionButton optKind(0) \"First\" #201 = chosen\n"
               "    OptionButton optKind(1) \"Second\" #202 = clear\n"
               "    OptionButton optOther \"Other group\" = chosen\n"
@@ -430,15 +441,16 @@ void CheckConformance(ConformanceForm& form, Hands& hands) {
               "  TextBox txtNowhere = \"\"\n"
               "  Timer tmrTick = 50 disabled\n");
 
+    CheckPlace(form, hands);
     hands.CloseByFrame(form);
-    EXPECT_EQ(Taken(form, hands), "close by frame; unload");
+    EXPECT_EQ(TakenLog(form, hands), "close by frame; unload");
     EXPECT_FALSE(form.IsLoaded());
     form.Show();
     CheckMirror(form, hands, "when shown again");
     CheckRows(form.lvwAlarms, hands);
     form.cmdOk.onClick = [&form] { form.Unload(); };
     hands.PressKey(form.cmdOk, key_code::Space, 0);
-    EXPECT_EQ(Taken(form, hands), "unload") << "by a button of its own, in the middle of its key";
+    EXPECT_EQ(TakenLog(form, hands), "unload") << "by a button of its own, in the middle of its key";
 }
 
 } // namespace quorvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/locale_strings.h"
+#include "core/utf8.h"
 #include "platform/forms/control_array.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/dump.h"
@@ -28,7 +30,7 @@ class ConformanceForm : public Form {
     TextBox txtText{*this, "txtText", NoIndex, TextBox::Lines::Many};
     RichTextBox rtbMessage{*this, "rtbMessage"};
     CheckBox chkActive{*this, "chkActive", "&Active && shown"};
-    Frame fraKind{*this, "fraKind", "Kind"};
+    Frame fraKind{*this, "fraKind", {"Kind", 203}};
     ControlArray<OptionButton> optKind{fraKind, "optKind", {{"First", 201}, {"Second", 202}}};
     OptionButton optOther{fraKind, "optOther", "Other group", NoIndex, 1};
     ComboBox cboUnit{*this, "cboUnit"};
@@ -86,12 +88,33 @@ class Hands {
     // until `ready` and picks an entry.
     virtual void PickFromPopup(Form& form, Control* control, int entry,
                                const std::function<bool()>& ready) = 0;
+    // A button goes down or up, or the pointer moves while it is held; from the control's upper left corner.
+    virtual void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) = 0;
+    virtual void MoveWindow(Form& form, TwipPoint upperLeft) = 0; // of the frame
+    virtual void ResizeWindow(Form& form, TwipSize client) = 0;
+    virtual void Minimise(Form& form, bool minimized) = 0;
     virtual void CloseByFrame(Form& form) = 0;
     // The value that the widget itself shows, in the words of Control::ValueText.
     virtual std::string Shown(Control& control) = 0;
+    // Tool tip and colours of the widget, by LookText.
+    virtual std::string ShownLook(Control& control) = 0;
     // Lets the host work off what is waiting.
     virtual void Settle() = 0;
 };
+
+// "tip "Your name" fore 0,70,140 back 225,245,225".
+std::string LookText(const std::string& tip, Color fore, Color back);
+
+// The log since it was last asked for.
+std::string TakenLog(ConformanceForm& form, Hands& hands);
+// Every widget shows what the model holds.
+void CheckMirror(ConformanceForm& form, Hands& hands, const char* when);
+
+// What of a form is no value: look, language, mouse, the window's own place. At a form that is shown.
+void CheckLook(ConformanceForm& form, Hands& hands);
+void CheckLanguage(ConformanceForm& form, Hands& hands, LocaleStrings& strings);
+void CheckMouse(ConformanceForm& form, Hands& hands);
+void CheckPlace(ConformanceForm& form, Hands& hands);
 
 // Rows that come, go and change, below the check boxes and the chosen row. At a form that is shown.
 void CheckRows(ListView& list, Hands& hands);
@@ -112,7 +135,8 @@ using Presser = std::function<void(SmallForm& form)>;
 void CheckModality(Forms& forms, const Presser& press);
 
 // Walks a person through the form, and code through its properties; the log and the dump must come out the
-// same at every host. Reports to GoogleTest.
-void CheckConformance(ConformanceForm& form, Hands& hands);
+// same at every host. `strings` are those of the form's collection, with nothing loaded. Reports to
+// GoogleTest.
+void CheckConformance(ConformanceForm& form, Hands& hands, LocaleStrings& strings);
 
 } // namespace quorvane

@@ -75,9 +75,27 @@ class MemoryHands final : public Hands {
         }
         MemoryFormView::Do(form, nullptr, act::ContextMenu{control != nullptr});
     }
+    void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) override {
+        MemoryFormView::Do(form_, &control, act::Mouse{phase, button, 0, at, at});
+        const bool inside =
+            at.x >= 0 && at.y >= 0 && at.x < control.Bounds().width && at.y < control.Bounds().height;
+        if (phase == act::MousePhase::Up && button == 1 && inside) Click(control);
+    }
+    void MoveWindow(Form& form, TwipPoint upperLeft) override {
+        MemoryFormView::Do(form, nullptr, act::Move{upperLeft});
+    }
+    void ResizeWindow(Form& form, TwipSize client) override {
+        MemoryFormView::Do(form, nullptr, act::Resize{client});
+    }
+    void Minimise(Form& form, bool minimized) override {
+        MemoryFormView::Do(form, nullptr, act::Minimize{minimized});
+    }
     void CloseByFrame(Form& form) override { MemoryFormView::Do(form, nullptr, act::CloseByFrame{}); }
     std::string Shown(Control& control) override {
         return static_cast<MemoryFormView*>(form_.View())->Shown(control);
+    }
+    std::string ShownLook(Control& control) override {
+        return LookText(control.ToolTip(), control.ForeColor().value_or(0), control.BackColor().value_or(0));
     }
     void Settle() override { machine_.events.Pump(); }
 
@@ -115,10 +133,11 @@ TEST(Forms, BlockEachOtherInMemoryAsEverywhere) {
 
 TEST(Forms, BehaveInMemoryAsEverywhere) {
     MemoryPlatform machine;
-    Forms forms(machine.Services());
+    LocaleStrings strings;
+    Forms forms(machine.Services(), &strings);
     ConformanceForm form(forms);
     MemoryHands hands(form, machine);
-    CheckConformance(form, hands);
+    CheckConformance(form, hands, strings);
 }
 
 } // namespace quorvane

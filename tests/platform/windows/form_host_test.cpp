@@ -160,6 +160,36 @@ class WindowsHands final : public Hands {
             MouseOnGround(form, act::MousePhase::Up, 2, 0);
         }
     }
+    void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) override {
+        const TwipScale scale = form_.Host().Scale();
+        const LPARAM place = MAKELPARAM(scale.PixelsX(at.x), scale.PixelsY(at.y));
+        const UINT down = button == 2 ? WM_RBUTTONDOWN : WM_LBUTTONDOWN;
+        const UINT up = button == 2 ? WM_RBUTTONUP : WM_LBUTTONUP;
+        const UINT message = phase == act::MousePhase::Down   ? down
+                             : phase == act::MousePhase::Move ? WM_MOUSEMOVE
+                                                              : up;
+        const WPARAM held = phase == act::MousePhase::Up ? 0 : button == 2 ? MK_RBUTTON : MK_LBUTTON;
+        SendMessageW(Window(control), message, held, place);
+    }
+    void MoveWindow(Form& form, TwipPoint upperLeft) override {
+        const TwipScale scale = form.Host().Scale();
+        SetWindowPos(WindowOf(form), nullptr, scale.PixelsX(upperLeft.x), scale.PixelsY(upperLeft.y), 0, 0,
+                     SWP_NOZORDER | SWP_NOSIZE);
+    }
+    void ResizeWindow(Form& form, TwipSize client) override {
+        const TwipScale scale = form.Host().Scale();
+        RECT frame{};
+        RECT inner{};
+        GetWindowRect(WindowOf(form), &frame);
+        GetClientRect(WindowOf(form), &inner);
+        SetWindowPos(WindowOf(form), nullptr, 0, 0,
+                     frame.right - frame.left - inner.right + scale.PixelsX(client.width),
+                     frame.bottom - frame.top - inner.bottom + scale.PixelsY(client.height),
+                     SWP_NOZORDER | SWP_NOMOVE);
+    }
+    void Minimise(Form& form, bool minimized) override {
+        SendMessageW(WindowOf(form), WM_SYSCOMMAND, minimized ? SC_MINIMIZE : SC_RESTORE, 0);
+    }
     void CloseByFrame(Form& form) override {
         SendMessageW(static_cast<WindowsFormView*>(form.View())->Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
     }
@@ -209,6 +239,17 @@ class WindowsHands final : public Hands {
         }
         return "unknown kind";
     }
+    std::string ShownLook(Control& control) override {
+        const HWND window = Window(control);
+        const HDC dc = GetDC(window);
+        const UINT message = control.Kind() == ControlKind::TextBox ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
+        SendMessageW(WindowOf(form_), message, reinterpret_cast<WPARAM>(dc),
+                     reinterpret_cast<LPARAM>(window));
+        const auto fore = static_cast<Color>(GetTextColor(dc));
+        const auto back = static_cast<Color>(GetBkColor(dc));
+        ReleaseDC(window, dc);
+        return LookText(TipOf(window), fore, back);
+    }
     void Settle() override { events_.Pump(); }
 
   private:
@@ -223,6 +264,30 @@ class WindowsHands final : public Hands {
         RECT area{};
         GetClientRect(WindowOf(form), &area);
         SendMessageW(WindowOf(form), message, keys, MAKELPARAM(4, area.bottom - 4));
+    }
+    // The form's tool tips are a window that belongs to its own.
+    std::string TipOf(HWND widget) {
+        struct Search {
+            HWND owner;
+            HWND found;
+        } search{WindowOf(form_), nullptr};
+        const auto look = [](HWND window, LPARAM data) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(data);
+            wchar_t name[40]{};
+            GetClassNameW(window, name, 40);
+            if (GetWindow(window, GW_OWNER) == wanted.owner && std::wstring(name) == TOOLTIPS_CLASSW)
+                wanted.found = window;
+            return !wanted.found;
+        };
+        EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+        wchar_t text[200]{};
+        TTTOOLINFOW tool{};
+        tool.cbSize = TTTOOLINFOW_V1_SIZE;
+        tool.hwnd = search.owner;
+        tool.uId = reinterpret_cast<UINT_PTR>(widget);
+        tool.lpszText = text;
+        SendMessageW(search.found, TTM_GETTEXTW, 200, reinterpret_cast<LPARAM>(&tool));
+        return Utf8(text);
     }
     HWND Window(Control& control) const {
         return reinterpret_cast<HWND>(form_.View()->NativeHandle(control));
@@ -289,13 +354,14 @@ class WindowsFormHostTest : public testing::Test {
     WindowsEventLoop events_;
     WindowsDrawing drawing_;
     WindowsFormHost host_{events_};
-    Forms forms_{host_, events_, drawing_};
+    LocaleStrings strings_;
+    Forms forms_{host_, events_, drawing_, &strings_};
 };
 
 TEST_F(WindowsFormHostTest, BehavesAsEverywhere) {
     ConformanceForm form(forms_);
     WindowsHands hands(form, events_);
-    CheckConformance(form, hands);
+    CheckConformance(form, hands, strings_);
 }
 
 TEST_F(WindowsFormHostTest, BlocksAsEverywhere) {
@@ -465,22 +531,9 @@ TEST_F(KeyboardTest, AScreenOfAnotherResolutionGetsLargerPixelsAndTheSameTwips) 
     EXPECT_EQ(after.right, before.right);
 }
 
-TEST_F(KeyboardTest, PlaceAndLookFollowTheModelAndThePerson) {
+TEST_F(KeyboardTest, OpacityAndOrderAreTheSystems) {
     KeyForm form(forms_);
-    form.SetBorder(BorderStyle::Sizable);
-    form.MoveTo(host_.Scale().TwipsX(120), host_.Scale().TwipsY(80));
     form.Show();
-    RECT frame{};
-    GetWindowRect(Window(form), &frame);
-    EXPECT_EQ(frame.left, 120);
-    EXPECT_EQ(frame.top, 80);
-    SetWindowPos(Window(form), nullptr, 200, 150, 500, 400, SWP_NOZORDER);
-    events_.Pump();
-    EXPECT_EQ(host_.Scale().PixelsX(form.Left()), 200);
-    RECT inner{};
-    GetClientRect(Window(form), &inner);
-    EXPECT_EQ(host_.Scale().PixelsX(form.ClientSize().width), inner.right);
-
     form.SetOpacity(128);
     BYTE alpha = 0;
     DWORD flags = 0;

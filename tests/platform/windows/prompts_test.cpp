@@ -36,7 +36,7 @@ class PromptsTest : public testing::Test {
     WindowsEventLoop events_;
     WindowsDrawing drawing_;
     WindowsFormHost host_{events_};
-    WindowsPrompts prompts_{host_, events_, drawing_};
+    WindowsPrompts prompts_{host_, events_};
     Forms forms_{host_, events_, drawing_};
     std::string words_;
     TimerId timer_ = 0;
@@ -79,22 +79,6 @@ TEST_F(PromptsTest, ABoxWithoutAnOwnerStandsInTheMiddleAndBlocksTheForms) {
     EXPECT_FALSE(form.IsBlocked());
 }
 
-TEST_F(PromptsTest, ALineIsTypedOrCancelled) {
-    When(L"Name of the profile", [](HWND window) {
-        const HWND edit = FindWindowExW(window, nullptr, L"Edit", nullptr);
-        SendMessageW(edit, EM_SETSEL, 0, -1);
-        for (const wchar_t letter : std::wstring(L"Дом"))
-            SendMessageW(edit, WM_CHAR, letter, 0);
-        PostMessageW(edit, WM_KEYDOWN, VK_RETURN, 1);
-    });
-    EXPECT_EQ(prompts_.Line("Name:", "Name of the profile", "Work"), "Дом");
-    EXPECT_EQ(words_, "Name:");
-    When(L"Name of the profile", [](HWND window) {
-        PostMessageW(FindWindowExW(window, nullptr, L"Edit", nullptr), WM_KEYDOWN, VK_ESCAPE, 1);
-    });
-    EXPECT_EQ(prompts_.Line("Name:", "Name of the profile", "Work"), std::nullopt);
-}
-
 TEST_F(PromptsTest, CommonBoxesCanBeCancelled) {
     FileQuestion question{
         "Select wallpaper", "Picture files (*.bmp)|*.bmp|All files (*.*)|*.*", "C:\\", "", 1, false};
@@ -108,6 +92,10 @@ TEST_F(PromptsTest, CommonBoxesCanBeCancelled) {
     ASSERT_TRUE(chosen);
     EXPECT_EQ(*chosen, "C:\\capture.bmp");
     EXPECT_EQ(question.filterIndex, 1);
+
+    FileQuestion folder{"Select directory", "All files (*.*)|*.*", "C:\\windows", "$DIR$", 1, false, false};
+    When(L"Select directory", Press(IDOK));
+    EXPECT_EQ(prompts_.File(folder), "C:\\windows\\$DIR$") << "no file has this name";
 }
 
 TEST_F(PromptsTest, TheTrayTakesAnIconAndTellsOfClicks) {

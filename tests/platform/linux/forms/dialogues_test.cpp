@@ -172,4 +172,10 @@ TEST_F(Dialogues, AQuestionIsAnsweredByItsMnemonic) {
               Answer::No);
 }
 
+TEST_F(Dialogues, AFolderIsPickedByANameThatNoFileHas) {
+    FileQuestion question{"Select directory", "All files (*.*)|*.*", "/usr", "$DIR$", 1, false, false};
+    Keys("Select directory", {"Return"});
+    EXPECT_EQ(prompts_.File(question), "/usr/$DIR$");
+}
+
 } // namespace quorvane

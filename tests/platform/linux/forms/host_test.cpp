@@ -19,7 +19,8 @@ class QtForms : public testing::Test {
     QtEventLoop events_;
     LinuxDrawing drawing_;
     QtFormHost host_;
-    Forms forms_{host_, events_, drawing_};
+    LocaleStrings strings_;
+    Forms forms_{host_, events_, drawing_, &strings_};
 
     static QWidget* WindowOf(const Form& form) { return static_cast<QtFormView*>(form.View())->Window(); }
 };
@@ -31,7 +32,7 @@ TEST_F(QtForms, BehaveAsEverywhere) {
     hands.Settle();
     if (const char* shots = std::getenv("QUORVANE_SHOTS"))
         WindowOf(form)->grab().save(QString(shots) + "/conformance.png");
-    CheckConformance(form, hands);
+    CheckConformance(form, hands, strings_);
 }
 
 TEST_F(QtForms, BlockEachOtherAsEverywhere) {

@@ -10,11 +10,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSlider>
@@ -39,9 +42,15 @@ class Reader final : public ControlVisitor {
 
     std::string value;
 
-    void Visit(Label&) override {}
-    void Visit(Button&) override {}
-    void Visit(Frame&) override {}
+    void Visit(Label& control) override {
+        EXPECT_EQ(PlainCaption(As<QLabel>()->text().toStdString()), PlainCaption(control.Caption()));
+    }
+    void Visit(Button& control) override {
+        EXPECT_EQ(As<QPushButton>()->text().toStdString(), control.Caption());
+    }
+    void Visit(Frame& control) override {
+        EXPECT_EQ(As<QGroupBox>()->title().toStdString(), control.Caption());
+    }
     void Visit(PictureBox&) override {}
     void Visit(TextBox& control) override {
         value = Quoted(FromWidgetText(control.MultiLine() ? As<QPlainTextEdit>()->toPlainText()
@@ -256,6 +265,39 @@ void QtHands::PickFromPopup(Form& form, Control* control, int entry, const std::
     }
 }
 
+void QtHands::Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) {
+    const TwipScale scale = form_.Host().Scale();
+    const QPoint place(scale.PixelsX(at.x), scale.PixelsY(at.y));
+    const Qt::MouseButton pressed = button == 2 ? Qt::RightButton : Qt::LeftButton;
+    QWidget* widget = WidgetOf(control);
+    if (phase == act::MousePhase::Down) {
+        QTest::mousePress(widget, pressed, {}, place);
+    } else if (phase == act::MousePhase::Move) {
+        QTest::mouseMove(widget, place);
+    } else {
+        QTest::mouseRelease(widget, pressed, {}, place);
+    }
+}
+
+void QtHands::MoveWindow(Form& form, TwipPoint upperLeft) {
+    const TwipScale scale = form.Host().Scale();
+    static_cast<QtFormView*>(form.View())
+        ->Window()
+        ->move(scale.PixelsX(upperLeft.x), scale.PixelsY(upperLeft.y));
+}
+
+void QtHands::ResizeWindow(Form& form, TwipSize client) {
+    const TwipScale scale = form.Host().Scale();
+    QWidget* window = static_cast<QtFormView*>(form.View())->Window();
+    const auto* bar = window->findChild<QMenuBar*>();
+    window->resize(scale.PixelsX(client.width), scale.PixelsY(client.height) + (bar ? bar->height() : 0));
+}
+
+void QtHands::Minimise(Form& form, bool minimized) {
+    QWidget* window = static_cast<QtFormView*>(form.View())->Window();
+    minimized ? window->showMinimized() : window->showNormal();
+}
+
 void QtHands::CloseByFrame(Form& form) {
     static_cast<QtFormView*>(form.View())->Window()->close();
 }
@@ -264,6 +306,16 @@ std::string QtHands::Shown(Control& control) {
     Reader reader(WidgetOf(control));
     control.Accept(reader);
     return reader.value;
+}
+
+// The ground by a pixel that no letter reaches.
+std::string QtHands::ShownLook(Control& control) {
+    const QWidget* widget = WidgetOf(control);
+    const QColor fore = widget->palette().color(QPalette::Text);
+    const QImage image = WidgetOf(control)->grab().toImage();
+    const QColor back = image.pixelColor(image.width() - 6, 4);
+    return LookText(widget->toolTip().toStdString(), Rgb(fore.red(), fore.green(), fore.blue()),
+                    Rgb(back.red(), back.green(), back.blue()));
 }
 
 void QtHands::Settle() {

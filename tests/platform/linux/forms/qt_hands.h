@@ -25,8 +25,13 @@ class QtHands final : public Hands {
     void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override;
     void DoubleClickGround(Form& form) override;
     void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override;
+    void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) override;
+    void MoveWindow(Form& form, TwipPoint upperLeft) override;
+    void ResizeWindow(Form& form, TwipSize client) override;
+    void Minimise(Form& form, bool minimized) override;
     void CloseByFrame(Form& form) override;
     std::string Shown(Control& control) override;
+    std::string ShownLook(Control& control) override;
     void Settle() override;
 
   private:
