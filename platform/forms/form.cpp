@@ -74,10 +74,13 @@ void Form::MakeView() {
 void Form::BringUp(bool modal) {
     Load();
     MakeView();
-    visible_ = true;
+    const bool comesUp = !std::exchange(visible_, true);
     Host().Order().Shown(*this, modal);
     view_->Show();
     Control* first = std::exchange(wantsFocus_, nullptr);
+    // A window without a frame leaves the keyboard where it is.
+    const bool takesKeyboard = comesUp && (modal || border_ != BorderStyle::None);
+    if (!first && takesKeyboard && !focus_) first = NextInTabOrder();
     if (first && view_ && first->CanHaveFocus()) view_->Focus(*first);
 }
 
@@ -308,24 +311,6 @@ bool Form::Take(Control& control, const Act& done) {
         return true;
     }
     return control.Take(done);
-}
-
-bool Form::TakeKey(Control* control, const act::Key& key) {
-    if (onKeyDown && onKeyDown(key)) return true;
-    if (control && control->onKeyDown && control->onKeyDown(key)) return true;
-    if (key.shift != 0) return false;
-    Button* pressed = nullptr;
-    if (key.code == key_code::Enter) {
-        const auto* text = dynamic_cast<const TextControl*>(control);
-        if (text && text->MultiLine()) return false;
-        auto* button = dynamic_cast<Button*>(control);
-        pressed = button ? button : defaultButton_;
-    } else if (key.code == key_code::Escape) {
-        pressed = cancelButton_;
-    }
-    if (!pressed) return false;
-    pressed->Press();
-    return true;
 }
 
 bool Form::TakeOwn(const Act& done) {

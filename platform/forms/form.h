@@ -126,7 +126,7 @@ class Form : public Container {
     // all loaded forms by Forms::Localise.
     void Localise();
 
-    // Every control, each container before its children: also the order of the Tab key.
+    // Every control, each container before its children.
     std::vector<Control*> Controls() const;
     const std::vector<Timer*>& Timers() const { return timers_; }
     // The menus that belong to the form, the bar among them.
@@ -135,6 +135,10 @@ class Form : public Container {
     Timer* FindTimer(std::string_view name) const;
     // The control that has the keyboard, null for none known.
     Control* ActiveControl() const { return focus_; }
+    // Where the Tab key leads from there: round all that can have the keyboard, in the order of Controls. Of
+    // a group of options only the chosen one stands in its way, or the first where none is chosen. Null where
+    // nothing can have the keyboard.
+    Control* NextInTabOrder(bool backwards = false) const;
 
     // A host's one word about the person; `control` is null for the form itself. Runs the handlers under the
     // event loop's guard. True where the act is used up.
@@ -168,6 +172,7 @@ class Form : public Container {
 
     bool Take(Control& control, const Act& done);
     bool TakeKey(Control* control, const act::Key& key);
+    bool TakeTab(bool backwards);
     bool TakeOwn(const Act& done);
     void MakeView();
     bool HasOneSize() const;

@@ -49,7 +49,6 @@ QtFormView::QtFormView(Form& form)
     ShowWindowKind();
     ShowMenuBar();
     MakeParts(form, client_);
-    JoinTabOrder();
     for (Control* control : form.Controls())
         ShowAll(*control);
     ShowLookOfWindow();
@@ -83,16 +82,6 @@ void QtFormView::MakeParts(Container& container, QWidget* parent) {
 void QtFormView::Watch(QWidget* widget, Control* control) {
     widget->installEventFilter(this);
     watched_[widget] = control;
-}
-
-void QtFormView::JoinTabOrder() {
-    QWidget* before = nullptr;
-    for (Control* control : form_.Controls()) {
-        if (!control->TakesFocus()) continue;
-        QWidget* widget = WidgetOf(*control);
-        if (before) QWidget::setTabOrder(before, widget);
-        before = widget;
-    }
 }
 
 // The mnemonic of a label leads to the next control, where that can have the keyboard.
@@ -454,7 +443,7 @@ bool QtFormView::FilterWindow(QEvent* event) {
 bool QtFormView::FilterKey(QObject* watched, Control* control, const QKeyEvent& event) {
     const QObject* first = window_->focusWidget() ? window_->focusWidget() : window_.data();
     const int code = VirtualKeyOf(event.key());
-    if (watched != first || code == 0 || code == key_code::Tab) return false;
+    if (watched != first || code == 0) return false;
     return form_.Report(control, act::Key{code, ShiftStateOf(event.modifiers())});
 }
 

@@ -44,7 +44,6 @@ class QtFormView final : public QObject, public FormView {
 
     void MakeParts(Container& container, QWidget* parent);
     void Watch(QWidget* widget, Control* control);
-    void JoinTabOrder();
     void LeadMnemonic(const Control& label);
 
     void ShowAll(Control& control);

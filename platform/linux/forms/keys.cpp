@@ -14,6 +14,7 @@ int VirtualKeyOf(int key) {
     } Table[] = {
         {Qt::Key_Backspace, key_code::Backspace},
         {Qt::Key_Tab, key_code::Tab},
+        {Qt::Key_Backtab, key_code::Tab},
         {Qt::Key_Return, key_code::Enter},
         {Qt::Key_Enter, key_code::Enter},
         {Qt::Key_Shift, 16},

@@ -162,7 +162,6 @@ void WindowsFormView::Show() {
     UpdateWindow(window_);
     if (wasVisible || quiet) return;
     SetForegroundWindow(window_);
-    if (!form_.ActiveControl()) MoveFocus(false);
 }
 
 void WindowsFormView::Hide() {

@@ -99,7 +99,6 @@ class WindowsFormView final : public FormView, public WidgetSite {
     void ShowStyle();
 
     void FrameDefaultButton(Control& focused);
-    bool MoveFocus(bool backwards);
     bool ChooseNeighbour(OptionButton& option, int step);
     bool TakeMnemonic(wchar_t letter);
     void Activate(Control& control);

@@ -65,8 +65,6 @@ bool WindowsFormView::FilterKey(const MSG& message) {
     if (open) return false;
     if (form_.Report(control, act::Key{code, ShiftState()}) || !*alive) return true;
     if (message.message == WM_SYSKEYDOWN) return false;
-    if (code == VK_TAB && !(ShiftState() & shift_state::Ctrl))
-        return MoveFocus(ShiftState() & shift_state::Shift);
     if (control && control->Kind() == ControlKind::OptionButton) {
         if (code == VK_UP || code == VK_LEFT)
             return ChooseNeighbour(static_cast<OptionButton&>(*control), -1);
@@ -84,29 +82,6 @@ void WindowsFormView::FrameDefaultButton(Control& focused) {
         if (control->Kind() == ControlKind::Button)
             entries_[control].widget->FrameAsDefault(control == wanted);
     }
-}
-
-bool WindowsFormView::MoveFocus(bool backwards) {
-    std::vector<Control*> reachable;
-    for (Control* control : order_) {
-        // Of a group of options only the chosen one stands in the Tab key's way.
-        const auto* option = dynamic_cast<OptionButton*>(control);
-        const bool skipped = option && !option->Value() && control != form_.ActiveControl();
-        if (control->CanHaveFocus() && !skipped) reachable.push_back(control);
-    }
-    if (reachable.empty()) return false;
-    const auto here = std::find(reachable.begin(), reachable.end(), form_.ActiveControl());
-    std::size_t next = 0;
-    if (here != reachable.end()) {
-        const auto place = static_cast<std::size_t>(here - reachable.begin());
-        next = (place + (backwards ? reachable.size() - 1 : 1)) % reachable.size();
-    } else if (backwards) {
-        next = reachable.size() - 1;
-    }
-    Focus(*reachable[next]);
-    if (dynamic_cast<TextBox*>(reachable[next]))
-        SendMessageW(entries_[reachable[next]].widget->Window(), EM_SETSEL, 0, -1);
-    return true;
 }
 
 bool WindowsFormView::ChooseNeighbour(OptionButton& option, int step) {

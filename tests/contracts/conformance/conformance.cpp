@@ -398,6 +398,7 @@ void CheckConformance(ConformanceForm& form, Hands& hands, LocaleStrings& string
     EXPECT_EQ(TakenLog(form, hands), "");
     EXPECT_EQ(form.ActiveControl(), before) << "what has no place cannot have the keyboard";
     CheckMirror(form, hands, "after what a person did");
+    CheckTabOrder(form, hands);
     CheckMouse(form, hands);
     CheckLook(form, hands);
     CheckLanguage(form, hands, strings);

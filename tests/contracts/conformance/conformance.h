@@ -115,6 +115,8 @@ void CheckLook(ConformanceForm& form, Hands& hands);
 void CheckLanguage(ConformanceForm& form, Hands& hands, LocaleStrings& strings);
 void CheckMouse(ConformanceForm& form, Hands& hands);
 void CheckPlace(ConformanceForm& form, Hands& hands);
+// Where the Tab key leads, with the second option of the frame chosen.
+void CheckTabOrder(ConformanceForm& form, Hands& hands);
 
 // Rows that come, go and change, below the check boxes and the chosen row. At a form that is shown.
 void CheckRows(ListView& list, Hands& hands);

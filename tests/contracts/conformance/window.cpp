@@ -91,6 +91,27 @@ void CheckMouse(ConformanceForm& form, Hands& hands) {
     form.picFace.onMouse = {};
 }
 
+void CheckTabOrder(ConformanceForm& form, Hands& hands) {
+    const std::string order =
+        "txtName txtCount txtText rtbMessage chkActive optKind(1) optOther cboUnit cboFree "
+        "lvwAlarms tabPages sldAlpha scrZone dtpStart mvwDay cmdOk cmdCancel ";
+    form.txtName.SetFocus();
+    ASSERT_TRUE(Becomes(hands, [&] { return form.ActiveControl() == &form.txtName; }));
+    std::string visited;
+    do {
+        visited += form.ActiveControl()->FullName() + ' ';
+        hands.PressKey(*form.ActiveControl(), key_code::Tab, 0);
+        hands.Settle();
+    } while (form.ActiveControl() && visited.size() < order.size());
+    EXPECT_EQ(visited, order);
+    EXPECT_EQ(form.ActiveControl(), &form.txtName) << "round";
+    EXPECT_EQ(form.txtName.SelectionLength(), static_cast<int>(form.txtName.Text().size()));
+    hands.PressKey(form.txtName, key_code::Tab, shift_state::Shift);
+    hands.Settle();
+    EXPECT_EQ(form.ActiveControl(), &form.cmdCancel) << "back";
+    EXPECT_EQ(TakenLog(form, hands), "");
+}
+
 void CheckPlace(ConformanceForm& form, Hands& hands) {
     const TwipScale scale = form.Host().Scale();
     const auto size = [&scale](int x, int y) { return TwipSize{scale.TwipsX(x), scale.TwipsY(y)}; };

