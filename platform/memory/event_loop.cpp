@@ -37,12 +37,7 @@ void MemoryEventLoop::Wake(TimerId timer) {
 }
 
 void MemoryEventLoop::Pump() {
-    ++pumps_;
-    while (!atPump_.empty() && atPump_.begin()->first <= pumps_) {
-        const std::function<void()> action = std::move(atPump_.begin()->second);
-        atPump_.erase(atPump_.begin());
-        action();
-    }
+    if (onPump) onPump();
     RunPosted();
     RunDue();
 }
@@ -88,10 +83,6 @@ bool MemoryEventLoop::Fire(std::string_view name) {
     const auto timer = held_ > 0 ? nullptr : Find(name);
     if (timer) FireTimer(timer);
     return timer != nullptr;
-}
-
-void MemoryEventLoop::AtPump(int nth, std::function<void()> action) {
-    atPump_.emplace(pumps_ + nth, std::move(action));
 }
 
 bool MemoryEventLoop::IsRunning(std::string_view name) const {

@@ -4,7 +4,6 @@
 #include "platform/memory/clock.h"
 
 #include <deque>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,9 +41,8 @@ class MemoryEventLoop : public EventLoop {
     void Advance(std::int64_t milliseconds);
     // Fires the timer of this name now, due or not; false where none of this name runs or timers are held.
     bool Fire(std::string_view name);
-    // Calls `action` inside the Pump that comes as number `nth` from now (1: the next one): where re-entry
-    // lives. A timer is fired there by handing in a call of Fire.
-    void AtPump(int nth, std::function<void()> action);
+    // What happens inside every Pump, before its timers: where re-entry lives.
+    std::function<void()> onPump;
     // What a person does while a routine waits (a modal window): consumed by one RunWhile each, in order.
     void WhenWaiting(std::function<void()> action) { waiting_.push_back(std::move(action)); }
 
@@ -52,7 +50,6 @@ class MemoryEventLoop : public EventLoop {
     bool IsAsleep(std::string_view name) const;
     int IntervalOf(std::string_view name) const; // milliseconds; 0 where none of this name runs
     std::vector<std::string> TimerNames() const; // in the order of their start
-    int PumpCount() const { return pumps_; }
 
   private:
     struct Timer {
@@ -76,11 +73,9 @@ class MemoryEventLoop : public EventLoop {
     std::vector<std::shared_ptr<Timer>> timers_;
     std::deque<std::function<void()>> posted_;
     std::deque<std::function<void()>> waiting_;
-    std::multimap<int, std::function<void()>> atPump_;
     std::function<void(int, const char*)> failureHandler_;
     TimerId lastId_ = 0;
     int held_ = 0;
-    int pumps_ = 0;
 };
 
 } // namespace quorvane

@@ -131,7 +131,7 @@ TEST_F(SelectionTest, AnEmptyCandidateListFallsBackOnTheFavourites) {
     record_.UseFavorites = true;
     record_.RescanWallpaperSources = false;
     record_.WallpaperSources.Add({"/none", true, "*.*", "0"});
-    events_.AtPump(1, [&] { record_.FavoritesSources[1].Active = false; });
+    events_.onPump = [&] { record_.FavoritesSources[1].Active = false; };
     EXPECT_EQ(selection_.GetNewWallpaper(), "") << "switched off while the scan let events run";
 }
 

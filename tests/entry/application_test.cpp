@@ -151,7 +151,10 @@ TEST_F(ApplicationTest, AnEndRequestSavesOnceTheStartIsOver) {
 TEST_F(ApplicationTest, AnEndRequestInsideTheStartSavesNothingThatWasNotRead) {
     Set("General", "Week name", "Wk");
     Start();
-    machine_.events.AtPump(2, [this] { machine_.session.RequestEnd(); });
+    bool asked = false;
+    machine_.events.onPump = [&] {
+        if (!std::exchange(asked, true)) machine_.session.RequestEnd();
+    };
     EXPECT_EQ(application_->Run(), 0);
     EXPECT_FALSE(WasSaved());
     EXPECT_EQ(Get("General", "Week name"), "Wk");

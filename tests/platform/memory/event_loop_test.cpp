@@ -71,16 +71,6 @@ TEST_F(MemoryEventLoopTest, TickThatPumpsCanBeEnteredAgainAndOneThatDoesNotCanno
     EXPECT_EQ(deepest, 1);
 }
 
-TEST_F(MemoryEventLoopTest, ChosenPumpFiresAChosenTimer) {
-    Start("a", 60000);
-    machine_.events.AtPump(2, [this] { EXPECT_TRUE(machine_.events.Fire("a")); });
-    machine_.events.Pump();
-    EXPECT_EQ(fired_, "");
-    machine_.events.Pump();
-    EXPECT_EQ(fired_, "a0 ");
-    EXPECT_FALSE(machine_.events.Fire("b"));
-}
-
 TEST_F(MemoryEventLoopTest, WaitEndsByATimerOrAPreparedActionOrFailsTheTest) {
     bool open = true;
     machine_.events.WhenWaiting([&] { open = false; });
