@@ -18,40 +18,37 @@ class TrayMenuTest : public ProgramTest {
         })) << "the splash goes";
         wallpaper_ = RootPixmap();
     }
-    Place OpenMenu() {
+    // By the keys: the entry of this number, from 1 on.
+    void PickEntry(int number) {
         ClickIcon({"click", "3"});
-        std::optional<Place> menu;
-        EXPECT_TRUE(WaitFor([&] { return (menu = PopupMenu()).has_value(); }));
-        return menu.value_or(Place{});
+        ASSERT_TRUE(WaitFor([this] { return PopupMenu().has_value(); }));
+        std::vector<std::string> keys{"xdotool", "key"};
+        keys.insert(keys.end(), static_cast<std::size_t>(number), "Down");
+        keys.push_back("Return");
+        Ask(keys);
+        ASSERT_TRUE(WaitFor([this] { return !PopupMenu(); }));
     }
-    // The entry at this height of the open menu, 0 for its upper edge and 1 for its lower one.
-    void ClickEntry(double height) {
-        const Place menu = OpenMenu();
-        ClickAt(menu.x + 60, menu.y + static_cast<int>(menu.height * height), {"click", "1"});
-    }
-    // Six entries, one of them a thin line.
-    static constexpr double Change = 0.1;
-    static constexpr double addFavorite = 0.28;
-    static constexpr double addBlacklist = 0.66;
-    static constexpr double exit = 0.91;
+    static constexpr int Change = 1;
+    static constexpr int AddFavorite = 2;
+    static constexpr int AddBlacklist = 4;
+    static constexpr int Exit = 5;
 
     std::string wallpaper_;
 };
 
 TEST_F(TrayMenuTest, ChangesByEntryAndByDoubleClick) {
-    ClickEntry(Change);
+    PickEntry(Change);
     ASSERT_TRUE(WaitForAnotherWallpaper(wallpaper_));
     wallpaper_ = RootPixmap();
-    ASSERT_TRUE(WaitFor([this] { return !PopupMenu(); }));
     ClickIcon({"click", "--repeat", "2", "--delay", "60", "1"});
     EXPECT_TRUE(WaitForAnotherWallpaper(wallpaper_));
 }
 
 TEST_F(TrayMenuTest, KeepsFavoritesAndBlacklistAtOnceAndExits) {
-    ClickEntry(addFavorite);
+    PickEntry(AddFavorite);
     ASSERT_TRUE(WaitFor([this] { return Get("General", "First RUN") == "False"; })) << "written at once";
-    ClickEntry(addBlacklist);
-    ClickEntry(exit);
+    PickEntry(AddBlacklist);
+    PickEntry(Exit);
     EXPECT_EQ(program_->WaitForEnd(), 0);
     const std::string last = Get("General", "Last selected wallpaper");
     EXPECT_TRUE(last.starts_with(pictures_.string())) << last;
