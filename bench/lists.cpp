@@ -32,7 +32,7 @@ class ListForm : public Form {
 struct Screen {
     QtEventLoop events;
     LinuxDrawing drawing;
-    QtFormHost host{drawing};
+    QtFormHost host;
     Forms forms{host, events, drawing};
 };
 

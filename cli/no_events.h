@@ -12,6 +12,8 @@ class NoEvents final : public EventLoop {
     void StopTimer(TimerId) override {}
     void Sleep(TimerId) override {}
     void Wake(TimerId) override {}
+    void HoldTimers() override {}
+    void ReleaseTimers() override {}
     void Post(std::function<void()> work) override { work(); }
     void Deliver(const std::function<void()>& work) override { work(); }
     void Pump() override {}

@@ -82,8 +82,8 @@ void TakeField(const TextBox& control, double& value) {
 
 void ShowField(ComboBox& control, const std::string& value) {
     const auto& items = control.Items();
-    const bool listed = std::any_of(items.begin(), items.end(),
-                                    [&](const Words& item) { return item.Text() == value; });
+    const bool listed =
+        std::any_of(items.begin(), items.end(), [&](const Words& item) { return item.Text() == value; });
     if (control.Editable() || listed) {
         control.SetText(value);
     } else {

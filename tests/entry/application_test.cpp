@@ -203,7 +203,10 @@ TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsC
 
 TEST_F(ApplicationTest, AnyFailureOfTheStartEndsInTheErrorDialogue) {
     std::string shown;
-    machine_.events.AtPump(2, [] { throw std::bad_alloc(); });
+    machine_.events.onPump = [this] {
+        machine_.events.onPump = nullptr;
+        throw std::bad_alloc();
+    };
     machine_.events.WhenWaiting([&] {
         Form* dialogue = application_->LoadedForms().Find("frmError");
         ASSERT_NE(dialogue, nullptr);

@@ -139,7 +139,7 @@ TEST_F(SplashTest, GoesAtAClick) {
     ASSERT_TRUE(splash_.IsVisible());
     EXPECT_EQ(
         DumpForm(splash_),
-        "Form frmSplash bare opacity 244 no task bar\n"
+        "Form frmSplash \"Quorvane II\" bare opacity 244 no task bar\n"
         "  Frame Frame1 back 24,34,50\n"
         "    PictureBox Picture1\n"
         "    Label lblProductName \"Quorvane II\" #125 font \"Monotype Corsiva\" 26 bold italic fore "

@@ -123,7 +123,7 @@ LinuxSession::~LinuxSession() {
     for (const int number : EndSignals) {
         struct sigaction now {};
         sigaction(number, nullptr, &now);
-        if (now.sa_handler == TellPipe) std::signal(number, SIG_DFL);
+        if (now.sa_handler == TakeSignal) std::signal(number, SIG_DFL);
     }
     signals_.reset();
     close(signalPipe[0]);

@@ -39,6 +39,8 @@ WindowsEventLoop::WindowsEventLoop() {
 }
 
 WindowsEventLoop::~WindowsEventLoop() {
+    MSG end; // a request to end that nothing has taken was this loop's, not the next one's
+    PeekMessageW(&end, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
 }

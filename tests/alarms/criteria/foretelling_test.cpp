@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 #include <string>
 #include <vector>
@@ -22,8 +23,8 @@ Foretelling Foretold(const std::string& text) {
 std::string Turns(const std::string& text, const DateTime& from, std::size_t count) {
     std::string told;
     for (const DateTime& at : Foretold(text).Turns(from, count)) {
-        const long date = (at.year * 100L + at.month) * 100 + at.day;
-        const long time = (at.hour * 100L + at.minute) * 100 + at.second;
+        const std::int64_t date = (at.year * 100 + at.month) * 100 + at.day;
+        const std::int64_t time = (at.hour * 100 + at.minute) * 100 + at.second;
         told += (told.empty() ? "" : " ") + std::to_string(date * 1000000 + time);
     }
     return told;

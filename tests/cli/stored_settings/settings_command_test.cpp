@@ -67,15 +67,26 @@ TEST_F(SettingsCommandTest, SetsInTheTypeOfTheSchemaAndGets) {
 }
 
 TEST_F(SettingsCommandTest, RefusesWhatIsNoSettingOrNoData) {
-    for (const char* words :
-         {"get|General\\Wallpaper", "get|Wallpaper", "list|Nothing", "set|General\\No such setting|x",
-          "set|General\\Wallpaper position|four", "set|General\\Wallpaper position|4000000000",
-          "set|General\\First RUN|perhaps", "set|General\\Longitude|48,2", "set|General\\Latitude|abc",
-          "set|General\\Scan time|-1", "set|General\\Scan time|", "set|General\\Alarms counter|1.5",
-          "set|Custom Day(s)\\Day #1|40000", "set|Custom Day(s)\\Color #1|-1",
-          "set|Custom Day(s)\\Color #1|255 red", "set|Screen capture\\HK_DC_VKEY_Array_ID|87",
-          "set|Alarms\\1 - Exec count|often", "set|Alarms\\1 - Alarm icon index|70000", "import|/no/such/file",
-          "export|/no/such/folder/file"}) {
+    for (const char* words : {"get|General\\Wallpaper",
+                              "get|Wallpaper",
+                              "list|Nothing",
+                              "set|General\\No such setting|x",
+                              "set|General\\Wallpaper position|four",
+                              "set|General\\Wallpaper position|4000000000",
+                              "set|General\\First RUN|perhaps",
+                              "set|General\\Longitude|48,2",
+                              "set|General\\Latitude|abc",
+                              "set|General\\Scan time|-1",
+                              "set|General\\Scan time|",
+                              "set|General\\Alarms counter|1.5",
+                              "set|Custom Day(s)\\Day #1|40000",
+                              "set|Custom Day(s)\\Color #1|-1",
+                              "set|Custom Day(s)\\Color #1|255 red",
+                              "set|Screen capture\\HK_DC_VKEY_Array_ID|87",
+                              "set|Alarms\\1 - Exec count|often",
+                              "set|Alarms\\1 - Alarm icon index|70000",
+                              "import|/no/such/file",
+                              "export|/no/such/folder/file"}) {
         EXPECT_EQ(Run(Split(words, '|')), Refused) << words;
         EXPECT_FALSE(ran.err.empty());
     }

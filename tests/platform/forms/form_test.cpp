@@ -238,6 +238,7 @@ TEST_F(FormTest, AResizeIsForFormsThatHaveNoSizeOfTheirOwn) {
     painted.Resize({10, 20});
     EXPECT_EQ(painted.ClientSize(), (TwipSize{10, 20}));
 }
+
 TEST_F(FormTest, TextsOfArbitraryBytesPassTheFilter) {
     Form form(forms_, "frmAny");
     TextBox Text1(form, "Text1");

@@ -87,8 +87,12 @@ TEST_F(ProgramTest, ADamagedTreeIsSetAsideAndAFreshOneBegun) {
     ASSERT_FALSE(store.empty());
     std::ofstream(store, std::ios::trunc) << "this was a tree of settings once, and now it is none";
     Start();
-    ASSERT_TRUE(WaitFor([this] { return FindWindow([](const Place&) { return true; }).has_value(); }));
-    EXPECT_TRUE(WaitFor([this] { return Count(Said(), "set aside") == 1; }));
+    // The box comes once the start is over, and is lower than the splash before it.
+    ASSERT_TRUE(WaitFor([this] {
+        return FindWindow([](const Place& place) { return place.height > 20 && place.height < 200; })
+            .has_value();
+    }));
+    EXPECT_EQ(Count(Said(), "set aside"), 1);
     int kept = 0;
     for (const auto& entry : fs::directory_iterator(store.parent_path())) {
         kept += ReadWhole(entry.path()).starts_with("this was a tree") ? 1 : 0;

@@ -75,7 +75,7 @@ TEST_F(QtForms, CutNothing) {
     form.Show();
     const auto* view = static_cast<QtFormView*>(form.View());
     for (const Control* control : form.Controls()) {
-        if (!control->IsShown()) continue;
+        if (!control->IsShown() || !control->HasPlace()) continue;
         const QWidget* widget = view->WidgetOf(*control);
         const bool holdsText =
             control->Kind() == ControlKind::Label || control->Kind() == ControlKind::Button ||
