@@ -3,6 +3,8 @@
 #include "config/schema.h"
 #include "core/numbers.h"
 
+#include <cstddef>
+#include <tuple>
 #include <utility>
 
 namespace quorvane {
@@ -19,11 +21,20 @@ auto Field(Inner Record::*inner, Value Inner::*member) {
     return [inner, member](Record& record, ValueAt) -> FieldRef { return &(record.*inner.*member); };
 }
 
+// An entry by its number, of a list that grows or of one with a fixed length.
+template<typename List>
+auto& EntryOf(List& list, std::int32_t number) {
+    if constexpr (requires { std::tuple_size<List>::value; })
+        return list[static_cast<std::size_t>(number)];
+    else
+        return list[number];
+}
+
 // The field of a list's row: a member of the entry.
 template<typename Record, typename List, typename Entry, typename Value>
 auto EntryField(List Record::*list, Value Entry::*member) {
     return [list, member](Record& record, ValueAt at) -> FieldRef {
-        return &((record.*list)[at.entry].*member);
+        return &(EntryOf(record.*list, at.entry).*member);
     };
 }
 
