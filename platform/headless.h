@@ -5,6 +5,7 @@
 
 namespace quorvane {
 
+class ChannelClient;
 class Clock;
 class Drawing;
 class Files;
@@ -17,6 +18,7 @@ std::unique_ptr<Clock> CreateClock();
 std::unique_ptr<Files> CreateFiles();
 std::unique_ptr<Drawing> CreateDrawing();
 std::unique_ptr<System> CreateSystem();
+std::unique_ptr<ChannelClient> CreateChannelClient();
 // The person's stored tree. It always works. What `why` then holds has been said on standard error and is for
 // a box as well: that a damaged tree was set aside and a fresh one begun, or that nothing written will last
 // (Store::Lasting).

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "platform/headless.h"
 #include "platform/linux/base/clock.h"
+#include "platform/linux/desktop/channel.h"
 #include "platform/linux/desktop/desktop.h"
 #include "platform/linux/desktop/desktop_store.h"
 #include "platform/linux/desktop/event_loop.h"
@@ -60,6 +61,7 @@ struct LinuxPlatform::Parts {
     LinuxTray tray{events, system};
     QtFormHost forms;
     QtPrompts prompts{forms};
+    LinuxChannel channel{events};
 };
 
 LinuxPlatform::LinuxPlatform(int argumentCount, char** arguments, std::string toolkitPlatform)
@@ -70,8 +72,8 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::Services() {
     Parts& own = *parts_;
-    return {own.clock,   own.desktop, *own.drawing, own.events, *own.files, own.forms,
-            own.prompts, own.random,  own.session,  *own.store, own.system, own.tray};
+    return {own.clock,  own.desktop, *own.drawing, own.events, *own.files, own.forms,   own.prompts,
+            own.random, own.session, *own.store,   own.system, own.tray,   &own.channel};
 }
 
 } // namespace quorvane

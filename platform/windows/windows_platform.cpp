@@ -5,6 +5,7 @@
 #include "platform/windows/base/files.h"
 #include "platform/windows/base/store.h"
 #include "platform/windows/base/system.h"
+#include "platform/windows/desktop/channel.h"
 #include "platform/windows/desktop/desktop.h"
 #include "platform/windows/desktop/event_loop.h"
 #include "platform/windows/desktop/session.h"
@@ -28,6 +29,7 @@ struct WindowsPlatform::Parts {
     WindowsTray tray{events};
     WindowsFormHost forms{events};
     WindowsPrompts prompts{forms, events};
+    WindowsChannel channel{events};
 };
 
 WindowsPlatform::WindowsPlatform()
@@ -37,8 +39,8 @@ WindowsPlatform::~WindowsPlatform() = default;
 
 Platform WindowsPlatform::Services() {
     Parts& own = *parts_;
-    return {own.clock,   own.desktop, own.drawing, own.events, own.files,  own.forms,
-            own.prompts, own.random,  own.session, own.store,  own.system, own.tray};
+    return {own.clock,  own.desktop, own.drawing, own.events, own.files, own.forms,   own.prompts,
+            own.random, own.session, own.store,   own.system, own.tray,  &own.channel};
 }
 
 } // namespace quorvane

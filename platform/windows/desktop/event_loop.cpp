@@ -1,6 +1,7 @@
 #include "platform/windows/desktop/event_loop.h"
 
 #include "core/run_time_error.h"
+#include "platform/windows/base/channel_message.h"
 
 #include <algorithm>
 #include <exception>
@@ -9,7 +10,6 @@
 namespace quorvane {
 namespace {
 
-constexpr wchar_t ClassName[] = L"QuorvaneEvents";
 constexpr UINT PostedMessage = WM_APP + 1;
 // A tick that takes longer than its interval must not hold Pump for ever.
 constexpr DWORD LongestPumpMilliseconds = 200;
@@ -31,10 +31,10 @@ WindowsEventLoop::WindowsEventLoop() {
     windowClass.cbSize = sizeof windowClass;
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = instance;
-    windowClass.lpszClassName = ClassName;
+    windowClass.lpszClassName = channel_message::WindowClass;
     RegisterClassExW(&windowClass); // fails where a loop stood before, and the class with it
-    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, ClassName, L"Quorvane II", WS_POPUP, 0, 0, 0, 0, nullptr,
-                              nullptr, instance, nullptr);
+    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, channel_message::WindowClass, L"Quorvane II", WS_POPUP, 0, 0,
+                              0, 0, nullptr, nullptr, instance, nullptr);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
