@@ -1,6 +1,6 @@
 #include "cli/batch.h"
 
-#include "cli/json.h"
+#include "commands/json.h"
 #include "core/utf8.h"
 
 #include <istream>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "cli/arguments.h"
 #include "cli/command.h"
 
 #include <functional>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "cli/arguments.h"
+#include "commands/arguments.h"
+#include "commands/json.h"
 
 #include <functional>
 #include <iosfwd>
@@ -10,10 +11,16 @@
 
 namespace quorvane::cli {
 
-// Exit statuses, the same for every command.
-inline constexpr int Done = 0;
-inline constexpr int Refused = 1;
-inline constexpr int WrongUsage = 2;
+using commands::Arguments;
+using commands::Done;
+using commands::JsonObject;
+using commands::JsonText;
+using commands::ParseDate;
+using commands::ParseDateTime;
+using commands::Refused;
+using commands::RefusedInput;
+using commands::UsageError;
+using commands::WrongUsage;
 
 struct Streams {
     std::istream& in;

@@ -4,6 +4,9 @@
 
 namespace quorvane::cli {
 
+// What both forms of the command "render" share.
+Command RenderCommandThat(std::function<int(const Arguments&, Streams&)> run);
+
 // Every command of quorvanectl, in the order in which the usage lists them.
 std::vector<Command> AllCommands();
 
@@ -13,7 +16,7 @@ Command JulianCommand();
 Command WeekCommand();
 Command ScanCommand();
 Command DrawCommand();
-Command RenderCommand();
+Command RenderCommand(); // in render/, or in render_beside/ where another program draws
 Command SettingsCommand();
 
 } // namespace quorvane::cli

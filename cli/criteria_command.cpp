@@ -4,8 +4,8 @@
 #include "alarms/criteria/trial.h"
 #include "cli/batch.h"
 #include "cli/commands.h"
-#include "cli/json.h"
 #include "cli/moment.h"
+#include "commands/json.h"
 #include "core/text.h"
 #include "platform/shared/seeded_random.h"
 

@@ -1,6 +1,6 @@
 #include "cli/commands.h"
 #include "cli/engine_rig.h"
-#include "cli/json.h"
+#include "commands/json.h"
 
 #include <ostream>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/arguments.h"
+#include "cli/command.h"
 #include "cli/no_events.h"
 #include "config/global_record.h"
 #include "engine/complaints.h"

@@ -1,8 +1,8 @@
 #include "calendar/ephemerides.h"
 #include "cli/commands.h"
-#include "cli/json.h"
 #include "cli/moment.h"
 #include "cli/zone.h"
+#include "commands/json.h"
 #include "core/numbers.h"
 
 #include <ostream>

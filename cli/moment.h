@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/arguments.h"
+#include "cli/command.h"
 
 namespace quorvane::cli {
 

@@ -1,6 +1,6 @@
 #include "cli/commands.h"
-#include "cli/json.h"
 #include "cli/no_events.h"
+#include "commands/json.h"
 
 #include "engine/folder_scan.h"
 #include "platform/headless.h"

@@ -1,7 +1,7 @@
 #include "calendar/dates.h"
 #include "cli/batch.h"
 #include "cli/commands.h"
-#include "cli/json.h"
+#include "commands/json.h"
 
 #include <ostream>
 

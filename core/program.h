@@ -20,6 +20,9 @@ class Program {
     // The engine chooses the picture where `file` is empty; `mode` is a change_mode.
     virtual void ChangeWallpaper(const std::string& file, int mode) = 0;
 
+    // Looks for pictures in the sources, where a scan is due.
+    virtual void BuildFileList() = 0;
+
     // The record to the tree.
     virtual void WriteSettings() = 0;
 

@@ -1,10 +1,13 @@
 #include "entry/application.h"
 
+#include "commands/message.h"
+#include "commands/setting_values.h"
 #include "core/run_time_error.h"
 #include "diagnostics/frm_error.h"
 #include "diagnostics/system_survey.h"
 #include "entry/check_fonts.h"
 #include "entry/command_line.h"
+#include "platform/channel.h"
 #include "platform/desktop.h"
 #include "platform/drawing.h"
 #include "platform/event_loop.h"
@@ -94,10 +97,22 @@ void Application::RunStages() {
     platform_.events.Pump();
     splash_.Unload();
     record_.Main_Exec = false;
+    ListenToTheShell();
     if (!storeNote_.empty()) {
         platform_.events.Post(
             [this] { platform_.prompts.Message(storeNote_, Title, message_style::Warning); });
     }
+}
+
+// A failure of what the shell asked for is the shell's to hear of.
+void Application::ListenToTheShell() {
+    if (!platform_.channel) return;
+    platform_.channel->Listen([this](const std::string& question, const Channel::Reply& reply) {
+        commands::Place place{record_, Context(), platform_.system, this};
+        place.context.events = commands::RefusingEvents();
+        reply(commands::AnswerTo(question, place));
+        if (place.afterwards) platform_.events.Post(place.afterwards);
+    });
 }
 
 void Application::ShowBoxAndEnd(const std::string& text) {
@@ -137,6 +152,10 @@ void Application::AskToEnd() {
 
 void Application::ChangeWallpaper(const std::string& file, int mode) {
     engine_.ChangeWallpaper(file, mode);
+}
+
+void Application::BuildFileList() {
+    engine_.BuildFileList();
 }
 
 void Application::WriteSettings() {

@@ -34,6 +34,7 @@ class Application final : public Program {
     void Main();
 
     void ChangeWallpaper(const std::string& file, int mode) override;
+    void BuildFileList() override;
     void WriteSettings() override;
     void SaveAndEnd() override;
     void ReleaseAndEnd() override;
@@ -53,6 +54,7 @@ class Application final : public Program {
     void ReadLocale();
     void AskToEnd();
     SettingsContext Context();
+    void ListenToTheShell();
 
     const Platform platform_;
     std::string storeNote_;

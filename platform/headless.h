@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quorvane {
 
@@ -19,6 +20,9 @@ std::unique_ptr<Files> CreateFiles();
 std::unique_ptr<Drawing> CreateDrawing();
 std::unique_ptr<System> CreateSystem();
 std::unique_ptr<ChannelClient> CreateChannelClient();
+// Goes on as the program of this name that lies beside this one, with these words behind its name. Comes back
+// where there is none, and on systems where a program cannot do so.
+void BecomeProgram(const std::string& name, const std::vector<std::string>& words);
 // The person's stored tree. It always works. What `why` then holds has been said on standard error and is for
 // a box as well: that a damaged tree was set aside and a fresh one begun, or that nothing written will last
 // (Store::Lasting).

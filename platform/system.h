@@ -45,6 +45,10 @@ class System {
     virtual DateNames ShortDateNames() = 0;
     // Text in the system's single-byte code page as UTF-8. What stands for nothing there becomes U+FFFD.
     virtual std::string CodePageText(std::string_view bytes) = 0;
+    // What the desktop calls itself; empty where there is none.
+    virtual std::string DesktopName() = 0;
+    // The picture files that can be shown here, as a pattern for NamePattern: "*.bmp;*.jpg".
+    virtual std::string PicturePatterns() = 0;
     // Asks for a right of the process by its name; false where it is not granted.
     virtual bool EnablePrivilege(std::string_view name) = 0;
 

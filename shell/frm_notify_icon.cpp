@@ -1,6 +1,6 @@
 #include "shell/frm_notify_icon.h"
 
-#include "core/text.h"
+#include "engine/listed_files.h"
 #include "platform/tray.h"
 #include "shell/artwork.h"
 
@@ -11,13 +11,6 @@ namespace quorvane {
 namespace {
 
 constexpr const char* Title = "Quorvane II";
-
-ListedFile* FindFile(OneBased<ListedFile>& list, const std::string& path) {
-    for (ListedFile& file : list) {
-        if (SameName(file.Path, path)) return &file;
-    }
-    return nullptr;
-}
 
 } // namespace
 
@@ -95,18 +88,12 @@ void frmNotifyIcon::ChangeNow() {
 }
 
 void frmNotifyIcon::AddCurrentWallpaper(OneBased<ListedFile>& list) {
-    if (ListedFile* listed = FindFile(list, record_.LastSelectedWallpaper)) {
-        listed->Active = true;
-    } else if (!Trim(record_.LastSelectedWallpaper).empty()) { // there is one to add
-        list.Add({record_.LastSelectedWallpaper, true});
-    }
+    ListFile(list, record_.LastSelectedWallpaper);
     program_.WriteSettings();
 }
 
-// The row stays, switched off.
 void frmNotifyIcon::RemoveCurrentFromFavorites() {
-    if (ListedFile* listed = FindFile(record_.FavoritesSources, record_.LastSelectedWallpaper))
-        listed->Active = false;
+    SwitchOffFile(record_.FavoritesSources, record_.LastSelectedWallpaper);
     program_.WriteSettings();
 }
 

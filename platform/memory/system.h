@@ -28,6 +28,8 @@ class MemorySystem : public System {
             AppendLetter(text, static_cast<unsigned char>(byte));
         return text;
     }
+    std::string DesktopName() override { return desktopName; }
+    std::string PicturePatterns() override { return "*.bmp;*.jpg;*.png"; }
     bool EnablePrivilege(std::string_view name) override {
         calls_.Add("system.EnablePrivilege " + std::string(name));
         return !refusedPrivileges.contains(std::string(name));
@@ -42,6 +44,7 @@ class MemorySystem : public System {
     void Complain(std::string_view line) override { complaints.emplace_back(line); }
 
     VersionRecord version{148, 10, 0, 19045, 2, "", 0, ""};
+    std::string desktopName = "memory";
     std::string userName = "ann";
     std::string computerName = "workstation";
     std::string windowsDirectory = "/windows";

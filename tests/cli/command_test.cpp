@@ -1,6 +1,6 @@
 #include "cli/batch.h"
 #include "cli/command.h"
-#include "cli/json.h"
+#include "commands/json.h"
 #include "tests/cli/run.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "cli/json.h"
+#include "commands/json.h"
 #include "tests/cli/run.h"
 
 #include <gtest/gtest.h>

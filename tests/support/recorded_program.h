@@ -15,6 +15,7 @@ class RecordedProgram final : public Program {
     void ChangeWallpaper(const std::string& file, int mode) override {
         calls.Add("program.ChangeWallpaper " + std::to_string(mode) + (file.empty() ? "" : " ") + file);
     }
+    void BuildFileList() override { calls.Add("program.BuildFileList"); }
     void WriteSettings() override { calls.Add("program.WriteSettings"); }
     void SaveAndEnd() override { calls.Add("program.SaveAndEnd"); }
     void ReleaseAndEnd() override { calls.Add("program.ReleaseAndEnd"); }

@@ -4,11 +4,9 @@
 #include "core/utf8.h"
 #include "platform/headless.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
-#include <fontconfig/fontconfig.h>
 #include <fstream>
 #include <iconv.h>
 #include <iterator>
@@ -38,12 +36,6 @@ std::string OsReleaseText() {
 bool IsFolder(const char* path) {
     struct stat status {};
     return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-std::string FontFamily(FcPattern* pattern, int index) {
-    FcChar8* family = nullptr;
-    const bool found = FcPatternGetString(pattern, FC_FAMILY, index, &family) == FcResultMatch;
-    return found ? reinterpret_cast<const char*>(family) : "";
 }
 
 } // namespace
@@ -87,6 +79,11 @@ VersionRecord LinuxSystem::Version() {
     record.displayName = OsReleaseValue(OsReleaseText(), "PRETTY_NAME");
     if (record.displayName.empty()) record.displayName = std::string(kernel.sysname) + " " + kernel.release;
     return record;
+}
+
+std::string LinuxSystem::DesktopName() {
+    const char* name = std::getenv("XDG_CURRENT_DESKTOP");
+    return name ? name : "";
 }
 
 std::string LinuxSystem::UserName() {
@@ -150,44 +147,6 @@ DateNames LinuxSystem::ShortDateNames() {
     }
     freelocale(locale);
     return names;
-}
-
-std::vector<std::string> LinuxSystem::FontNames() {
-    std::vector<std::string> names;
-    FcPattern* all = FcPatternCreate();
-    FcObjectSet* wanted = FcObjectSetBuild(FC_FAMILY, nullptr);
-    if (FcFontSet* fonts = FcFontList(nullptr, all, wanted)) {
-        for (int font = 0; font < fonts->nfont; ++font) {
-            std::string name;
-            for (int i = 0; !(name = FontFamily(fonts->fonts[font], i)).empty(); ++i) {
-                names.push_back(name);
-            }
-        }
-        FcFontSetDestroy(fonts);
-    }
-    FcObjectSetDestroy(wanted);
-    FcPatternDestroy(all);
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return names;
-}
-
-bool LinuxSystem::SubstitutesFont(const std::string& family) {
-    FcPattern* wanted = FcPatternCreate();
-    FcPatternAddString(wanted, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
-    FcConfigSubstitute(nullptr, wanted, FcMatchPattern);
-    FcDefaultSubstitute(wanted);
-    FcResult result = FcResultNoMatch;
-    FcPattern* match = FcFontMatch(nullptr, wanted, &result);
-    const bool found = match && !FontFamily(match, 0).empty();
-    if (match) FcPatternDestroy(match);
-    FcPatternDestroy(wanted);
-    return found;
-}
-
-int LinuxSystem::AddFontFile(const std::string& path) {
-    if (access(path.c_str(), R_OK) != 0) return 0;
-    return FcConfigAppFontAddFile(nullptr, reinterpret_cast<const FcChar8*>(path.c_str())) ? 1 : 0;
 }
 
 void LinuxSystem::Complain(std::string_view line) {

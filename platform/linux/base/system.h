@@ -19,11 +19,16 @@ class LinuxSystem : public System {
     // That of LC_CTYPE; where it is UTF-8, the code page of Western Windows, in which such texts are handed
     // about.
     std::string CodePageText(std::string_view bytes) override;
+    std::string DesktopName() override;
+    std::string PicturePatterns() override {
+        return "*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.svg;*.tif;*.tiff;*.webp;*.wmf;*.emf";
+    }
     // A process has no such rights here; what they guard is asked of the log-on manager at its time.
     bool EnablePrivilege(std::string_view) override { return false; }
-    std::vector<std::string> FontNames() override;
-    bool SubstitutesFont(const std::string& family) override;
-    int AddFontFile(const std::string& path) override;
+    // Whoever draws knows the fonts (desktop/font_system.h); a program without a display has none.
+    std::vector<std::string> FontNames() override { return {}; }
+    bool SubstitutesFont(const std::string&) override { return false; }
+    int AddFontFile(const std::string&) override { return 0; }
     void Complain(std::string_view line) override;
 };
 

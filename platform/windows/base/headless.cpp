@@ -55,4 +55,6 @@ std::unique_ptr<Store> CreateScratchStore() {
     return scratch;
 }
 
+void BecomeProgram(const std::string&, const std::vector<std::string>&) {}
+
 } // namespace quorvane

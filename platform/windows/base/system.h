@@ -15,6 +15,10 @@ class WindowsSystem final : public System {
     std::string SystemWindowsDirectory() override;
     DateNames ShortDateNames() override;
     std::string CodePageText(std::string_view bytes) override;
+    std::string DesktopName() override { return "Windows"; }
+    std::string PicturePatterns() override {
+        return "*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.tif;*.tiff;*.wmf;*.emf";
+    }
     bool EnablePrivilege(std::string_view name) override;
     std::vector<std::string> FontNames() override;
     bool SubstitutesFont(const std::string& family) override;

@@ -29,7 +29,7 @@ try_desktop() { # NAME
         { echo "FAILED  $name: its packages can be installed" | tee "$out/$name/checks" && return; }
     work=$(mktemp -d)
     mkdir "$work/bin" "$work/out"
-    cp "$build/quorvane" "$build/quorvanectl" "$work/bin"
+    cp "$build/quorvane" "$build/quorvanectl"* "$work/bin"
     cp -r samples packaging/icons/quorvane.svg "$here"/*.sh "$here/watch.py" "$work"
     if [ -n "$user" ] && [ "$(id -u)" -eq 0 ]; then
         as_user=(setpriv --reuid="$user" --regid="$user" --clear-groups)

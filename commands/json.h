@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quorvane::cli {
+namespace quorvane::commands {
 
 // One JSON object on one line, keys in the order they were added.
 class JsonObject {
@@ -29,4 +29,4 @@ class JsonObject {
 // A JSON string with its quotes. Bytes that are no UTF-8 are written as U+FFFD.
 std::string JsonText(std::string_view text);
 
-} // namespace quorvane::cli
+} // namespace quorvane::commands

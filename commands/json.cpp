@@ -1,11 +1,11 @@
-#include "cli/json.h"
+#include "commands/json.h"
 
 #include "core/utf8.h"
 
 #include <algorithm>
 #include <charconv>
 
-namespace quorvane::cli {
+namespace quorvane::commands {
 namespace {
 
 void AppendEscaped(std::string& json, char c) {
@@ -115,4 +115,4 @@ JsonObject& JsonObject::Add(std::string_view key, const JsonObject& object) {
     return AddRaw(key, object.Text());
 }
 
-} // namespace quorvane::cli
+} // namespace quorvane::commands

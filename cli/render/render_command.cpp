@@ -1,6 +1,6 @@
 #include "cli/commands.h"
 #include "cli/engine_rig.h"
-#include "cli/json.h"
+#include "commands/json.h"
 #include "core/text.h"
 #include "engine/calendar_layer.h"
 #include "engine/composition.h"
@@ -107,12 +107,7 @@ int Render(const Arguments& arguments, Streams& streams) {
 } // namespace
 
 Command RenderCommand() {
-    return {"render",
-            "render [--json] --out FILE [--picture FILE] [--size WxH] [--at T] [--seed S] [--settings F] "
-            "[--set 'KEY\\NAME=DATA']...",
-            {"out", "picture", "size", "at", "seed", "settings", "set"},
-            {},
-            Render};
+    return RenderCommandThat(Render);
 }
 
 } // namespace quorvane::cli

@@ -1,9 +1,9 @@
-#include "cli/arguments.h"
+#include "commands/arguments.h"
 
 #include <algorithm>
 #include <charconv>
 
-namespace quorvane::cli {
+namespace quorvane::commands {
 namespace {
 
 bool Contains(const std::vector<std::string>& names, std::string_view name) {
@@ -35,7 +35,8 @@ std::optional<int> Field(std::string_view text, std::size_t start, std::size_t l
 } // namespace
 
 Arguments::Arguments(const std::vector<std::string>& words, const std::vector<std::string>& valued,
-                     const std::vector<std::string>& flags) {
+                     const std::vector<std::string>& flags)
+    : words_(words) {
     bool onlyInputs = false;
     for (std::size_t at = 0; at < words.size(); ++at) {
         const std::string& word = words[at];
@@ -148,4 +149,4 @@ std::optional<DateTime> ParseDateTime(std::string_view text) {
     return moment;
 }
 
-} // namespace quorvane::cli
+} // namespace quorvane::commands

@@ -10,7 +10,12 @@
 #include <string_view>
 #include <vector>
 
-namespace quorvane::cli {
+namespace quorvane::commands {
+
+// Exit statuses, the same for every command.
+inline constexpr int Done = 0;
+inline constexpr int Refused = 1;
+inline constexpr int WrongUsage = 2;
 
 // The command was called wrongly: said on standard error together with its usage line.
 class UsageError : public std::runtime_error {
@@ -34,6 +39,8 @@ class Arguments {
               const std::vector<std::string>& flags);
 
     const std::vector<std::string>& Inputs() const { return inputs_; }
+    // All words as they were given.
+    const std::vector<std::string>& Words() const { return words_; }
     // The one input that the command takes. Throws UsageError where there is none or more than one.
     const std::string& OnlyInput(std::string_view what) const;
     // For a command that takes no input. Throws UsageError where there is one.
@@ -55,10 +62,11 @@ class Arguments {
   private:
     std::multimap<std::string, std::string, std::less<>> options_;
     std::vector<std::string> inputs_;
+    std::vector<std::string> words_;
 };
 
 // "YYYY-MM-DD", or that and " HH:MM:SS"; empty for anything that is no date of the calendar.
 std::optional<DateTime> ParseDate(std::string_view text);
 std::optional<DateTime> ParseDateTime(std::string_view text);
 
-} // namespace quorvane::cli
+} // namespace quorvane::commands
