@@ -17,7 +17,8 @@ Command RenderCommandThat(std::function<int(const Arguments&, Streams&)> run) {
 
 std::vector<Command> AllCommands() {
     std::vector<Command> all{
-        CriteriaCommand(), SkyCommand(),  JulianCommand(), WeekCommand(),
+        CriteriaCommand(), SkyCommand(),  JulianCommand(), WeekCommand(),     MonthCommand(),
+        YearCommand(),     DaysCommand(), ZoneCommand(),   NoteCommand(),     CaptureNameCommand(),
         ScanCommand(),     DrawCommand(), RenderCommand(), SettingsCommand(),
     };
     for (const commands::RecordCommand& command : commands::RecordCommands()) {

@@ -14,6 +14,12 @@ Command CriteriaCommand();
 Command SkyCommand();
 Command JulianCommand();
 Command WeekCommand();
+Command MonthCommand();
+Command YearCommand();
+Command DaysCommand();
+Command ZoneCommand();
+Command NoteCommand();
+Command CaptureNameCommand();
 Command ScanCommand();
 Command DrawCommand();
 Command RenderCommand(); // in render/, or in render_beside/ where another program draws

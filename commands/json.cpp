@@ -115,4 +115,11 @@ JsonObject& JsonObject::Add(std::string_view key, const JsonObject& object) {
     return AddRaw(key, object.Text());
 }
 
+JsonObject& JsonObject::Add(std::string_view key, const std::vector<JsonObject>& objects) {
+    std::string json = "[";
+    for (const JsonObject& object : objects)
+        json += (json.size() > 1 ? ", " : "") + object.Text();
+    return AddRaw(key, json + "]");
+}
+
 } // namespace quorvane::commands

@@ -18,6 +18,7 @@ class JsonObject {
     JsonObject& Add(std::string_view key, bool value);
     JsonObject& Add(std::string_view key, const std::vector<std::string>& texts);
     JsonObject& Add(std::string_view key, const JsonObject& object);
+    JsonObject& Add(std::string_view key, const std::vector<JsonObject>& objects);
     std::string Text() const { return "{" + members_ + "}"; }
 
   private:
