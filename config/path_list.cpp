@@ -3,6 +3,7 @@
 #include "core/run_time_error.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace quorvane {
@@ -22,26 +23,37 @@ char* PathList::Reserve(std::size_t bytes) {
     return chunks_[end_ / ChunkSize].get() + end_ % ChunkSize;
 }
 
+std::uint32_t PathList::Keep(std::string_view text) {
+    char* place = Reserve(text.size() + 1);
+    *std::copy(text.begin(), text.end(), place) = 0;
+    const auto offset = static_cast<std::uint32_t>(end_);
+    end_ += text.size() + 1;
+    return offset;
+}
+
+std::string_view PathList::TextAt(std::uint32_t offset) const {
+    return chunks_[offset / ChunkSize].get() + offset % ChunkSize;
+}
+
 void PathList::Add(std::string_view folder, std::string_view name) {
-    const std::size_t bytes = folder.size() + name.size() + 1;
-    char* place = Reserve(bytes);
+    if (folders_.empty() || TextAt(folders_.back().path) != folder)
+        folders_.push_back({count_ + 1, Keep(folder)});
     if (count_ >= Capacity()) offsets_.emplace_back(new std::uint32_t[Growth]);
-    place = std::copy(folder.begin(), folder.end(), place);
-    place = std::copy(name.begin(), name.end(), place);
-    *place = 0;
     offsets_[static_cast<std::size_t>(count_ / Growth)][static_cast<std::size_t>(count_ % Growth)] =
-        static_cast<std::uint32_t>(end_);
-    end_ += bytes;
+        Keep(name);
     ++count_;
 }
 
-std::string_view PathList::operator[](std::int32_t index) const {
+std::string PathList::operator[](std::int32_t index) const {
     if (index == 0) return {};
     if (index < 0 || index > count_) throw RunTimeError::SubscriptOutOfRange();
+    const auto behind =
+        std::upper_bound(folders_.begin(), folders_.end(), index,
+                         [](std::int32_t at, const Folder& folder) { return at < folder.first; });
+    std::string path(TextAt(std::prev(behind)->path));
     const std::int32_t entry = index - 1;
-    const std::size_t offset =
-        offsets_[static_cast<std::size_t>(entry / Growth)][static_cast<std::size_t>(entry % Growth)];
-    return chunks_[offset / ChunkSize].get() + offset % ChunkSize;
+    return path.append(
+        TextAt(offsets_[static_cast<std::size_t>(entry / Growth)][static_cast<std::size_t>(entry % Growth)]));
 }
 
 } // namespace quorvane

@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/shared/breather.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -27,16 +28,25 @@ class FolderScan {
         , target_(target) {}
 
     // The files of `path`, behind those of its subfolders, which are entered while `level` is greater than
-    // `depth`. `path` ends in a separator. False where a folder could not be read; the others are there.
+    // `depth`. `path` ends in a separator. A folder that links lead to in several ways gives its files once
+    // in the life of this object. False where a folder could not be read; the others are there.
     bool GetFiles(const std::string& path, const std::string& pattern, double level, int depth);
 
   private:
+    enum class Visit { First, Higher, Again };
+
+    Visit VisitOf(const FolderListing& listing, double level, int depth);
+    bool EnterFolders(const NameList& names, const std::string& path, const std::string& pattern,
+                      double level, int depth);
+    void AddFiles(const NameList& names, const std::string& path);
     std::size_t Counted(const NameList& names, const std::string& path);
 
     Files& files_;
     Breather& breather_;
     Complaints& complaints_;
     PathList& target_;
+    FolderListing listing_;               // used again and again, so that it is made once
+    std::map<FolderIdentity, int> depth_; // at which each folder was entered
 };
 
 } // namespace quorvane

@@ -36,11 +36,11 @@ std::string Selection::DrawCandidate() {
     int hits = 0;
     int repeats = 0;
     for (;;) {
-        const std::string_view candidate = record_.Wallpapers[RandomIndex(record_.Wallpapers_Cnt())];
+        std::string candidate = record_.Wallpapers[RandomIndex(record_.Wallpapers_Cnt())];
         if (blacklist.Holds(candidate)) {
             if (++hits == CandidateHits) return {};
         } else if (candidate != record_.LastSelectedWallpaper) {
-            return std::string(candidate);
+            return candidate;
         } else if (record_.Wallpapers_Cnt() == 1) {
             return {};
         } else if (++repeats == RepeatsBeforeDoubt && !AnyCandidateCanBeChosen(blacklist)) {

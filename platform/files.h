@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quorvane {
@@ -29,9 +30,13 @@ class NameList {
     std::vector<std::uint32_t> starts_;
 };
 
+// Tells a folder from every other of the machine, whatever path leads to it.
+using FolderIdentity = std::pair<std::uint64_t, std::uint64_t>;
+
 struct FolderListing {
     NameList folders;
     NameList files;
+    std::optional<FolderIdentity> identity; // where the system tells it
 };
 
 // A new content for a file, written beside it and moved over it by Commit. Until then, and where Commit fails

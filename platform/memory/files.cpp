@@ -64,6 +64,8 @@ MemoryFiles::Folder* MemoryFiles::Find(const std::string& path) {
         const auto found = folder->folders.find(name);
         if (found == folder->folders.end()) return nullptr;
         folder = &found->second;
+        if (!folder->target.empty()) folder = Find(folder->target);
+        if (!folder) return nullptr;
     }
     return folder;
 }
@@ -85,6 +87,10 @@ void MemoryFiles::PutFolder(const std::string& path) {
     Make(path);
 }
 
+void MemoryFiles::PutLink(const std::string& path, const std::string& target) {
+    Make(path).target = target;
+}
+
 void MemoryFiles::RemoveFolder(const std::string& path) {
     const Place place = PlaceOf(path);
     if (Folder* above = Find(place.folder)) above->folders.erase(place.name);
@@ -93,15 +99,19 @@ void MemoryFiles::RemoveFolder(const std::string& path) {
 bool MemoryFiles::List(const std::string& folder, std::string_view pattern, FolderListing& out) {
     out.folders.Clear();
     out.files.Clear();
+    out.identity.reset();
     std::string path = folder;
     while (!path.empty() && path.back() == separator_)
         path.pop_back();
     if (onList) onList(path);
-    const Folder* found = Find(path);
+    const Folder* found = folder.empty() ? nullptr : Find(path);
     if (!found || unreadable.count(path) > 0) return false;
     for (const auto& [name, below] : found->folders) {
-        out.folders.Add(name);
+        const bool leadsBack =
+            !below.target.empty() && (path + separator_).starts_with(below.target + separator_);
+        if (!leadsBack) out.folders.Add(name);
     }
+    out.identity.emplace(1, reinterpret_cast<std::uintptr_t>(found));
     const NamePattern fits(pattern);
     for (const auto& [name, content] : found->files) {
         if (fits.Fits(name)) out.files.Add(name);

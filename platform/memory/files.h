@@ -19,6 +19,8 @@ class MemoryFiles final : public Files {
     void Put(const std::string& path, std::string content = {});
     void PutFolder(const std::string& path);
     void RemoveFolder(const std::string& path);
+    // A link to a folder, which need not be there.
+    void PutLink(const std::string& path, const std::string& target);
 
     char Separator() const override { return separator_; }
     bool List(const std::string& folder, std::string_view pattern, FolderListing& out) override;
@@ -46,6 +48,7 @@ class MemoryFiles final : public Files {
     struct Folder {
         std::map<std::string, Folder> folders;
         std::map<std::string, std::string> files;
+        std::string target; // of a link
     };
     // A path parted into the folder that it lies in and its last name.
     struct Place {

@@ -81,6 +81,28 @@ TEST_F(FileListTest, SourcesCountInOrderTwiceIfListedTwiceAndOnlyIfActive) {
     EXPECT_EQ(record_.Wallpapers_Max_Cnt(), 0);
 }
 
+TEST_F(FileListTest, FoldersLinkedAmongEachOtherCountOnceForASource) {
+    files_.Put("/other/deep/g.jpg");
+    files_.Put("/other/deep/er/h.jpg");
+    for (const char* from : {"/pics", "/pics/one", "/other", "/other/deep"}) {
+        files_.PutLink(std::string(from) + "/x", "/other");
+        files_.PutLink(std::string(from) + "/y", "/other/deep");
+    }
+    AddSource("/pics", "*.jpg", "inf");
+    Paths found = Rescan();
+    EXPECT_EQ(found.size(), 7U) << "each file in one place";
+    AddSource("/pics", "*.jpg", "inf");
+    EXPECT_EQ(Rescan().size(), 14U) << "but in each source";
+
+    // Less deep on the second road, which alone leads to the last file.
+    record_.WallpaperSources.Clear();
+    AddSource("/start", "*.jpg", "2");
+    files_.PutFolder("/start/a");
+    files_.PutLink("/start/a/link", "/other/deep");
+    files_.PutLink("/start/b", "/other/deep");
+    EXPECT_EQ(Rescan(), (Paths{"/start/a/link/g.jpg", "/start/b/er/h.jpg", "/start/b/x/f.jpg"}));
+}
+
 TEST_F(FileListTest, AFolderThatIsGoneMakesTheResultFalseAndTheRestGoesOn) {
     AddSource("/pics/one", "*.jpg", "inf");
     AddSource("/gone", "*.jpg", "0");

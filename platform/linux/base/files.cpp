@@ -211,8 +211,11 @@ class LinuxFileWriter final : public FileWriter {
 bool LinuxFiles::List(const std::string& folder, std::string_view pattern, FolderListing& out) {
     out.folders.Clear();
     out.files.Clear();
+    out.identity.reset();
     DIR* listing = opendir(folder.c_str());
     if (!listing) return false;
+    struct stat status {};
+    if (fstat(dirfd(listing), &status) == 0) out.identity.emplace(status.st_dev, status.st_ino);
     EntrySorter sorter(folder, dirfd(listing));
     const NamePattern fits(pattern);
     const dirent* entry = nullptr;

@@ -118,11 +118,23 @@ void RemoveLeftOvers(const std::wstring& stem) {
     FindClose(search);
 }
 
+// A folder's own handle, links followed.
+HANDLE OpenFolder(const std::wstring& folder) {
+    return CreateFileW(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+std::optional<FolderIdentity> IdentityOf(const std::wstring& folder) {
+    const FileHandle handle(OpenFolder(folder));
+    BY_HANDLE_FILE_INFORMATION known{};
+    if (!handle.IsOpen() || !GetFileInformationByHandle(handle.Get(), &known)) return std::nullopt;
+    const std::uint64_t number = (std::uint64_t{known.nFileIndexHigh} << 32) | known.nFileIndexLow;
+    return FolderIdentity(known.dwVolumeSerialNumber, number);
+}
+
 // Where a folder really lies, links resolved; empty where the system does not tell.
 std::wstring RealPath(const std::wstring& folder) {
-    const FileHandle handle(CreateFileW(folder.c_str(), 0,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    const FileHandle handle(OpenFolder(folder));
     if (!handle.IsOpen()) return {};
     const DWORD room = GetFinalPathNameByHandleW(handle.Get(), nullptr, 0, 0);
     std::wstring path(room, L'\0');
@@ -152,6 +164,7 @@ bool IsFolder(const std::wstring& path) {
 bool WindowsFiles::List(const std::string& folder, std::string_view pattern, FolderListing& out) {
     out.folders.Clear();
     out.files.Clear();
+    out.identity.reset();
     if (folder.empty()) return false;
     std::wstring path = WidePath(folder);
     while (path.ends_with(L'\\') || path.ends_with(L'/'))
@@ -161,6 +174,7 @@ bool WindowsFiles::List(const std::string& folder, std::string_view pattern, Fol
     const HANDLE search = FindFirstFileExW((path + L"\\*").c_str(), FindExInfoBasic, &found,
                                            FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
     if (search == INVALID_HANDLE_VALUE) return false;
+    out.identity = IdentityOf(path);
     const NamePattern fits(pattern);
     do {
         const std::wstring_view wideName = found.cFileName;

@@ -1,12 +1,8 @@
-// One contract for the files of the machine and those in memory, and what only a real file system can show.
 #include "platform/linux/base/base_folders.h"
 #include "platform/linux/base/files.h"
-#include "platform/memory/files.h"
+#include "tests/contracts/files_contract.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -22,71 +18,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> Sorted(const NameList& names) {
-    std::vector<std::string> result;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        result.emplace_back(names[i]);
-    }
-    std::sort(result.begin(), result.end());
-    return result;
-}
+class LinuxFilesMaker {
+  public:
+    Files& Service() { return files_; }
+    std::string Root() const { return folder_.Path().string(); }
 
-using Names = std::vector<std::string>;
+  private:
+    test::TemporaryFolder folder_;
+    LinuxFiles files_;
+};
 
-bool Store(Files& files, const std::string& path, const std::string& content) {
-    std::string why;
-    const auto writer = files.Replace(path, why);
-    return writer && writer->Write(content.data(), content.size()) && writer->Commit();
-}
-
-// `root` is an empty folder.
-void CheckContract(Files& files, const std::string& root) {
-    FolderListing listing;
-    EXPECT_FALSE(files.List(root + "/gone", "*.*", listing));
-    EXPECT_TRUE(files.MakeFolder(root + "/a/b"));
-    EXPECT_TRUE(files.MakeFolder(root + "/a/b")) << "it stands already";
-    EXPECT_FALSE(Store(files, root + "/none/x", "no folder to be in"));
-    for (const char* name : {"one.JPG", "two.png", ".hidden.jpg", "no point"}) {
-        EXPECT_TRUE(Store(files, root + "/a/" + name, name));
-    }
-    EXPECT_TRUE(files.List(root + "/a", "*.jpg;*.JPEG;o*", listing));
-    EXPECT_EQ(Sorted(listing.files), (Names{".hidden.jpg", "one.JPG"}));
-    EXPECT_EQ(Sorted(listing.folders), Names{"b"}) << "no pattern counts for folders";
-    EXPECT_TRUE(files.List(root + "/a/", "*.*", listing)) << "a separator at the end is as good as none";
-    EXPECT_EQ(listing.files.size(), 4U);
-
-    EXPECT_TRUE(files.Exists(root + "/a"));
-    EXPECT_TRUE(files.Exists(root + "/a/two.png"));
-    EXPECT_FALSE(files.Exists(root + "/a/Two.png"));
-    EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png");
-    EXPECT_EQ(files.Read(root + "/a"), std::nullopt);
-    {
-        std::string why;
-        const auto abandoned = files.Replace(root + "/a/two.png", why);
-        ASSERT_TRUE(abandoned);
-        EXPECT_TRUE(abandoned->Write("half", 4));
-        EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png") << "until it is committed";
-    }
-    EXPECT_EQ(files.Read(root + "/a/two.png"), "two.png");
-    EXPECT_TRUE(Store(files, root + "/a/two.png", std::string("\0new", 4)));
-    EXPECT_EQ(files.Read(root + "/a/two.png"), std::string("\0new", 4));
-    EXPECT_TRUE(files.Delete(root + "/a/two.png"));
-    EXPECT_FALSE(files.Delete(root + "/a/two.png"));
-    EXPECT_TRUE(files.List(root + "/a", "*", listing));
-    EXPECT_EQ(listing.files.size(), 3U) << "nothing temporary stays behind";
-}
-
-TEST(Files, ContractInMemory) {
-    MemoryFiles files;
-    files.PutFolder("/tree");
-    CheckContract(files, "/tree");
-}
-
-TEST(Files, ContractOnTheMachine) {
-    const test::TemporaryFolder folder;
-    LinuxFiles files;
-    CheckContract(files, folder.Path().string());
-}
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, FilesContract, LinuxFilesMaker);
 
 TEST(LinuxFiles, LinksCountOnceAndNeverLeadRoundInACircle) {
     const test::TemporaryFolder folder;
@@ -121,10 +63,10 @@ TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
     LinuxFiles files;
     const std::string target = folder.Path().string() + "/real.bmp";
     const std::string link = folder.Path().string() + "/link.bmp";
-    ASSERT_TRUE(Store(files, target, "old"));
+    ASSERT_TRUE(StoreFile(files, target, "old"));
     fs::permissions(target, fs::perms(0640));
     fs::create_symlink("real.bmp", link);
-    EXPECT_TRUE(Store(files, link, "new"));
+    EXPECT_TRUE(StoreFile(files, link, "new"));
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(files.Read(target), "new");
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
@@ -137,7 +79,7 @@ TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
     const test::TemporaryFolder folder;
     LinuxFiles files;
     const std::string target = folder.Path().string() + "/Wallpaper.bmp";
-    ASSERT_TRUE(Store(files, target, "old"));
+    ASSERT_TRUE(StoreFile(files, target, "old"));
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     signal(SIGXFSZ, SIG_IGN);
@@ -182,7 +124,7 @@ TEST(LinuxFiles, WhatAKilledProcessLeftGoesWithTheNextSave) {
         return std::distance(fs::directory_iterator(folder.Path().string()), fs::directory_iterator());
     };
     EXPECT_EQ(count(), 2);
-    ASSERT_TRUE(Store(files, target, "new"));
+    ASSERT_TRUE(StoreFile(files, target, "new"));
     EXPECT_EQ(count(), 2) << "what is being written stays";
     EXPECT_TRUE(alive->Commit());
     EXPECT_EQ(count(), 1);
