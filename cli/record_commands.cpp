@@ -3,6 +3,7 @@
 #include "cli/batch.h"
 #include "cli/settings_source.h"
 #include "commands/message.h"
+#include "config/mend_lists.h"
 #include "platform/channel.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -66,6 +67,15 @@ Answer AskProgram(ChannelClient& client, std::int32_t process, const Question& q
     return *answer;
 }
 
+// The stored tree, for what changes it.
+std::unique_ptr<Store> OpenStoredTree() {
+    std::string why; // the platform has said it
+    auto store = CreateStore(why);
+    if (!store->Lasting()) throw RefusedInput("nothing was changed");
+    if (!why.empty()) MendLists(*store);
+    return store;
+}
+
 Answer RunOnTree(const Arguments& arguments, const Question& question) {
     const auto files = CreateFiles();
     const auto clock = CreateClock();
@@ -73,9 +83,7 @@ Answer RunOnTree(const Arguments& arguments, const Question& question) {
     const bool inMemory = arguments.Has("settings") || arguments.Has("set");
     if (inMemory && ChangesTheTree(arguments))
         throw UsageError("--settings and --set do not go with a change of the stored tree");
-    std::string why; // the platform has said it
-    const auto store = ChangesTheTree(arguments) ? CreateStore(why) : OpenSettings(arguments, *files);
-    if (ChangesTheTree(arguments) && !store->Lasting()) throw RefusedInput("nothing was changed");
+    const auto store = ChangesTheTree(arguments) ? OpenStoredTree() : OpenSettings(arguments, *files);
     GlobalRecord record;
     commands::Place place{record, ContextOf(*store, *files, *clock), *system};
     place.folder = question.folder;

@@ -2,6 +2,7 @@
 
 #include "commands/message.h"
 #include "commands/setting_values.h"
+#include "config/mend_lists.h"
 #include "core/run_time_error.h"
 #include "diagnostics/frm_error.h"
 #include "diagnostics/system_survey.h"
@@ -82,6 +83,7 @@ void Application::RunStages() {
     PresetRecord(record_, platform_.files);
     Bar(16);
     platform_.events.Pump();
+    if (!storeNote_.empty()) MendLists(platform_.store);
     ReadSettings(record_, Context(), platform_.prompts);
     // The person chooses a profile here.
     Bar(80);

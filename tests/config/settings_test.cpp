@@ -1,5 +1,6 @@
 #include "config/settings.h"
 
+#include "config/mend_lists.h"
 #include "config/reg_file.h"
 #include "config/registry.h"
 #include "config/schema_rows.h"
@@ -260,6 +261,32 @@ TEST_F(SettingsTest, MissingEntriesOfTheSourceListsAreReported) {
     EXPECT_EQ(settings.WallpaperSources[1], (WallpaperSource{"/a", false, "", ""}));
     EXPECT_EQ(settings.FavoritesSources[2], (ListedFile{"/f", false}));
     EXPECT_EQ(settings.BlacklistedSrcCnt(), 0);
+}
+
+TEST_F(SettingsTest, WhatDamageLeftOfAListClosesUp) {
+    Settings whole;
+    for (const char* path : {"/a", "/b", "/c"}) {
+        whole.WallpaperSources.Add({path, true, "*.jpg", "inf"});
+        whole.FavoritesSources.Add({path, true});
+        whole.BlacklistedSources.Add({path, true});
+    }
+    Write(whole);
+    const auto lose = [this](const std::string& group, const std::string& name) {
+        RegDeleteValue(machine.store, "", Hive::CurrentUser, Key(group), key_access::All, name);
+    };
+    lose("Wallpaper sources", "Wallpaper source #1 pattern");
+    lose("Favorites", "Is active favorites source #3"); // which has a default
+    lose("Blacklist", "Blacklisted sources counter");
+    lose("Blacklist", "Blacklisted source #3");
+    MendLists(machine.store);
+    const Settings mended = Read();
+    EXPECT_TRUE(errors.empty());
+    EXPECT_EQ(mended.WallpaperSrcCnt(), 2);
+    EXPECT_EQ(mended.WallpaperSources[1], whole.WallpaperSources[2]);
+    EXPECT_EQ(mended.WallpaperSources[2], whole.WallpaperSources[3]);
+    EXPECT_EQ(mended.FavoritesSrcCnt(), 3);
+    EXPECT_EQ(mended.FavoritesSources[3], (ListedFile{"/c", false}));
+    EXPECT_EQ(mended.BlacklistedSrcCnt(), 2);
 }
 
 TEST_F(SettingsTest, AnEndAnywhereInTheWritingLeavesATreeThatCanBeRead) {

@@ -1,0 +1,122 @@
+#include "config/mend_lists.h"
+
+#include "config/schema_walk.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+using Section = SettingSection<Settings>;
+
+const std::string Root(RootKey);
+
+struct EntryValue {
+    std::string key;
+    std::string name;
+    bool needed = false;
+};
+
+bool IsStored(Store& store, const EntryValue& value) {
+    StoredValue stored;
+    return store.Query({"", Hive::CurrentUser, value.key}, value.name, stored) == store_error::None;
+}
+
+void MoveValue(Store& store, const EntryValue& from, const EntryValue& to) {
+    StoredValue stored;
+    if (store.Query({"", Hive::CurrentUser, from.key}, from.name, stored) == store_error::None) {
+        store.Set({"", Hive::CurrentUser, to.key}, to.name, stored);
+    } else {
+        store.DeleteValue({"", Hive::CurrentUser, to.key}, to.name);
+    }
+}
+
+bool IsWhole(Store& store, const std::vector<EntryValue>& values) {
+    return std::all_of(values.begin(), values.end(),
+                       [&](const EntryValue& value) { return !value.needed || IsStored(store, value); });
+}
+
+// Closes the gaps of one list.
+class ListMender {
+  public:
+    ListMender(Store& store, const Section& section)
+        : store_(store)
+        , section_(section)
+        , list_(*section.list) {}
+
+    void Mend() {
+        const std::optional<std::int32_t> stored = StoredCount();
+        const std::int32_t count = std::min(stored ? *stored : EntriesInARow(), list_.most);
+        std::int32_t kept = 0;
+        for (std::int32_t i = 0; i < count; ++i) {
+            if (!IsWhole(store_, Entry(i))) continue;
+            if (kept < i) Move(i, kept);
+            ++kept;
+        }
+        if (kept != stored.value_or(0)) WriteCount(kept);
+    }
+
+  private:
+    std::vector<EntryValue> Entry(std::int32_t i) {
+        std::vector<EntryValue> values;
+        VisitEntry(section_, record_, list_.first + i, Root,
+                   [&](const auto& row, const std::string& key, const std::string& name, ValueAt) {
+                       values.push_back({key, name, row.onFailedRead == OnFailedRead::Report});
+                   });
+        return values;
+    }
+
+    void Move(std::int32_t from, std::int32_t to) {
+        const auto values = Entry(from);
+        const auto places = Entry(to);
+        for (std::size_t v = 0; v < values.size(); ++v)
+            MoveValue(store_, values[v], places[v]);
+    }
+
+    ValuePlace PlaceOf(const SettingCounter& counter, const std::string& key) {
+        return {store_, key, counter.name, {}};
+    }
+
+    std::optional<std::int32_t> StoredCount() {
+        const SettingCounter& counter = list_.counters.front();
+        const std::string key = Root + "\\" + counter.key;
+        std::int32_t count = 0;
+        if (!ReadValue(PlaceOf(counter, key), counter.form, &count)) return std::nullopt;
+        return count;
+    }
+
+    std::int32_t EntriesInARow() {
+        std::int32_t count = 0;
+        while (count < list_.most && IsWhole(store_, Entry(count)))
+            ++count;
+        return count;
+    }
+
+    void WriteCount(std::int32_t count) {
+        for (const SettingCounter& counter : list_.counters) {
+            const std::string key = Root + "\\" + counter.key;
+            WriteValue(PlaceOf(counter, key), counter.form, &count);
+        }
+    }
+
+    Store& store_;
+    const Section& section_;
+    const SettingList<Settings>& list_;
+    Settings record_; // the rows ask for one, and none of these looks at it
+};
+
+} // namespace
+
+void MendLists(Store& store) {
+    StoreBatch batch(store);
+    for (const Section& section : SettingsSchema()) {
+        const bool reports = std::any_of(section.rows.begin(), section.rows.end(), [](const auto& row) {
+            return row.onFailedRead == OnFailedRead::Report;
+        });
+        if (reports && section.list && !section.list->counters.empty()) ListMender(store, section).Mend();
+    }
+}
+
+} // namespace quorvane
