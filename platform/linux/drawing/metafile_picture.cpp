@@ -144,7 +144,7 @@ std::unique_ptr<LinuxPicture> OpenMetafile(const std::string& path, Metafile kin
     }
     if (!SensibleSize(size, why)) return nullptr;
     if (!gui.Ready()) {
-        why = "metafiles need fonts, which are not to be had here";
+        why = "no fonts are available";
         return nullptr;
     }
     return std::make_unique<MetafilePicture>(path, kind, size);

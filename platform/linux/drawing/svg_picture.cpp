@@ -129,7 +129,7 @@ bool PaintSvg(const QByteArray& svg, RowPainter& painter, std::string& why) {
 
 std::unique_ptr<LinuxPicture> OpenSvg(const std::string& path, GuiSession& gui, std::string& why) {
     if (!gui.Ready()) {
-        why = "drawings need fonts, which are not to be had here";
+        why = "no fonts are available";
         return nullptr;
     }
     QByteArray content;

@@ -50,6 +50,20 @@ QStringList FiltersOf(const std::string& filter) {
 
 } // namespace
 
+QtPrompts::QtPrompts(FormHost& host)
+    : host_(host) {
+    QCoreApplication::installTranslator(&words_);
+}
+
+QtPrompts::~QtPrompts() {
+    QCoreApplication::removeTranslator(&words_);
+}
+
+QString QtPrompts::ButtonWords::translate(const char*, const char* source, const char*, int) const {
+    const std::string_view word = source;
+    return word == "OK" ? QStringLiteral("Ok") : word == "&OK" ? QStringLiteral("&Ok") : QString();
+}
+
 Answer QtPrompts::Message(const std::string& text, const std::string& title, int style) {
     const QuestionStands stands(host_.Order());
     QMessageBox box(QApplication::activeWindow());

@@ -11,7 +11,9 @@
 #include "shell/frm_splash.h"
 #include "tests/support/process.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QMessageBox>
 #include <QWidget>
 #include <QWindow>
 #include <gtest/gtest.h>
@@ -113,6 +115,18 @@ TEST_F(Dialogues, AnInputBoxTakesKeysAndEnter) {
         Keys("Set timer", {"9", "0", "Return"});
     });
     EXPECT_EQ(box.Ask("Input timer value:", "Set timer", "00:10:00"), "90");
+}
+
+TEST_F(Dialogues, TheToolkitsBoxesSayOkAsTheOthersDo) {
+    QString word;
+    events_.StartTimer("press", 20, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        word = box->button(QMessageBox::Ok)->text().remove('&');
+        box->accept();
+    });
+    prompts_.Message("Done.", "Quorvane II", message_style::Information);
+    EXPECT_EQ(word, "Ok");
 }
 
 TEST_F(Dialogues, ASplashGoesWithAClick) {
