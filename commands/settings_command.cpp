@@ -106,13 +106,23 @@ std::string List(const Arguments& arguments, Place& place) {
     return out;
 }
 
-// A running program first writes what it has, so that the tree is the whole truth, and then takes it back.
+// A running program first writes what it has, so that the tree is the whole truth, and then takes it back;
+// where it could not start on that, its record stays and overwrites it.
 template<typename Change>
 void ChangeTree(Place& place, Change change) {
-    if (place.program) place.program->WriteSettings();
+    if (!place.program) return change(place.context.store);
+    place.program->WriteSettings();
     change(place.context.store);
-    if (!place.program) return;
-    ReadRecord(place.record, place.context);
+    Settings fresh = place.record;
+    try {
+        ReadRecord(fresh, place.context);
+    } catch (const RefusedInput&) {
+        place.program->WriteSettings();
+        throw;
+    }
+    if (fresh.ChangeWallpaperInterval != place.record.ChangeWallpaperInterval)
+        fresh.ChangeWallpaperIntervalCurrent = fresh.ChangeWallpaperInterval;
+    static_cast<Settings&>(place.record) = std::move(fresh);
     place.record.RESCANWALLPAPERSOURCESNOW = true;
 }
 

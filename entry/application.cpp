@@ -8,7 +8,6 @@
 #include "diagnostics/system_survey.h"
 #include "entry/check_fonts.h"
 #include "entry/command_line.h"
-#include "platform/channel.h"
 #include "platform/desktop.h"
 #include "platform/drawing.h"
 #include "platform/event_loop.h"
@@ -17,6 +16,7 @@
 #include "platform/session.h"
 #include "platform/system.h"
 
+#include <tuple>
 #include <utility>
 
 namespace quorvane {
@@ -84,6 +84,7 @@ void Application::RunStages() {
     Bar(16);
     platform_.events.Pump();
     if (!storeNote_.empty()) MendLists(platform_.store);
+    ListenToTheShell(); // from here on the record is the truth, not the tree
     ReadSettings(record_, Context(), platform_.prompts);
     // The person chooses a profile here.
     Bar(80);
@@ -99,22 +100,41 @@ void Application::RunStages() {
     platform_.events.Pump();
     splash_.Unload();
     record_.Main_Exec = false;
-    ListenToTheShell();
+    for (const auto& answer : std::exchange(questions_, {}))
+        platform_.events.Post(answer);
     if (!storeNote_.empty()) {
         platform_.events.Post(
             [this] { platform_.prompts.Message(storeNote_, Title, message_style::Warning); });
     }
 }
 
-// A failure of what the shell asked for is the shell's to hear of.
+// Who asks during the start waits for its end.
 void Application::ListenToTheShell() {
     if (!platform_.channel) return;
     platform_.channel->Listen([this](const std::string& question, const Channel::Reply& reply) {
-        commands::Place place{record_, Context(), platform_.system, this};
-        place.context.events = commands::RefusingEvents();
-        reply(commands::AnswerTo(question, place));
-        if (place.afterwards) platform_.events.Post(place.afterwards);
+        if (!record_.Main_Exec) return AnswerTheShell(question, reply);
+        questions_.push_back([this, question, reply] { AnswerTheShell(question, reply); });
     });
+}
+
+// A failure of what the shell asked for is the shell's to hear of.
+void Application::AnswerTheShell(const std::string& question, const Channel::Reply& reply) {
+    commands::Place place{record_, Context(), platform_.system, this};
+    place.context.events = commands::RefusingEvents();
+    const std::string language = record_.CurrentLanguage;
+    const auto handedOver = [this] {
+        return std::tuple(record_.Wallpaper, record_.WallpaperPosition,
+                          record_.SyncWithSystemDefaultWallpaper);
+    };
+    const auto before = handedOver();
+    reply(commands::AnswerTo(question, place));
+    if (place.afterwards) platform_.events.Post(place.afterwards);
+    if (locale_.Loaded() && record_.CurrentLanguage != language)
+        ChangeLocale(localeFiles_, record_.CurrentLanguage, platform_.files, platform_.system, locale_);
+    if (handedOver() != before) {
+        platform_.events.Post(
+            [this] { PublishWallpaper(record_, platform_.store, platform_.prompts, Context().events); });
+    }
 }
 
 void Application::ShowBoxAndEnd(const std::string& text) {

@@ -6,12 +6,14 @@
 #include "core/program.h"
 #include "engine/frm_engine.h"
 #include "locale/locale_files.h"
+#include "platform/channel.h"
 #include "platform/forms/form.h"
 #include "platform/platform.h"
 #include "shell/frm_notify_icon.h"
 #include "shell/frm_splash.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -55,12 +57,14 @@ class Application final : public Program {
     void AskToEnd();
     SettingsContext Context();
     void ListenToTheShell();
+    void AnswerTheShell(const std::string& question, const Channel::Reply& reply);
 
     const Platform platform_;
     std::string storeNote_;
     GlobalRecord record_;
     LocaleStrings locale_;
     std::vector<LocaleFile> localeFiles_;
+    std::vector<std::function<void()>> questions_; // of the shell, which wait for the end of the start
     Forms forms_;
     frmSplash splash_;
     frmNotifyIcon notifyIcon_;

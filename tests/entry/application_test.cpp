@@ -1,5 +1,6 @@
 #include "entry/application.h"
 
+#include "commands/message.h"
 #include "config/registry.h"
 #include "core/run_time_error.h"
 #include "entry/check_fonts.h"
@@ -241,6 +242,30 @@ TEST_F(ApplicationTest, TellsWhatHappenedToTheTreeOnceItRuns) {
     machine_.events.Pump();
     ASSERT_EQ(machine_.prompts.asked.size(), 1U);
     EXPECT_EQ(machine_.prompts.asked[0].text, "The settings were damaged.");
+}
+
+TEST_F(ApplicationTest, TheShellWaitsForTheStartAndWhatItSetsTakesEffect) {
+    const auto ask = [this](std::vector<std::string> words) {
+        return machine_.channel.Ask(commands::ToBytes(commands::Question{std::move(words), "/", {}}));
+    };
+    std::shared_ptr<std::optional<std::string>> early;
+    Start();
+    machine_.events.onPump = [&] {
+        if (!early && machine_.channel.Listening()) early = ask({"status", "--json"});
+    };
+    application_->Main();
+    ASSERT_TRUE(early);
+    EXPECT_FALSE(*early) << "not out of the middle of the start";
+    machine_.events.Pump();
+    ASSERT_TRUE(*early);
+    EXPECT_NE((*early)->find("\"candidates\": 2,"), std::string::npos) << **early;
+    const auto now = ask({"settings", "set", "General\\Wallpaper position", "3"});
+    EXPECT_EQ(commands::AnswerOf(now->value_or(""))->problem, "");
+    machine_.events.Pump();
+    std::string style;
+    RegReadValue(machine_.store, "", Hive::CurrentUser, "Control Panel\\Desktop", key_access::Read,
+                 "WallpaperStyle", style);
+    EXPECT_EQ(style, "2");
 }
 
 class CheckFontsTest : public ::testing::Test {

@@ -67,15 +67,15 @@ ChannelClient::Outcome LinuxChannelClient::Connect(int socket, const std::string
 
 std::vector<RunningCopy> LinuxChannelClient::Copies() {
     std::vector<RunningCopy> copies;
-    const auto folder = ChannelFolder();
-    DIR* entries = folder ? opendir(folder->c_str()) : nullptr;
+    const std::string folder = ChannelFolder();
+    DIR* entries = opendir(folder.c_str());
     if (!entries) return copies;
     while (const dirent* entry = readdir(entries)) {
         const std::int32_t process = ProcessOf(entry->d_name);
         struct stat file {};
         if (process == 0 || fstatat(dirfd(entries), entry->d_name, &file, AT_SYMLINK_NOFOLLOW) != 0) continue;
         const SocketHandle socket(NewSocket());
-        if (Connect(socket.Get(), SocketPath(*folder, process), steady_clock::now()) == Outcome::NotRunning)
+        if (Connect(socket.Get(), SocketPath(folder, process), steady_clock::now()) == Outcome::NotRunning)
             continue;
         copies.push_back({process, std::int64_t{file.st_mtim.tv_sec} * 1'000'000'000 + file.st_mtim.tv_nsec});
     }
@@ -88,11 +88,9 @@ std::vector<RunningCopy> LinuxChannelClient::Copies() {
 
 ChannelClient::Result LinuxChannelClient::Ask(std::int32_t process, const std::string& question,
                                               int patienceMilliseconds) {
-    const auto folder = ChannelFolder();
     const SocketHandle socket(NewSocket());
     const auto sendBy = steady_clock::now() + milliseconds(channel_limit::MilliSecondsBetween);
-    const Outcome found =
-        folder ? Connect(socket.Get(), SocketPath(*folder, process), sendBy) : Outcome::NotRunning;
+    const Outcome found = Connect(socket.Get(), SocketPath(ChannelFolder(), process), sendBy);
     if (found != Outcome::Answered) return {found, {}};
     MessageWriter writer(question);
     auto sent = writer.Write(socket.Get());

@@ -1,8 +1,12 @@
 #include "platform/linux/base/channel_socket.h"
 
+#include "platform/linux/base/base_folders.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -18,30 +22,36 @@ constexpr char MoreFollow = 1;
 constexpr char LastOne = 0;
 
 std::string BaseFolder() {
-    const auto variable = [](const char* name) {
-        const char* value = std::getenv(name);
-        return std::string(value && value[0] == '/' ? value : "");
-    };
-    if (const std::string runtime = variable("XDG_RUNTIME_DIR"); !runtime.empty()) return runtime;
-    if (const std::string state = variable("XDG_STATE_HOME"); !state.empty()) return state;
-    const std::string home = variable("HOME");
-    return home.empty() ? home : home + "/.local/state";
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    return runtime && runtime[0] == '/' ? runtime : StateFolder();
+}
+
+// The tree of settings as a short name: FNV-1a of the folder that holds it, in hexadecimal.
+std::string NameOfTree() {
+    std::error_code error;
+    const std::filesystem::path folder = ConfigFolder();
+    const std::string whole = std::filesystem::weakly_canonical(folder, error).string();
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const char byte : error ? folder.string() : whole)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
+    std::array<char, 16> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), hash, 16);
+    return {digits.data(), end.ptr};
 }
 
 } // namespace
 
-std::optional<std::string> ChannelFolder() {
-    const std::string base = BaseFolder();
-    if (base.empty()) return std::nullopt;
+std::string ChannelFolder() {
+    return BaseFolder() + "/quorvane/channel-" + NameOfTree();
+}
+
+bool MakeChannelFolder(const std::string& folder) {
     std::error_code error;
-    const std::string folder = base + "/quorvane/channel";
-    std::filesystem::create_directories(base + "/quorvane", error);
-    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return std::nullopt;
+    std::filesystem::create_directories(std::filesystem::path(folder).parent_path(), error);
+    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return false;
     struct stat found {};
-    if (lstat(folder.c_str(), &found) != 0 || !S_ISDIR(found.st_mode) || found.st_uid != geteuid())
-        return std::nullopt;
-    if ((found.st_mode & 0077) != 0 && chmod(folder.c_str(), 0700) != 0) return std::nullopt;
-    return folder;
+    return lstat(folder.c_str(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == geteuid() &&
+           chmod(folder.c_str(), 0700) == 0;
 }
 
 std::string SocketPath(const std::string& folder, int process) {

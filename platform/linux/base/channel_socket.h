@@ -15,8 +15,11 @@ namespace quorvane {
 // folder that nobody else may enter, and a message in packets, each with a byte in front that tells whether
 // more follow.
 
-// The folder, made where it is missing; nothing where no folder of the person's own can be had.
-std::optional<std::string> ChannelFolder();
+// The folder for the copies that work on this tree of settings, whether it is there or not: a program with
+// another tree is another program.
+std::string ChannelFolder();
+// Makes the folder where it is missing; false where it cannot be had for this person alone.
+bool MakeChannelFolder(const std::string& folder);
 
 // Nothing where the path is too long for a socket.
 std::optional<sockaddr_un> SocketAddress(const std::string& path);

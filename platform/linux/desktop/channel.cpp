@@ -82,10 +82,10 @@ LinuxChannel::~LinuxChannel() {
 
 bool LinuxChannel::Listen(std::function<void(std::string question, Reply reply)> handler) {
     Close();
-    const auto folder = ChannelFolder();
-    const std::string path = folder ? SocketPath(*folder, getpid()) : std::string();
+    const std::string folder = ChannelFolder();
+    const std::string path = SocketPath(folder, getpid());
     const auto address = SocketAddress(path);
-    if (!folder || !address) return false;
+    if (!address || !MakeChannelFolder(folder)) return false;
     const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     unlink(path.c_str()); // an earlier process of this number
     if (listener < 0 || bind(listener, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) != 0 ||

@@ -9,6 +9,7 @@ namespace quorvane {
 namespace {
 
 constexpr wchar_t ClientClass[] = L"QuorvaneQuestion";
+constexpr DWORD BusyMilliseconds = 5;
 
 // The window that one question is asked from and that its answer comes to.
 class Asker {
@@ -48,6 +49,18 @@ class Asker {
         return TRUE;
     }
 
+    // Others may stand in front, and there is nothing to wait on but the time.
+    bool Send(HWND copy, std::string& question, int milliseconds) {
+        const ULONGLONG deadline = GetTickCount64() + channel_limit::MilliSecondsBetween;
+        Sending sending = Sending::Busy;
+        while (sending == Sending::Busy && GetTickCount64() < deadline) {
+            sending = SendChannelMessage(window_, copy, channel_message::Question, question, SMTO_NORMAL,
+                                         milliseconds);
+            if (sending == Sending::Busy) Sleep(BusyMilliseconds);
+        }
+        return sending == Sending::Taken;
+    }
+
     HWND window_ = nullptr;
     HWND copy_ = nullptr;
     bool given_ = false;
@@ -61,9 +74,7 @@ ChannelClient::Result Asker::Ask(HWND copy, std::string question, int millisecon
     GetWindowThreadProcessId(copy, &id);
     const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
     const ULONGLONG deadline = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
-    const bool taken = SendChannelMessage(window_, copy, channel_message::Question, question, SMTO_NORMAL,
-                                          std::max(milliseconds, channel_limit::MilliSecondsBetween));
-    bool running = taken;
+    bool running = Send(copy, question, std::max(milliseconds, channel_limit::MilliSecondsBetween));
     while (running && !given_) {
         const ULONGLONG now = GetTickCount64();
         if (now >= deadline) break;
@@ -80,14 +91,15 @@ ChannelClient::Result Asker::Ask(HWND copy, std::string question, int millisecon
     return {Outcome::NoAnswer, {}};
 }
 
-// Calls `visit` with the window of each running copy until it answers true.
+// Calls `visit` with the window of each copy that listens until it answers true.
 template<typename Visit>
 void ForEachCopy(Visit visit) {
     HWND window = nullptr;
     while ((window = FindWindowExW(nullptr, window, channel_message::WindowClass, nullptr))) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-        if (IsOwnWindow(window) && visit(window, static_cast<std::int32_t>(process))) return;
+        const bool listens = GetPropW(window, channel_message::Listens) != nullptr;
+        if (listens && IsOwnWindow(window) && visit(window, static_cast<std::int32_t>(process))) return;
     }
 }
 
@@ -114,6 +126,7 @@ class WindowsChannelClient final : public ChannelClient {
     }
     Result Ask(std::int32_t process, const std::string& question, int patienceMilliseconds) override {
         Result result;
+        if (question.size() > channel_limit::MessageBytes) return {Outcome::NoAnswer, {}};
         ForEachCopy([&](HWND window, std::int32_t owner) {
             if (owner != process) return false;
             result = Asker().Ask(window, question, patienceMilliseconds);

@@ -24,14 +24,15 @@ std::vector<BYTE> PersonOf(HANDLE process) {
 
 } // namespace
 
-bool SendChannelMessage(HWND from, HWND to, ULONG_PTR kind, std::string& bytes, UINT flags,
-                        int milliseconds) {
+Sending SendChannelMessage(HWND from, HWND to, ULONG_PTR kind, std::string& bytes, UINT flags,
+                           int milliseconds) {
     COPYDATASTRUCT data{kind, static_cast<DWORD>(bytes.size()), bytes.data()};
-    DWORD_PTR taken = FALSE;
-    return SendMessageTimeoutW(to, WM_COPYDATA, reinterpret_cast<WPARAM>(from),
-                               reinterpret_cast<LPARAM>(&data), flags, static_cast<UINT>(milliseconds),
-                               &taken) != 0 &&
-           taken;
+    DWORD_PTR result = FALSE;
+    const LRESULT came =
+        SendMessageTimeoutW(to, WM_COPYDATA, reinterpret_cast<WPARAM>(from), reinterpret_cast<LPARAM>(&data),
+                            flags, static_cast<UINT>(milliseconds), &result);
+    if (came == 0 || result == FALSE) return Sending::Failed;
+    return result == static_cast<DWORD_PTR>(BusyResult) ? Sending::Busy : Sending::Taken;
 }
 
 bool IsOwnWindow(HWND window) {

@@ -12,11 +12,17 @@ namespace channel_message {
 inline constexpr wchar_t WindowClass[] = L"QuorvaneEvents"; // of the running copies
 inline constexpr ULONG_PTR Question = 0x51760001;
 inline constexpr ULONG_PTR Answer = 0x51760002;
-inline constexpr ULONG_PTR NoAnswer = 0x51760003; // the question is given up
+inline constexpr ULONG_PTR NoAnswer = 0x51760003;        // the question is given up
+inline constexpr wchar_t Listens[] = L"QuorvaneListens"; // a window property of the copies that answer
 } // namespace channel_message
 
-// Sends `bytes` as a message of `kind`; false where the other window did not take it in time.
-bool SendChannelMessage(HWND from, HWND to, ULONG_PTR kind, std::string& bytes, UINT flags, int milliseconds);
+// What became of a message. Busy: the other side has enough to do and may be asked again.
+enum class Sending { Failed, Taken, Busy };
+inline constexpr LRESULT BusyResult = 2; // of WM_COPYDATA
+
+// Sends `bytes` as a message of `kind`.
+Sending SendChannelMessage(HWND from, HWND to, ULONG_PTR kind, std::string& bytes, UINT flags,
+                           int milliseconds);
 
 // True where a window belongs to a process of this person.
 bool IsOwnWindow(HWND window);

@@ -81,6 +81,7 @@ WindowsChannel::WindowsChannel(WindowsEventLoop& events)
 }
 
 WindowsChannel::~WindowsChannel() {
+    Close();
     const ULONGLONG end = GetTickCount64() + LastWaitMilliseconds;
     while (open_->questions > 0 && GetTickCount64() < end)
         Sleep(1);
@@ -88,14 +89,20 @@ WindowsChannel::~WindowsChannel() {
 
 bool WindowsChannel::Listen(std::function<void(std::string question, Reply reply)> handler) {
     handler_ = std::move(handler);
-    return true;
+    return SetPropW(events_.Window(), channel_message::Listens, reinterpret_cast<HANDLE>(1)) != FALSE;
+}
+
+void WindowsChannel::Close() {
+    RemovePropW(events_.Window(), channel_message::Listens);
+    handler_ = nullptr;
 }
 
 LRESULT WindowsChannel::Take(HWND client, const COPYDATASTRUCT& data) {
     if (!handler_ || data.dwData != channel_message::Question || data.cbData > channel_limit::MessageBytes ||
-        open_->questions >= channel_limit::Questions || !IsOwnWindow(client)) {
+        !IsOwnWindow(client)) {
         return FALSE;
     }
+    if (open_->questions >= channel_limit::Questions) return BusyResult;
     std::string question(static_cast<const char*>(data.lpData), data.cbData);
     const auto ticket = std::make_shared<Ticket>(open_, events_.Window(), client);
     events_.Post([handler = handler_, ticket, question = std::move(question)] {

@@ -19,7 +19,7 @@ class WindowsChannel final : public Channel {
     ~WindowsChannel() override;
 
     bool Listen(std::function<void(std::string question, Reply reply)> handler) override;
-    void Close() override { handler_ = nullptr; }
+    void Close() override;
 
   private:
     class Ticket;

@@ -73,7 +73,7 @@ TEST_F(WindowsChannelTest, NoClientHoldsTheProgramUp) {
         std::string question = "hello";
         for (int i = 0; i < channel_limit::Questions + 4; ++i)
             taken += SendChannelMessage(deaf, loop_.Window(), channel_message::Question, question, SMTO_BLOCK,
-                                        5000);
+                                        5000) == Sending::Taken;
         SendChannelMessage(deaf, loop_.Window(), 77, question, SMTO_BLOCK, 5000);
         sent = true;
         while (!over)

@@ -82,6 +82,35 @@ until_true "The wallpaper file with a calendar" test -s "$home/Wallpaper.bmp"
 wine_run "$home/quorvanectl.exe" render --out "$home_windows\\rendered.bmp" \
     --picture "$home_windows\\pictures\\moonrise.png" --size 1024x768
 same "the calendar stands in the same place with the same letters" "$home/Wallpaper.bmp" "$home/rendered.bmp" 0
+
+# The running program, asked from a shell.
+says() { # TEXT WORDS...
+    local text=$1 said
+    shift
+    said=$(wine_run "$home/quorvanectl.exe" "$@" 2>&1 | tr -d '\r') || true
+    grep -qF "$text" <<<"$said" || fail "$* does not say $text: $said"
+    echo "ok: $*"
+}
+says '"candidates": 1,' status --json
+wine_run "$home/quorvanectl.exe" do favourite
+says moonrise.png favourites list
+has_value 'HKCU\Software\Quorvane\Favorites' 'Favorites source #1' moonrise.png
+ctl 'General\Week name' Asked
+has_value 'HKCU\Software\Quorvane\General' 'Week name' Asked
+answers_as() { # IS|IS-NOT PID: whether the copy of this number answers
+    local pid
+    pid=$(wine_run "$home/quorvanectl.exe" status --json | sed -n 's/^{"pid": \([0-9]*\),.*/\1/p')
+    [ -n "$pid" ] && if [ "$1" = IS ]; then [ "$pid" = "$2" ]; else [ "$pid" != "$2" ]; fi
+}
+first=$(wine_run "$home/quorvanectl.exe" status --json | sed 's/^{"pid": \([0-9]*\),.*/\1/')
+start_program
+until_true "The second copy" answers_as IS-NOT "$first"
+says moonrise.png favourites list --pid "$first"
+wine_run "$home/quorvanectl.exe" do exit
+until_true "The first copy, alone" answers_as IS "$first"
+says Asked settings get 'General\Week name'
 wine_run taskkill /im quorvane.exe /f >/dev/null
+says 'Quorvane is not running' status
+says Asked settings get 'General\Week name'
 has_value 'HKCU\Software\Quorvane\General' 'First RUN' False # a killed program leaves a whole tree
 echo "Windows: everything passed"

@@ -67,11 +67,7 @@ begin_session() {
 
 # The common settings of a person who has chosen a folder of pictures.
 choose_pictures() {
-    ctl 'Wallpaper sources\Wallpaper sources counter' 1
-    ctl 'Wallpaper sources\Wallpaper source #1' "$home_windows\\pictures\\"
-    ctl 'Wallpaper sources\Is active wallpaper source #1' True
-    ctl 'Wallpaper sources\Wallpaper source #1 pattern' '*.jpg;*.png;*.bmp;*.gif'
-    ctl 'Wallpaper sources\Wallpaper source #1 scan level' 0
+    wine_run "$home/quorvanectl.exe" sources add "$home_windows\\pictures"
     ctl 'General\First RUN' False
     ctl 'General\Change wallpaper at startup' 1
     ctl 'General\Use gradient background fill' 1

@@ -57,7 +57,7 @@ class LinuxChannelTest : public ::testing::Test {
     // A socket of this process's channel that nobody reads or writes.
     static int Connected() {
         const int client = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
-        const auto address = SocketAddress(SocketPath(*ChannelFolder(), getpid()));
+        const auto address = SocketAddress(SocketPath(ChannelFolder(), getpid()));
         EXPECT_EQ(connect(client, reinterpret_cast<const sockaddr*>(&*address), sizeof *address), 0);
         return client;
     }
@@ -141,7 +141,7 @@ TEST_F(LinuxChannelTest, TheNewestCopyStandsFirstAndAKilledOneIsGone) {
     if (other == 0) {
         // A copy that listens and never answers, as one that is stopped.
         const int listener = socket(AF_UNIX, SOCK_SEQPACKET, 0);
-        const auto address = SocketAddress(SocketPath(*ChannelFolder(), getpid()));
+        const auto address = SocketAddress(SocketPath(ChannelFolder(), getpid()));
         const bool good =
             bind(listener, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0 &&
             listen(listener, 5) == 0 && write(ready[1], "", 1) == 1;
@@ -161,7 +161,7 @@ TEST_F(LinuxChannelTest, TheNewestCopyStandsFirstAndAKilledOneIsGone) {
     copies = client->Copies();
     ASSERT_EQ(copies.size(), 1U);
     EXPECT_EQ(copies[0].process, getpid());
-    EXPECT_NE(access(SocketPath(*ChannelFolder(), other).c_str(), F_OK), 0) << "what it left is taken away";
+    EXPECT_NE(access(SocketPath(ChannelFolder(), other).c_str(), F_OK), 0) << "what it left is taken away";
     close(ready[0]);
     close(ready[1]);
 }
@@ -169,8 +169,12 @@ TEST_F(LinuxChannelTest, TheNewestCopyStandsFirstAndAKilledOneIsGone) {
 TEST_F(LinuxChannelTest, TheFolderIsThePersonsAlone) {
     Answer();
     struct stat found {};
-    ASSERT_EQ(stat(ChannelFolder()->c_str(), &found), 0);
+    ASSERT_EQ(stat(ChannelFolder().c_str(), &found), 0);
     EXPECT_EQ(found.st_mode & 0777, 0700U);
+    const std::string before = ChannelFolder();
+    setenv("XDG_CONFIG_HOME", "/elsewhere", 1);
+    EXPECT_NE(ChannelFolder(), before) << "another tree is another program";
+    unsetenv("XDG_CONFIG_HOME");
     channel_.Close();
     setenv("XDG_RUNTIME_DIR", "/proc/nowhere", 1);
     EXPECT_FALSE(channel_.Listen([](const std::string&, const Channel::Reply&) {}));
