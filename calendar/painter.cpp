@@ -270,7 +270,9 @@ class Painting {
 PixelRect PaintCalendar(const GlobalRecord& record, const Drawing& drawing, Surface& canvas,
                         const CalendarInputs& inputs) {
     const CalendarText text = DescribeCalendar(record, inputs);
-    DrawingBox box(canvas, drawing.TwipsPerPixelX(), drawing.TwipsPerPixelY());
+    const PixelSize whole = canvas.Size();
+    DrawingBox box(canvas, inputs.area.value_or(PixelRect{0, 0, whole.width, whole.height}),
+                   drawing.TwipsPerPixelX(), drawing.TwipsPerPixelY());
     const BlockSize size = Measuring(box, record).MeasureCalendar(text);
     return Painting(box, record, text, size).Paint();
 }

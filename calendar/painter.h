@@ -7,6 +7,8 @@
 #include "platform/clock.h"
 #include "platform/drawing.h"
 
+#include <optional>
+
 namespace quorvane {
 
 // What the calendar shows besides the settings.
@@ -17,6 +19,7 @@ struct CalendarInputs {
     RegionalValues regional;
     // The preview of the settings dialogue has no block of Sun and Moon and counts its weeks from January 1.
     bool preview = false;
+    std::optional<PixelRect> area = {}; // of the canvas that the calendar stands in; unset: all of it
 };
 
 // Draws the month calendar and, where the settings want it, the block of Sun and Moon below it on the canvas.

@@ -107,6 +107,7 @@ struct SettingSection {
     int bar = 0;                   // where the splash bar stands once it is read; 0 leaves it
     bool inProfiles = true;        // a profile holds it, too
     bool settlesAutostart = false; // the start at log-on is settled once it is written
+    bool onlyWhereSet = false;     // a value of 0 is written only over another that stands there
 };
 
 // In the order of reading and writing.

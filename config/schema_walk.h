@@ -134,9 +134,20 @@ class SchemaWriter {
   private:
     void WriteEntry(const SettingSection<Record>& section, std::int32_t entry) {
         VisitEntry(section, record_, entry, place_.root,
-                   [this](const auto& row, const std::string& key, const std::string& name, ValueAt at) {
-                       WriteOne(key, name, row.form, row.field(record_, at));
+                   [&](const auto& row, const std::string& key, const std::string& name, ValueAt at) {
+                       const FieldRef field = row.field(record_, at);
+                       if (section.onlyWhereSet && IsZero(field) && !Stands(key, name)) return;
+                       WriteOne(key, name, row.form, field);
                    });
+    }
+
+    static bool IsZero(FieldRef field) {
+        return std::visit([](auto* value) { return *value == std::remove_pointer_t<decltype(value)>{}; },
+                          field);
+    }
+    bool Stands(const std::string& key, const std::string& name) {
+        StoredValue value;
+        return place_.store.Query({"", Hive::CurrentUser, key}, name, value) == store_error::None;
     }
 
     Record& record_;

@@ -116,6 +116,9 @@ struct Settings {
     std::int32_t ShowAllWeekNumbers = 0;
     std::int32_t EphemeredesTextAlign = 0; // 0 left, 1 centre, 2 right
 
+    // Extras
+    bool KeepClearOfPanels = false;
+
     // Lists
     std::array<ScreenEvent, 4> ScreenEvents; // upper left, upper right, lower left, lower right
     OneBased<Note> Notes;

@@ -281,10 +281,12 @@ Section CustomDays() {
             .bar = 72};
 }
 
-// The choices that go beyond the system as it is described, one row each, 0 unless a person sets it. There is
-// none yet.
+// The choices that go beyond the system as it is described, one row each, 0 unless a person sets it.
 Section Extras() {
-    return {.key = "Extras"};
+    using R = Settings;
+    return {.key = "Extras",
+            .rows = {{"Keep clear of panels", Flag, Field(&R::KeepClearOfPanels), No}},
+            .onlyWhereSet = true};
 }
 
 } // namespace

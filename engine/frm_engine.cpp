@@ -29,10 +29,10 @@ frmEngine::frmEngine(Forms& forms, GlobalRecord& record, const Platform& platfor
     , complaints_(platform.system)
     , fileList_(record, platform.clock, platform.events, platform.files, complaints_)
     , selection_(record, fileList_, platform.clock, platform.random)
-    , composition_(
-          {record, fileList_, selection_, complaints_, platform.clock, platform.events, platform.drawing,
-           platform.random},
-          CalendarLayer(record, platform.clock, platform.drawing, platform.store, platform.system, locale)) {
+    , composition_({record, fileList_, selection_, complaints_, platform.clock, platform.events,
+                    platform.drawing, platform.random},
+                   CalendarLayer(record, platform.clock, platform.drawing, platform.store, platform.system,
+                                 locale, &platform.desktop)) {
     Timer1.onTimer = [this] { CountDownToChange(); };
     Timer2.onTimer = [this] { CountDownToRescan(); };
 }

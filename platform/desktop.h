@@ -25,6 +25,9 @@ class Desktop {
     virtual ~Desktop() = default;
 
     virtual PixelSize ScreenSize() = 0;
+    // What the desktop's panels leave free of the primary screen, in its pixels from its upper left corner;
+    // all of it where the desktop does not tell.
+    virtual PixelRect WorkArea() = 0;
     // Makes the bitmap file the wallpaper, now and at the next log-on. The style is the one published
     // beforehand as "WallpaperStyle" of "Control Panel\Desktop": "0" centred, "1" tiled, "2" stretched.
     virtual bool SetWallpaper(const std::string& path) = 0;

@@ -73,7 +73,7 @@ int Render(const Arguments& arguments, Streams& streams) {
     Composition composition(
         {rig.record, rig.fileList, rig.selection, rig.complaints, *rig.clock, rig.events, *drawing,
          rig.random},
-        CalendarLayer(rig.record, *rig.clock, *drawing, *rig.store, *rig.system, builtInWords));
+        CalendarLayer(rig.record, *rig.clock, *drawing, *rig.store, *rig.system, builtInWords, nullptr));
     const ComposedWallpaper composed = composition.Compose(picture, screen);
     if (!composed.canvas) throw RefusedInput("there is no memory for a canvas of that size");
     const std::int64_t start = rig.clock->Ticks();

@@ -11,6 +11,9 @@ class MemoryDesktop : public Desktop {
         : calls_(calls) {}
 
     PixelSize ScreenSize() override { return screenSize; }
+    PixelRect WorkArea() override {
+        return workArea.value_or(PixelRect{0, 0, screenSize.width, screenSize.height});
+    }
     bool SetWallpaper(const std::string& path) override {
         calls_.Add("desktop.SetWallpaper " + path);
         if (refuseWallpaper) return false;
@@ -30,6 +33,7 @@ class MemoryDesktop : public Desktop {
     }
 
     PixelSize screenSize{1024, 768};
+    std::optional<PixelRect> workArea; // unset: all of the screen
     std::optional<PixelPoint> pointer = PixelPoint{512, 384};
     std::function<std::unique_ptr<Surface>(CaptureArea)> capture; // unset: nothing can be seen
     bool refuseWallpaper = false;

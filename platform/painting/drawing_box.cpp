@@ -15,17 +15,22 @@ int Pixel(double twips, double twipsPerPixel) {
 
 } // namespace
 
-DrawingBox::DrawingBox(Surface& surface, double twipsPerPixelX, double twipsPerPixelY)
+DrawingBox::DrawingBox(Surface& surface, const PixelRect& area, double twipsPerPixelX, double twipsPerPixelY)
     : surface_(surface)
+    , area_(area)
     , twipsPerPixelX_(twipsPerPixelX)
     , twipsPerPixelY_(twipsPerPixelY) {}
 
+DrawingBox::DrawingBox(Surface& surface, double twipsPerPixelX, double twipsPerPixelY)
+    : DrawingBox(surface, {0, 0, surface.Size().width, surface.Size().height}, twipsPerPixelX,
+                 twipsPerPixelY) {}
+
 double DrawingBox::Width() const {
-    return surface_.Size().width * twipsPerPixelX_;
+    return area_.width * twipsPerPixelX_;
 }
 
 double DrawingBox::Height() const {
-    return surface_.Size().height * twipsPerPixelY_;
+    return area_.height * twipsPerPixelY_;
 }
 
 double DrawingBox::TextWidth(std::string_view text) const {
@@ -38,8 +43,8 @@ double DrawingBox::TextHeight() const {
 
 void DrawingBox::Print(std::string_view text) {
     if (text.empty()) return;
-    surface_.PrintText(Pixel(CurrentX, twipsPerPixelX_), Pixel(CurrentY, twipsPerPixelY_), Font, ForeColor,
-                       text);
+    surface_.PrintText(area_.x + Pixel(CurrentX, twipsPerPixelX_), area_.y + Pixel(CurrentY, twipsPerPixelY_),
+                       Font, ForeColor, text);
     CurrentX += TextWidth(text);
 }
 
@@ -56,7 +61,7 @@ void DrawingBox::FillBox(double left, double top, double right, double bottom, C
 PixelRect DrawingBox::Pixels(double left, double top, double right, double bottom) const {
     const int x = Pixel(left, twipsPerPixelX_);
     const int y = Pixel(top, twipsPerPixelY_);
-    return {x, y, Pixel(right, twipsPerPixelX_) - x, Pixel(bottom, twipsPerPixelY_) - y};
+    return {area_.x + x, area_.y + y, Pixel(right, twipsPerPixelX_) - x, Pixel(bottom, twipsPerPixelY_) - y};
 }
 
 } // namespace quorvane

@@ -7,13 +7,14 @@
 
 namespace quorvane {
 
-// The drawing side of a picture box: a surface seen in twips (1/1440 inch), with a font, a colour and a text
-// cursor in force. Positions are rounded to whole pixels when something is drawn; the cursor keeps its
-// fractions.
+// The drawing side of a picture box: an area of a surface seen in twips (1/1440 inch), with a font, a colour
+// and a text cursor in force. Nothing is cut at the area's edges. Positions are rounded to whole pixels when
+// something is drawn; the cursor keeps its fractions.
 class DrawingBox {
   public:
     // The surface must outlive the box. The cursor starts at the upper left corner.
-    DrawingBox(Surface& surface, double twipsPerPixelX, double twipsPerPixelY);
+    DrawingBox(Surface& surface, const PixelRect& area, double twipsPerPixelX, double twipsPerPixelY);
+    DrawingBox(Surface& surface, double twipsPerPixelX, double twipsPerPixelY); // all of it
 
     double Width() const;
     double Height() const;
@@ -30,7 +31,7 @@ class DrawingBox {
     // A filled rectangle from one corner up to the other. The cursor stays.
     void FillBox(double left, double top, double right, double bottom, Color color);
 
-    // The pixels that such a rectangle takes.
+    // The pixels of the surface that such a rectangle takes.
     PixelRect Pixels(double left, double top, double right, double bottom) const;
 
     double CurrentX = 0;
@@ -40,6 +41,7 @@ class DrawingBox {
 
   private:
     Surface& surface_;
+    PixelRect area_;
     double twipsPerPixelX_;
     double twipsPerPixelY_;
 };

@@ -115,6 +115,19 @@ TEST_F(PainterTest, NinePositions) {
     }
 }
 
+TEST_F(PainterTest, AnAreaIsACanvasOfItsOwn) {
+    record.Calendar_Position = 9;
+    record.Use_Calendar_Bkgrnd = 1;
+    const PixelRect whole = Paint();
+    const Printed caption = Find(Caption);
+    inputs.area = PixelRect{-50, -40, 1000, 800};
+    const PixelRect moved = Paint();
+    EXPECT_EQ(moved, (PixelRect{whole.x - 50, whole.y - 40, whole.width, whole.height}));
+    EXPECT_EQ(Find(Caption).x, caption.x - 50);
+    inputs.area = PixelRect{0, 0, 900, 770};
+    EXPECT_EQ(Paint().x, whole.x - 100) << "at the area's right edge";
+}
+
 TEST_F(PainterTest, EveryDayIsPaintedOnceInItsColumn) {
     for (int month = 1; month <= 12; ++month) {
         inputs.now = {2024, month, 1};

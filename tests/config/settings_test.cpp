@@ -326,6 +326,18 @@ TEST_F(SettingsTest, AShorterListLeavesItsOldValuesAndAnothersValuesStay) {
     EXPECT_EQ(Read().FavoritesSrcCnt(), 0);
 }
 
+TEST_F(SettingsTest, AnExtraThatNobodySetsLeavesNoTrace) {
+    Write(Read());
+    EXPECT_EQ(Tree().find("Extras"), std::string::npos);
+    Settings settings = Read();
+    settings.KeepClearOfPanels = true;
+    Write(settings);
+    EXPECT_TRUE(Read().KeepClearOfPanels);
+    settings.KeepClearOfPanels = false;
+    Write(settings);
+    EXPECT_FALSE(Read().KeepClearOfPanels) << "taken back";
+}
+
 TEST_F(SettingsTest, EventsRunAfterEachAlarmAndMayChangeTheList) {
     GlobalRecord record;
     record.AlarmRecords.Resize(3);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace quorvane {
 namespace {
@@ -67,6 +68,32 @@ TEST_F(EngineTest, LoadScansOnceAndTwiceWhereItChangesAtOnce) {
     EXPECT_EQ(record_.Wallpapers_Cnt(), 3) << "filled anew, not twice";
     EXPECT_EQ(Changes(), 1);
     EXPECT_FALSE(record_.RESCANWALLPAPERSOURCESNOW);
+}
+
+TEST_F(EngineTest, TheCalendarIsKeptClearOfPanelsWhereThatIsWanted) {
+    machine_.desktop.screenSize = {1000, 800};
+    record_.PaintCalendar = true;
+    record_.Calendar_Position = 1;
+    record_.CaptionFont.Size = record_.CalendarFont.Size = 8;
+    const auto paint = [this] {
+        machine_.drawing.log.clear();
+        engine_.ChangeWallpaper("/pics/a.png");
+        return machine_.drawing.log;
+    };
+    const std::vector<std::string> bare = paint();
+    machine_.desktop.workArea = PixelRect{100, 30, 900, 770};
+    EXPECT_EQ(paint(), bare) << "off: as if there were no panel";
+    record_.KeepClearOfPanels = true;
+    const std::vector<std::string> clear = paint();
+    machine_.desktop.workArea.reset();
+    const auto caption = [](const std::vector<std::string>& log) {
+        PixelPoint at;
+        for (const std::string& line : log) {
+            if (std::sscanf(line.c_str(), "text %d,%d", &at.x, &at.y) == 2) break;
+        }
+        return at;
+    };
+    EXPECT_EQ(caption(clear), (PixelPoint{caption(bare).x + 102, caption(bare).y + 32}));
 }
 
 TEST_F(EngineTest, ADayOfPeriodicChangesNeverShowsAPictureTwiceRunning) {

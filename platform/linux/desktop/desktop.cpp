@@ -4,8 +4,11 @@
 #include "platform/linux/base/base_folders.h"
 #include "platform/linux/desktop/outputs.h"
 #include "platform/linux/desktop/patience.h"
+#include "platform/linux/desktop/root_numbers.h"
 #include "platform/linux/desktop/root_pixmap.h"
 #include "platform/linux/desktop/wallpaper_table.h"
+#include "platform/linux/desktop/work_area.h"
+#include "platform/linux/desktop/xcb_reply.h"
 #include "platform/store.h"
 #include "platform/system.h"
 
@@ -15,13 +18,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <malloc.h>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 
 namespace {
 
-constexpr int HandoverMilliseconds = 10'000; // for all that a desktop is asked at one change
+constexpr int HandoverMilliseconds = 10'000; // for all that a desktop is asked at once
 constexpr int SettleMilliseconds = 300;
 
 bool IsX11() {
@@ -40,28 +42,10 @@ std::string PublishedStyle(Store& store) {
     return value.data.substr(0, value.data.find('\0'));
 }
 
-// As the window manager tells it on the root window; 1 where there is none.
+// 1 where no window manager tells.
 int WorkspaceCount() {
-    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-    int count = 1;
-    if (!xcb_connection_has_error(connection)) {
-        const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-        constexpr std::string_view Name = "_NET_NUMBER_OF_DESKTOPS";
-        xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
-            connection, xcb_intern_atom(connection, 1, Name.size(), Name.data()), nullptr);
-        xcb_get_property_reply_t* reply = nullptr;
-        if (atom) {
-            const auto asked =
-                xcb_get_property(connection, 0, screen->root, atom->atom, XCB_ATOM_CARDINAL, 0, 1);
-            reply = xcb_get_property_reply(connection, asked, nullptr);
-        }
-        if (reply && xcb_get_property_value_length(reply) == 4)
-            count = *static_cast<const std::int32_t*>(xcb_get_property_value(reply));
-        std::free(reply);
-        std::free(atom);
-    }
-    xcb_disconnect(connection);
-    return std::clamp(count, 1, 64);
+    const std::vector<std::int32_t> count = RootNumbers("_NET_NUMBER_OF_DESKTOPS");
+    return count.size() == 1 ? std::clamp(count[0], 1, 64) : 1;
 }
 
 std::vector<PixelRect> Places(const std::vector<Output>& outputs) {
@@ -93,6 +77,14 @@ PixelSize LinuxDesktop::ScreenSize() {
     if (!screen) return {};
     const QSizeF size = QSizeF(screen->size()) * screen->devicePixelRatio();
     return {qRound(size.width()), qRound(size.height())};
+}
+
+PixelRect LinuxDesktop::WorkArea() {
+    const std::vector<Output> outputs = FindOutputs();
+    const PixelSize size = ScreenSize();
+    if (outputs.empty()) return {0, 0, size.width, size.height};
+    Patience patience(events_, HandoverMilliseconds);
+    return FindWorkArea(outputs.front(), patience);
 }
 
 bool LinuxDesktop::SetWallpaper(const std::string& path) {
@@ -157,13 +149,11 @@ std::optional<PixelPoint> LinuxDesktop::PointerPosition() {
     if (!x11 || !screen || !Variable("WAYLAND_DISPLAY").empty()) return std::nullopt;
     xcb_connection_t* connection = x11->connection();
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_query_pointer_reply_t* pointer =
-        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr);
+    const auto pointer =
+        Own(xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr));
     if (!pointer) return std::nullopt;
     const QPoint place = screen->geometry().topLeft(); // in the machine's pixels at every scale
-    const PixelPoint at{pointer->root_x - place.x(), pointer->root_y - place.y()};
-    std::free(pointer);
-    return at;
+    return PixelPoint{pointer->root_x - place.x(), pointer->root_y - place.y()};
 }
 
 } // namespace quorvane

@@ -18,6 +18,7 @@ class LinuxDesktop final : public Desktop {
 
     // Of the primary screen, in its own pixels whatever scale is set.
     PixelSize ScreenSize() override;
+    PixelRect WorkArea() override;
     bool SetWallpaper(const std::string& path) override;
     void ShowBusyPointer(bool busy) override;
     // On X11 alone: what a Wayland session lets X programs know of the pointer is out of date.

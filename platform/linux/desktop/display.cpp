@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/display.h"
 
 #include "platform/linux/desktop/session.h"
+#include "platform/linux/desktop/xcb_reply.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,7 +14,6 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 
@@ -25,10 +25,7 @@ std::string Variable(const char* name) {
 }
 
 bool AnswersX() {
-    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-    const bool answers = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return answers;
+    return xcb_connection_has_error(ConnectToX().get()) == 0;
 }
 
 bool AnswersWayland(const std::string& name) {

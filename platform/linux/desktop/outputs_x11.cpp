@@ -1,22 +1,13 @@
 #include "platform/linux/desktop/outputs.h"
 
+#include "platform/linux/desktop/xcb_reply.h"
+
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <xcb/randr.h>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 
 namespace {
-
-template<typename T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-template<typename T>
-Reply<T> Own(T* reply) {
-    return {reply, &std::free};
-}
 
 std::string AtomName(xcb_connection_t* connection, xcb_atom_t atom) {
     const auto reply = Own(xcb_get_atom_name_reply(connection, xcb_get_atom_name(connection, atom), nullptr));
@@ -56,8 +47,7 @@ bool HasExtension(xcb_connection_t* connection) {
 } // namespace
 
 std::vector<Output> FindX11Outputs() {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-        xcb_connect(nullptr, nullptr), &xcb_disconnect);
+    const XConnection connection = ConnectToX();
     if (xcb_connection_has_error(connection.get())) return {};
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data;
     if (HasExtension(connection.get())) {

@@ -1,30 +1,20 @@
 #include "platform/linux/desktop/root_pixmap.h"
 
 #include "platform/linux/desktop/bitmap_rows.h"
+#include "platform/linux/desktop/xcb_reply.h"
 
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <optional>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 
 namespace {
-
-template<typename T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-template<typename T>
-Reply<T> Own(T* reply) {
-    return {reply, &std::free};
-}
 
 // Fills a row of what the root window is to show, as 0xFFRRGGBB; false where it cannot be had.
 using RowSource = std::function<bool(int y, QRgb* row)>;
@@ -68,7 +58,6 @@ class RootWindow {
   private:
     PixelForm Form() const;
     bool Send(xcb_pixmap_t pixmap, const RowSource& picture) const;
-    xcb_atom_t Atom(const char* name) const;
     std::optional<xcb_pixmap_t> PixmapOf(xcb_atom_t property) const;
 
     xcb_connection_t* connection_ = nullptr;
@@ -148,12 +137,6 @@ bool RootWindow::Send(xcb_pixmap_t pixmap, const RowSource& picture) const {
     return whole;
 }
 
-xcb_atom_t RootWindow::Atom(const char* name) const {
-    const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const auto reply = Own(xcb_intern_atom_reply(connection_, cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 std::optional<xcb_pixmap_t> RootWindow::PixmapOf(xcb_atom_t property) const {
     const auto cookie = xcb_get_property(connection_, 0, screen_->root, property, XCB_ATOM_PIXMAP, 0, 1);
     const auto reply = Own(xcb_get_property_reply(connection_, cookie, nullptr));
@@ -165,8 +148,8 @@ std::optional<xcb_pixmap_t> RootWindow::PixmapOf(xcb_atom_t property) const {
 // Both properties naming one pixmap means that it was left behind by a client that is gone, for its successor
 // to free; ending that client's resources is the only way to do it.
 bool RootWindow::Show(const RowSource& picture) {
-    const xcb_atom_t shown = Atom("_XROOTPMAP_ID");
-    const xcb_atom_t left = Atom("ESETROOT_PMAP_ID");
+    const xcb_atom_t shown = InternAtom(connection_, "_XROOTPMAP_ID");
+    const xcb_atom_t left = InternAtom(connection_, "ESETROOT_PMAP_ID");
     const auto before = PixmapOf(left);
     const bool ownerIsGone = before && before == PixmapOf(shown);
 

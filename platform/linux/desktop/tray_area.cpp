@@ -1,14 +1,14 @@
 #include "platform/linux/desktop/tray_area.h"
 
+#include "platform/linux/desktop/xcb_reply.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QGuiApplication>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 
@@ -37,16 +37,7 @@ QDBusMessage NameOwner(QLatin1String name) {
                     QLatin1String("org.freedesktop.DBus"), "GetNameOwner", {QString(name)});
 }
 
-xcb_atom_t Atom(xcb_connection_t* connection, std::string_view name) {
-    xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(
-        connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr);
-    const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    std::free(reply);
-    return atom;
-}
-
-xcb_connection_t* XConnection() {
+xcb_connection_t* ToolkitConnection() {
     const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->connection() : nullptr;
 }
@@ -108,10 +99,10 @@ void BusTrayArea::Answered() {
 
 WindowTrayArea::WindowTrayArea(std::function<void()> appeared)
     : appeared_(std::move(appeared)) {
-    xcb_connection_t* connection = XConnection();
+    xcb_connection_t* connection = ToolkitConnection();
     if (!connection) return;
-    manager_ = Atom(connection, "MANAGER");
-    selection_ = Atom(connection, "_NET_SYSTEM_TRAY_S0");
+    manager_ = InternAtom(connection, "MANAGER");
+    selection_ = InternAtom(connection, "_NET_SYSTEM_TRAY_S0");
     qApp->installNativeEventFilter(this);
 }
 
@@ -121,13 +112,11 @@ WindowTrayArea::~WindowTrayArea() {
 
 // Asked here and not of the toolkit, which asks the bus once and keeps to the first answer.
 bool WindowTrayArea::IsThere() const {
-    xcb_connection_t* connection = XConnection();
+    xcb_connection_t* connection = ToolkitConnection();
     if (!connection) return false;
-    xcb_get_selection_owner_reply_t* owner =
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection_), nullptr);
-    const bool isThere = owner && owner->owner != XCB_WINDOW_NONE;
-    std::free(owner);
-    return isThere;
+    const auto owner = Own(
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection_), nullptr));
+    return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 // The toolkit listens to the root window as well and has asked for what the announcement comes with.

@@ -9,6 +9,13 @@ PixelSize WindowsDesktop::ScreenSize() {
     return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
 }
 
+PixelRect WindowsDesktop::WorkArea() {
+    RECT area{};
+    if (!SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0))
+        return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    return {area.left, area.top, area.right - area.left, area.bottom - area.top};
+}
+
 bool WindowsDesktop::SetWallpaper(const std::string& path) {
     std::wstring wide = Wide(path);
     return SystemParametersInfoW(SPI_SETDESKWALLPAPER, 0, wide.data(), SPIF_UPDATEINIFILE);

@@ -148,6 +148,9 @@ TEST(WindowsSystem, TellsWhoAndWhereItIs) {
 TEST(WindowsDesktop, TakesABitmapAsWallpaper) {
     WindowsDesktop desktop;
     EXPECT_GE(desktop.ScreenSize().width, 320);
+    const PixelRect area = desktop.WorkArea();
+    EXPECT_GT(area.width, 0);
+    EXPECT_LE(area.x + area.width, desktop.ScreenSize().width);
     wchar_t before[MAX_PATH]{}, after[MAX_PATH]{};
     SystemParametersInfoW(SPI_GETDESKWALLPAPER, MAX_PATH, before, 0);
     EXPECT_TRUE(desktop.SetWallpaper("C:\\Обои.bmp"));

@@ -2,12 +2,11 @@
 
 #include "platform/linux/desktop/bitmap_rows.h"
 #include "platform/linux/desktop/outputs.h"
+#include "platform/linux/desktop/xcb_reply.h"
 #include "tests/support/virtual_screen.h"
 
 #include <cstdint>
 #include <gtest/gtest.h>
-#include <memory>
-#include <xcb/xcb.h>
 
 namespace quorvane {
 namespace {
@@ -38,30 +37,19 @@ class Looker {
     ~Looker() { xcb_disconnect(connection_); }
 
     std::uint32_t Property(const std::string& name) const {
-        std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
-            xcb_intern_atom_reply(
-                connection_,
-                xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-                nullptr),
-            &std::free);
-        std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-            xcb_get_property_reply(
-                connection_,
-                xcb_get_property(connection_, 0, screen_->root, atom->atom, XCB_ATOM_PIXMAP, 0, 1), nullptr),
-            &std::free);
+        const auto asked = xcb_get_property(connection_, 0, screen_->root, InternAtom(connection_, name),
+                                            XCB_ATOM_PIXMAP, 0, 1);
+        const auto reply = Own(xcb_get_property_reply(connection_, asked, nullptr));
         return reply && xcb_get_property_value_length(reply.get()) == 4
                    ? *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()))
                    : 0;
     }
     // A pixel of a drawable of 24 bits; nothing where the drawable is no more.
     std::optional<QRgb> Pixel(std::uint32_t drawable, int x, int y) const {
-        std::unique_ptr<xcb_get_image_reply_t, decltype(&std::free)> reply(
-            xcb_get_image_reply(connection_,
-                                xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable,
-                                              static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 1,
-                                              1, ~0U),
-                                nullptr),
-            &std::free);
+        const auto asked =
+            xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(x),
+                          static_cast<std::int16_t>(y), 1, 1, ~0U);
+        const auto reply = Own(xcb_get_image_reply(connection_, asked, nullptr));
         if (!reply) return std::nullopt;
         const std::uint8_t* bytes = xcb_get_image_data(reply.get());
         return qRgb(bytes[2], bytes[1], bytes[0]);
