@@ -4,6 +4,7 @@
 #include "platform/event_loop.h"
 #include "platform/forms/menu.h"
 #include "platform/linux/desktop/icon.h"
+#include "platform/linux/desktop/pointer_grab.h"
 #include "platform/linux/desktop/qt_menu.h"
 #include "platform/system.h"
 
@@ -21,8 +22,11 @@ constexpr int BalloonFlag = 16;
 constexpr int PatienceMilliseconds = 2000;
 // An area over D-Bus tells first that the menu is closed and then what was picked, or the other way round.
 constexpr int PickMilliseconds = 300;
-// Some never tell that the menu is closed.
-constexpr int OpenMilliseconds = 60'000;
+// Some tell that the menu is about to be shown when they only fetch it, along with the icon; some never tell
+// that it is closed.
+constexpr int FetchMilliseconds = 5000;
+constexpr int LookMilliseconds = 1000;   // between two looks at whether it is still open
+constexpr int OpenMilliseconds = 20'000; // for which it is taken to be so where that cannot be seen
 
 // At most `letters` of the text, line ends as the toolkit wants them.
 QString FieldText(const std::string& text, int letters) {
@@ -46,11 +50,13 @@ LinuxTray::LinuxTray(EventLoop& events, System& system)
     patience_.setSingleShot(true);
     patience_.setInterval(PatienceMilliseconds);
     QObject::connect(&patience_, &QTimer::timeout, [this] { ComplainOfNoArea(); });
-    for (auto [timer, milliseconds] : {std::pair(&closed_, PickMilliseconds), {&lost_, OpenMilliseconds}}) {
-        timer->setSingleShot(true);
-        timer->setInterval(milliseconds);
-        QObject::connect(timer, &QTimer::timeout, [this] { ReleaseTimers(); });
-    }
+    closed_.setSingleShot(true);
+    closed_.setInterval(PickMilliseconds);
+    QObject::connect(&closed_, &QTimer::timeout, [this] { ReleaseTimers(); });
+    look_.setInterval(LookMilliseconds);
+    QObject::connect(&look_, &QTimer::timeout, [this] {
+        if (!IsPointerGrabbed().value_or(!opened_.hasExpired(OpenMilliseconds))) ReleaseTimers();
+    });
 }
 
 LinuxTray::~LinuxTray() = default;
@@ -87,6 +93,7 @@ void LinuxTray::AppearWhereThereIsAnArea() {
     }
     Apply();
     icon_->show();
+    appeared_.start();
 }
 
 void LinuxTray::Apply() {
@@ -148,21 +155,25 @@ void LinuxTray::Popup(Menu& menu) {
     if (picked) Menu::Choose(*picked);
 }
 
+// An embedded icon's menu is the toolkit's own, which tells truly.
 void LinuxTray::HoldTimers() {
+    if (overBus_ && !appeared_.hasExpired(FetchMilliseconds)) return;
     if (!held_) held_.emplace(events_);
     closed_.stop();
-    lost_.start();
+    opened_.start();
+    if (overBus_) look_.start();
 }
 
 void LinuxTray::ReleaseTimers() {
     closed_.stop();
-    lost_.stop();
+    look_.stop();
     held_.reset();
 }
 
 // Areas over D-Bus know one kind of activation alone; two of them in quick succession are a double click,
 // except where the area waits for a double click itself.
 void LinuxTray::Activated(int reason) {
+    if (reason != QSystemTrayIcon::Context) ReleaseTimers(); // who presses the icon has no menu open
     switch (reason) {
     case QSystemTrayIcon::DoubleClick:
         lastActivation_.invalidate();

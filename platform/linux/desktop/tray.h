@@ -57,7 +57,9 @@ class LinuxTray final : public Tray {
     QTimer patience_;                // with an area that comes up together with the program
     std::optional<TimersHeld> held_; // while the icon's own menu is open
     QTimer closed_;                  // runs out a little after the menu's closing
-    QTimer lost_;                    // runs out where nobody tells of the closing
+    QTimer look_;                    // while it is open in an area over the bus
+    QElapsedTimer opened_;
+    QElapsedTimer appeared_;
     QElapsedTimer lastActivation_;
     std::function<void(int message)> handler_;
 };
