@@ -58,6 +58,20 @@ TEST_F(EndTest, ALogOffIsTheOrderlyExit) {
     ExpectSaved();
 }
 
+TEST_F(EndTest, ASessionManagerThatGoesAwayIsTheOrderlyExit) {
+    auto manager = std::make_unique<SessionManager>();
+    environment_.push_back("SESSION_MANAGER=" + manager->Address());
+    MakePictures();
+    Set("General", "Change wallpaper at startup", -1);
+    Start();
+    ASSERT_TRUE(manager->WaitForClient());
+    ASSERT_TRUE(WaitFor([&] { return manager->Serve(), !RootPixmap().empty(); }));
+    ASSERT_TRUE(WaitFor([this] { return !FindWindow([](const Place&) { return true; }); })) << "started";
+    manager.reset();
+    EXPECT_EQ(program_->WaitForEnd(), 0);
+    EXPECT_EQ(Get("General", "First RUN"), "False");
+}
+
 TEST_F(EndTest, ADisplayThatGoesAwayIsTheOrderlyExit) {
     StartAndChange();
     poll(nullptr, 0, 1200); // the countdown must have moved
