@@ -77,6 +77,11 @@ class ProgramTest : public ::testing::Test {
         command.insert(command.end(), arguments.begin(), arguments.end());
         program_ = std::make_unique<Process>(command, environment_, "/dev/null", folder_.Path() / "said");
     }
+    // Asks from a shell; the running program answers where there is one.
+    std::string Ctl(std::vector<std::string> words) const {
+        words.insert(words.begin(), QUORVANE_CTL);
+        return Output(words, environment_);
+    }
     std::string Said() const { return ReadWhole(folder_.Path() / "said"); }
 
     void StartDesktop() {

@@ -8,10 +8,6 @@ namespace {
 // The running program, asked from a shell.
 class ShellTest : public ProgramTest {
   protected:
-    std::string Ctl(std::vector<std::string> words) const {
-        words.insert(words.begin(), QUORVANE_CTL);
-        return Output(words, environment_);
-    }
     bool Answers(const Process& program) const {
         const std::string pid = "\"pid\": " + std::to_string(program.Id()) + ",";
         return WaitFor([&] {

@@ -1,9 +1,10 @@
 #include "platform/linux/desktop/event_loop.h"
 #include "platform/linux/desktop/session.h"
+#include "tests/support/process.h"
 
 #include <QCoreApplication>
+#include <atomic>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <string>
 #include <thread>
 
@@ -27,7 +28,10 @@ class DisplayEndDeathTest : public ::testing::Test {
         QtEventLoop loop;
         LinuxSession session(loop, 0, nullptr);
         std::string record = "read";
-        loop.StartTimer("tick", 1, [&] { record += '.'; });
+        loop.StartTimer("tick", 1, [&] {
+            record += '.';
+            ticks_ = true;
+        });
         session.OnEndRequest([&] {
             record += " saved";
             session.End(record.ends_with(" saved") ? 0 : 71);
@@ -35,6 +39,8 @@ class DisplayEndDeathTest : public ::testing::Test {
         beforeTheEvents(loop);
         _exit(loop.Run());
     }
+
+    static inline std::atomic<bool> ticks_ = false;
 };
 
 TEST_F(DisplayEndDeathTest, NoticedByAThreadOfTheToolkitItIsTheProgramsOwnThatSaves) {
@@ -42,7 +48,7 @@ TEST_F(DisplayEndDeathTest, NoticedByAThreadOfTheToolkitItIsTheProgramsOwnThatSa
         std::thread toolkit;
         RunProgram([&toolkit](QtEventLoop&) {
             toolkit = std::thread([] {
-                poll(nullptr, 0, 30); // while the program ticks
+                test::WaitFor([] { return ticks_.load(); });
                 NoticeThatTheDisplayIsGone();
             });
         });
