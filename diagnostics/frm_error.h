@@ -10,10 +10,12 @@
 
 namespace quorvane {
 
+struct GlobalRecord;
+
 // The dialogue that a failure ends in.
 class frmError : public Form {
   public:
-    frmError(Forms& forms, const Platform& platform);
+    frmError(Forms& forms, const GlobalRecord& record, const Platform& platform);
 
     // Shows the failure and waits until the dialogue is closed. "Close application" ends the process in the
     // middle of it, with nothing saved.
@@ -26,8 +28,11 @@ class frmError : public Form {
     Button Command1{*this, "Command1", {"Close application", 135}};
 
   private:
+    void DumpKernel();
     void CloseApplication();
 
+    std::string description_;
+    const GlobalRecord& record_;
     const Platform& platform_;
 };
 

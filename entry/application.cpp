@@ -197,7 +197,7 @@ void Application::ReleaseAndEnd() {
 }
 
 void Application::ShowErrorDialog(std::int32_t number, const std::string& description) {
-    frmError dialogue(forms_, platform_);
+    frmError dialogue(forms_, record_, platform_);
     dialogue.Ask(number, description);
     AskToEnd();
 }

@@ -186,10 +186,14 @@ TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsC
         Form* dialogue = application_->LoadedForms().Find("frmError");
         ASSERT_NE(dialogue, nullptr);
         shown = DumpForm(*dialogue);
+        MemoryFormView::Do(*dialogue, dialogue->FindControl("Command2"), act::Click{});
         MemoryFormView::Do(*dialogue, nullptr, act::CloseByFrame{});
     });
     Start();
     EXPECT_EQ(application_->Run(), 0);
+    ASSERT_EQ(machine_.prompts.asked.size(), 1U);
+    EXPECT_TRUE(
+        machine_.prompts.asked[0].text.starts_with("Kernel memory dump complete...\r\nDump file saved to ["));
     EXPECT_EQ(
         shown,
         "Form frmError \"Kerner error!\" #132\n"
@@ -197,7 +201,7 @@ TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsC
         "bold\n"
         "  Label Label2 \"Error code: 9\"\n"
         "  Label Label3 \"Subscript out of range\"\n"
-        "  Button Command2 \"Dump kernel\" #134 hidden\n"
+        "  Button Command2 \"Dump kernel\" #134\n"
         "  Button Command1 \"Close application\" #135\n");
     EXPECT_TRUE(WasSaved());
 }

@@ -168,7 +168,8 @@ TEST_F(Dialogues, AMessageAndAnErrorAreClosedByKeys) {
     });
     RunUntil([&] { return !message.IsVisible(); });
 
-    frmError error(forms_, platform_);
+    GlobalRecord record;
+    frmError error(forms_, record, platform_);
     OnceShown(error, [&] {
         Shoot("error");
         Keys("Kerner error!", {"alt+F4"});
