@@ -39,7 +39,8 @@ std::optional<std::string> ContentFor(const Arguments& arguments) {
     return CreateFiles()->Read(inputs[1]);
 }
 
-bool ChangesTheTree(const Arguments& arguments) {
+bool ChangesTheTree(const RecordCommand& command, const Arguments& arguments) {
+    if (command.changesNothing) return false;
     const Words& inputs = arguments.Inputs();
     return inputs.empty() || (inputs[0] != "get" && inputs[0] != "list");
 }
@@ -76,14 +77,15 @@ std::unique_ptr<Store> OpenStoredTree() {
     return store;
 }
 
-Answer RunOnTree(const Arguments& arguments, const Question& question) {
+Answer RunOnTree(const RecordCommand& command, const Arguments& arguments, const Question& question) {
     const auto files = CreateFiles();
     const auto clock = CreateClock();
     const auto system = CreateSystem();
     const bool inMemory = arguments.Has("settings") || arguments.Has("set");
-    if (inMemory && ChangesTheTree(arguments))
+    const bool changes = ChangesTheTree(command, arguments);
+    if (inMemory && changes)
         throw UsageError("--settings and --set do not go with a change of the stored tree");
-    const auto store = ChangesTheTree(arguments) ? OpenStoredTree() : OpenSettings(arguments, *files);
+    const auto store = changes ? OpenStoredTree() : OpenSettings(arguments, *files);
     GlobalRecord record;
     commands::Place place{record, ContextOf(*store, *files, *clock), *system};
     place.folder = question.folder;
@@ -137,7 +139,7 @@ int Run(const RecordCommand& command, const Arguments& arguments, Streams& strea
         throw RefusedInput("Quorvane is not running");
     Question question{WordsFor(command, arguments), PresentFolder(), ContentFor(arguments)};
     const auto carryOut = [&] {
-        return Print(copy ? AskProgram(*client, *copy, question) : RunOnTree(arguments, question),
+        return Print(copy ? AskProgram(*client, *copy, question) : RunOnTree(command, arguments, question),
                      arguments.ResultEnd(), streams);
     };
     std::string& last = question.words.back();

@@ -5,9 +5,9 @@
 namespace quorvane::commands {
 
 const std::vector<RecordCommand>& RecordCommands() {
-    static const std::vector<RecordCommand> commands{SettingsCommand(),   SourcesCommand(),
-                                                     FavouritesCommand(), BlacklistCommand(),
-                                                     StatusCommand(),     DoCommand()};
+    static const std::vector<RecordCommand> commands{
+        SettingsCommand(), SourcesCommand(), FavouritesCommand(), BlacklistCommand(),
+        StatusCommand(),   DoCommand(),      DumpCommand()};
     return commands;
 }
 

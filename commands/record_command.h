@@ -20,6 +20,7 @@ struct RecordCommand {
     Works works = Works::Anywhere;
     // What it prints, lines with their ends. May throw UsageError and RefusedInput.
     std::string (*run)(const Arguments&, Place&);
+    bool changesNothing = false; // of the record, whatever its words are
 };
 
 // In the order in which the usage lists them.
@@ -47,5 +48,6 @@ RecordCommand FavouritesCommand();
 RecordCommand BlacklistCommand();
 RecordCommand StatusCommand();
 RecordCommand DoCommand();
+RecordCommand DumpCommand();
 
 } // namespace quorvane::commands

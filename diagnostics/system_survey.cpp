@@ -107,14 +107,19 @@ std::string EditionName(std::uint16_t suiteMask) {
 }
 
 void DetectSystem(GlobalRecord& record, System& system, Session& session, Program& program) {
-    record.lpVersionInformation = system.Version();
-    const VersionRecord& version = record.lpVersionInformation;
-    const std::string name = SystemName(version);
-    if (name.empty() || (version.dwPlatformId < FamilyNt && !record.RunOnWin9x)) {
+    const VersionRecord version = system.Version();
+    if (SystemName(version).empty() || (version.dwPlatformId < FamilyNt && !record.RunOnWin9x)) {
+        record.lpVersionInformation = version;
         program.ShowErrorDialog(0, "This version OS isn't supported!");
         session.End(1);
     }
-    record.OS_Name = name;
+    SurveySystem(record, system);
+}
+
+void SurveySystem(GlobalRecord& record, System& system) {
+    record.lpVersionInformation = system.Version();
+    const VersionRecord& version = record.lpVersionInformation;
+    record.OS_Name = SystemName(version);
     for (const std::string& part : {EditionName(version.suiteMask), version.szCSDVersion}) {
         record.OS_Name += (part.empty() ? "" : " ") + part;
     }

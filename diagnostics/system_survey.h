@@ -14,6 +14,9 @@ class System;
 // below the NT family is refused, by the error dialogue and the end of the process, unless RunOnWin9x is set.
 void DetectSystem(GlobalRecord& record, System& system, Session& session, Program& program);
 
+// What of that is no decision: names, numbers and the people's names.
+void SurveySystem(GlobalRecord& record, System& system);
+
 // Asks for the rights of the shutting-down actions. What is refused is simply not held.
 void EnableProcessPrivileges(System& system);
 

@@ -86,5 +86,15 @@ TEST(ToolCommands, Answer) {
         EXPECT_EQ(RunWords(words).status, Refused) << words.back();
 }
 
+TEST(DumpCommand, WritesTheStateOfATree) {
+    const std::string dump = RunWords({"dump", "--number", "5", "--description", "Why", "--set",
+                                       "General\\Wallpaper position=4", "-"})
+                                 .out;
+    EXPECT_NE(dump.find("***ERROR CODE: 5\r\n***ERROR MESSAGE: Why\r\n"), std::string::npos);
+    EXPECT_NE(dump.find("\r\nWallpaperPosition: 4\r\n"), std::string::npos);
+    EXPECT_EQ(RunWords({"dump", "--set", "General\\Wallpaper position=4", "/nowhere/at/all"}).status,
+              Refused);
+}
+
 } // namespace
 } // namespace quorvane::cli
