@@ -1,5 +1,9 @@
 #include "commands/json.h"
+#include "platform/headless.h"
+#include "platform/painting/bitmap_file.h"
 #include "tests/cli/run.h"
+#include "tests/support/string_writer.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,11 +19,7 @@ namespace fs = std::filesystem;
 
 class EngineCommands : public testing::Test {
   protected:
-    EngineCommands()
-        : folder_(
-              fs::temp_directory_path() /
-              ("quorvane-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()))) {
-        fs::remove_all(folder_);
+    EngineCommands() {
         fs::create_directories(folder_ / "one" / "two");
         for (const char* name : {"a.JPG", "b.png", "one/c.jpg", "one/two/d.jpg"}) {
             std::ofstream(folder_ / name) << "no picture";
@@ -27,7 +27,6 @@ class EngineCommands : public testing::Test {
         // The defaults, whatever the person who runs the tests has stored.
         std::ofstream(folder_ / "none.reg") << "Windows Registry Editor Version 5.00\n";
     }
-    ~EngineCommands() override { fs::remove_all(folder_); }
 
     int Run(const std::vector<std::string>& words) {
         ran_ = RunWords(words);
@@ -36,7 +35,8 @@ class EngineCommands : public testing::Test {
 
     std::string Path(const std::string& name) const { return (folder_ / name).make_preferred().string(); }
 
-    fs::path folder_;
+    const test::TemporaryFolder own_;
+    const fs::path folder_ = own_.Path();
     Ran ran_;
 };
 
@@ -104,26 +104,6 @@ TEST_F(EngineCommands, DrawFollowsItsSeedAndNeverRepeats) {
     EXPECT_EQ(Run({"draw", "--count", "-1"}), WrongUsage);
 }
 
-// A bitmap file of one colour, 24 bits a pixel.
-void WriteBitmapFile(const fs::path& path, int width, int height, const char (&blueGreenRed)[4]) {
-    std::string row;
-    for (int x = 0; x < width; ++x) {
-        row.append(blueGreenRed, 3);
-    }
-    row.resize((row.size() + 3) / 4 * 4);
-    const auto number = [](std::uint32_t value) {
-        return std::string(reinterpret_cast<const char*>(&value), 4);
-    };
-    const auto size = static_cast<std::uint32_t>(row.size()) * static_cast<std::uint32_t>(height);
-    std::ofstream file(path, std::ios::binary);
-    file << "BM" << number(54 + size) << number(0) << number(54) << number(40)
-         << number(static_cast<std::uint32_t>(width)) << number(static_cast<std::uint32_t>(height))
-         << number(1 | 24 << 16) << number(0) << number(size) << std::string(16, '\0');
-    for (int y = 0; y < height; ++y) {
-        file << row;
-    }
-}
-
 // Blue, green and red of a pixel of a bitmap file with a width that is a multiple of four.
 std::vector<int> FilePixel(const fs::path& path, int width, int height, int x, int y) {
     std::ifstream file(path, std::ios::binary);
@@ -135,7 +115,11 @@ std::vector<int> FilePixel(const fs::path& path, int width, int height, int x, i
 }
 
 TEST_F(EngineCommands, RenderPlacesAPictureOnItsBackground) {
-    WriteBitmapFile(folder_ / "green.bmp", 10, 10, "\x01\xC8\x02");
+    const auto green = CreateDrawing()->CreateSurface({10, 10});
+    green->Fill({0, 0, 10, 10}, Rgb(2, 200, 1));
+    test::StringWriter bitmap;
+    ASSERT_TRUE(WriteBitmap(green->Pixels(), bitmap));
+    std::ofstream(folder_ / "green.bmp", std::ios::binary) << bitmap.bytes;
     const auto render = [&](const std::string& out, const std::string& size) {
         return Run({"render", "--json", "--settings", Path("none.reg"), "--out", Path(out), "--picture",
                     Path("green.bmp"), "--size", size, "--set", "General\\Paint calendar=0", "--set",

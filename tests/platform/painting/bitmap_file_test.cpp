@@ -1,31 +1,16 @@
 #include "platform/painting/bitmap_file.h"
 
-#include "platform/files.h"
+#include "tests/support/string_writer.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
 namespace quorvane {
 namespace {
 
-class Sink final : public FileWriter {
-  public:
-    bool Write(const void* data, std::size_t count) override {
-        largest = std::max(largest, count);
-        if (bytes.size() + count > room) return false;
-        bytes.append(static_cast<const char*>(data), count);
-        return true;
-    }
-    bool Commit() override { return true; }
-    std::string Why() const override { return {}; }
-
-    std::string bytes;
-    std::size_t largest = 0;
-    std::size_t room = std::string::npos;
-};
+using test::StringWriter;
 
 std::uint32_t Number(const std::string& bytes, std::size_t at, std::size_t count) {
     std::uint32_t value = 0;
@@ -36,7 +21,7 @@ std::uint32_t Number(const std::string& bytes, std::size_t at, std::size_t count
 
 TEST(BitmapFile, RowsStandBottomUpAndPadded) {
     const std::vector<std::uint8_t> pixels{1, 2, 3, 4, 5, 6, 99, 7, 8, 9, 10, 11, 12, 99};
-    Sink sink;
+    StringWriter sink;
     ASSERT_TRUE(WriteBitmap({pixels.data(), 7, {2, 2}}, sink));
     ASSERT_EQ(sink.bytes.size(), 54u + 2 * 8);
     EXPECT_EQ(sink.bytes.substr(0, 2), "BM");
@@ -47,19 +32,19 @@ TEST(BitmapFile, RowsStandBottomUpAndPadded) {
     EXPECT_EQ(Number(sink.bytes, 28, 2), 24u);
     EXPECT_EQ(sink.bytes.substr(54), std::string("\7\x8\x9\xA\xB\xC\0\0\1\2\3\4\5\6\0\0", 16));
     // The same picture with its rows bottom up in memory.
-    Sink upsideDown;
+    StringWriter upsideDown;
     ASSERT_TRUE(WriteBitmap({pixels.data() + 7, -7, {2, 2}}, upsideDown));
     EXPECT_EQ(upsideDown.bytes.substr(54), std::string("\1\2\3\4\5\6\0\0\7\x8\x9\xA\xB\xC\0\0", 16));
 }
 
 TEST(BitmapFile, GoesOutInStripesAndTellsOfAFullDisk) {
     const std::vector<std::uint8_t> row(3 * 1001, 77);
-    Sink sink; // every row the same one
+    StringWriter sink; // every row the same one
     ASSERT_TRUE(WriteBitmap({row.data(), 0, {1001, 500}}, sink));
     EXPECT_EQ(sink.bytes.size(), 54u + 500u * 3004u);
     EXPECT_LE(sink.largest, 128u * 1024);
     EXPECT_GT(sink.largest, 100u * 1024);
-    Sink full;
+    StringWriter full;
     full.room = 300'000;
     EXPECT_FALSE(WriteBitmap({row.data(), 0, {1001, 500}}, full));
     EXPECT_FALSE(WriteBitmap({row.data(), 0, {0, 500}}, full));
