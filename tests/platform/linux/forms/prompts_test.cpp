@@ -22,8 +22,8 @@ class QtQuestions : public testing::Test {
     // Keys to the window of that title, once it is there. They go to whatever has the keyboard, so that a key
     // that closes the window on its way down comes up again all the same.
     void Keys(const std::string& title, const std::string& keys) {
-        const std::string command = "xdotool search --sync --onlyvisible --name '^" + title +
-                                    "$' windowactivate --sync && xdotool key " + keys;
+        const std::string command = "until xdotool search --onlyvisible --name '^" + title +
+                                    "$' windowactivate --sync; do sleep .05; done; xdotool key " + keys;
         person_ = std::make_unique<test::Process>(std::vector<std::string>{"sh", "-c", command});
     }
 
