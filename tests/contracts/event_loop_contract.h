@@ -11,6 +11,16 @@
 
 namespace quorvane {
 
+// Runs events until the condition holds; a timer of the loop itself is the limit.
+template<typename Condition>
+void RunUntil(EventLoop& loop, Condition condition) {
+    bool late = false;
+    const TimerId limit = loop.StartTimer("limit", 10'000, [&] { late = true; });
+    loop.RunWhile([&] { return !condition() && !late; });
+    loop.StopTimer(limit);
+    EXPECT_FALSE(late);
+}
+
 // What every event loop must do. A platform's test gives a class with
 //     EventLoop& Loop();
 //     std::int64_t Now();                          // milliseconds of the clock that the loop goes by
@@ -20,16 +30,6 @@ namespace quorvane {
 template<typename Maker>
 class EventLoopContract : public testing::Test {
   protected:
-    // Runs events until the condition holds; a timer of the loop itself is the limit.
-    template<typename Condition>
-    void RunUntil(Condition condition) {
-        bool late = false;
-        const TimerId limit = loop_.StartTimer("limit", 10'000, [&] { late = true; });
-        loop_.RunWhile([&] { return !condition() && !late; });
-        loop_.StopTimer(limit);
-        EXPECT_FALSE(late);
-    }
-
     Maker maker_;
     EventLoop& loop_ = maker_.Loop();
 };
@@ -44,7 +44,7 @@ TYPED_TEST_P(EventLoopContract, TimersRepeatMergeAndStop) {
         if (++ticks == 3) this->loop_.StopTimer(timer);
     });
     const TimerId other = this->loop_.StartTimer("counter", 15, [&] { ++others; });
-    this->RunUntil([&] { return others >= 6; });
+    RunUntil(this->loop_, [&] { return others >= 6; });
     EXPECT_EQ(ticks, 3);
     this->maker_.PassTime(200);
     others = 0;
@@ -66,7 +66,7 @@ TYPED_TEST_P(EventLoopContract, ANestedWaitKeepsAllTimersGoingAndTheOneItIsInToo
             waited = true;
         }
     });
-    this->RunUntil([&] { return waited; });
+    RunUntil(this->loop_, [&] { return waited; });
     EXPECT_GE(outer, 2);
 }
 
@@ -83,7 +83,7 @@ TYPED_TEST_P(EventLoopContract, ATimerStoppedOrPutToSleepInsideATickFiresNoMore)
     });
     one = this->loop_.StartTimer("stopped", 25, [&] { ++stopped; });
     two = this->loop_.StartTimer("asleep", 25, [&] { ++asleep; });
-    this->RunUntil([&] { return first; });
+    RunUntil(this->loop_, [&] { return first; });
     this->maker_.PassTime(60);
     this->loop_.Pump();
     EXPECT_EQ(stopped + asleep, 0);
@@ -96,13 +96,13 @@ TYPED_TEST_P(EventLoopContract, ATimerThatSleptKeepsToItsMultiples) {
     const std::int64_t start = this->maker_.Now();
     const TimerId timer = this->loop_.StartTimer(
         "grid", Interval, [&] { late.push_back((this->maker_.Now() - start) % Interval); });
-    this->RunUntil([&] { return late.size() == 2; });
+    RunUntil(this->loop_, [&] { return late.size() == 2; });
     this->loop_.Sleep(timer);
     this->loop_.Sleep(timer);
     const std::int64_t slept = this->maker_.Now();
     int others = 0;
     const TimerId other = this->loop_.StartTimer("other", 50, [&] { ++others; });
-    this->RunUntil([&] { return others >= 5; });
+    RunUntil(this->loop_, [&] { return others >= 5; });
     EXPECT_EQ(late.size(), 2U) << "asleep";
     this->loop_.StopTimer(other);
     // Woken between two of its moments.
@@ -113,7 +113,7 @@ TYPED_TEST_P(EventLoopContract, ATimerThatSleptKeepsToItsMultiples) {
     this->loop_.Pump();
     EXPECT_EQ(late.size(), 2U) << "what was slept through is not made good";
     late.clear();
-    this->RunUntil([&] { return late.size() == 6; });
+    RunUntil(this->loop_, [&] { return late.size() == 6; });
     EXPECT_LT(*std::min_element(late.begin(), late.end()), 35);
     EXPECT_LT(this->maker_.Now() - slept, 10'000);
     this->loop_.StopTimer(timer);
@@ -136,7 +136,7 @@ TYPED_TEST_P(EventLoopContract, HeldTimersTickOnceWhenTheyAreReleased) {
     EXPECT_EQ(posted, 1) << "everything else runs";
     this->loop_.Pump();
     EXPECT_EQ(ticks, 1);
-    this->RunUntil([&] { return ticks == 3; });
+    RunUntil(this->loop_, [&] { return ticks == 3; });
 }
 
 TYPED_TEST_P(EventLoopContract, PostedWorkRunsOnceInOrder) {
@@ -148,7 +148,7 @@ TYPED_TEST_P(EventLoopContract, PostedWorkRunsOnceInOrder) {
     this->loop_.Post([&] { order += 'b'; });
     EXPECT_EQ(order, "");
     this->loop_.StartTimer("keeps the wait going", 10, [] {});
-    this->RunUntil([&] { return order.size() >= 3; });
+    RunUntil(this->loop_, [&] { return order.size() >= 3; });
     EXPECT_EQ(order, "abc");
 }
 

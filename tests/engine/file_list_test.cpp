@@ -1,24 +1,18 @@
 #include "engine/file_list.h"
 
 #include "engine/folder_scan.h"
-#include "platform/memory/clock.h"
-#include "platform/memory/event_loop.h"
-#include "platform/memory/files.h"
-#include "platform/memory/system.h"
-
-#include <gtest/gtest.h>
+#include "tests/engine/engine_bench.h"
 
 namespace quorvane {
 namespace {
 
-class FileListTest : public testing::Test {
+class FileListTest : public EngineBench {
   protected:
     FileListTest() {
         for (const char* path : {"/pics/a.jpg", "/pics/b.PNG", "/pics/one/c.jpg", "/pics/one/two/d.jpg",
                                  "/pics/one/two/three/e.jpg", "/other/f.jpg"}) {
             files_.Put(path);
         }
-        record_.RescanWallpaperSources = true;
     }
 
     void AddSource(const std::string& path, const std::string& pattern, const std::string& level,
@@ -38,14 +32,6 @@ class FileListTest : public testing::Test {
 
     using Paths = std::vector<std::string>;
 
-    CallLog calls_;
-    MemoryClock clock_;
-    MemoryEventLoop events_{clock_};
-    MemoryFiles files_;
-    MemorySystem system_{calls_};
-    GlobalRecord record_;
-    Complaints complaints_{system_};
-    FileList fileList_{record_, clock_, events_, files_, complaints_};
     bool whole_ = false;
 };
 

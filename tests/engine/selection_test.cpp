@@ -1,12 +1,6 @@
 #include "engine/selection.h"
 
-#include "platform/memory/clock.h"
-#include "platform/memory/event_loop.h"
-#include "platform/memory/files.h"
-#include "platform/memory/random.h"
-#include "platform/memory/system.h"
-
-#include <gtest/gtest.h>
+#include "tests/engine/engine_bench.h"
 
 #include <algorithm>
 #include <map>
@@ -14,37 +8,29 @@
 namespace quorvane {
 namespace {
 
-class SelectionTest : public testing::Test {
+class SelectionTest : public EngineBench {
   protected:
-    SelectionTest() {
-        record_.RescanWallpaperSources = true;
-        random_.keepsFirstSeed = true;
-    }
+    SelectionTest() { random_.keepsFirstSeed = true; }
 
     void Candidates(const std::vector<std::string>& paths) {
         record_.Wallpapers.Clear();
-        for (const std::string& path : paths) {
+        for (const std::string& path : paths)
             record_.Wallpapers.Add(path, "");
-        }
     }
     void Favorites(const std::vector<ListedFile>& files) {
-        record_.FavoritesSources.Clear();
-        for (const ListedFile& file : files) {
-            record_.FavoritesSources.Add(file);
-        }
+        List(record_.FavoritesSources, files);
         record_.UseFavorites = true;
     }
-    void Blacklisted(const std::vector<ListedFile>& files) {
-        record_.BlacklistedSources.Clear();
-        for (const ListedFile& file : files) {
-            record_.BlacklistedSources.Add(file);
-        }
+    void Blacklisted(const std::vector<ListedFile>& files) { List(record_.BlacklistedSources, files); }
+    static void List(OneBased<ListedFile>& list, const std::vector<ListedFile>& files) {
+        list.Clear();
+        for (const ListedFile& file : files)
+            list.Add(file);
     }
     std::map<std::string, int> Counted(int draws) {
         std::map<std::string, int> counts;
-        for (int i = 0; i < draws; ++i) {
+        for (int i = 0; i < draws; ++i)
             ++counts[selection_.GetNewWallpaper()];
-        }
         return counts;
     }
     // How many random numbers one draw took.
@@ -54,15 +40,6 @@ class SelectionTest : public testing::Test {
         return random_.draws;
     }
 
-    CallLog calls_;
-    MemoryClock clock_;
-    MemoryEventLoop events_{clock_};
-    MemoryFiles files_;
-    MemoryRandom random_;
-    MemorySystem system_{calls_};
-    GlobalRecord record_;
-    Complaints complaints_{system_};
-    FileList fileList_{record_, clock_, events_, files_, complaints_};
     Selection selection_{record_, fileList_, clock_, random_};
 };
 

@@ -25,15 +25,6 @@ TEST(CommandLineTest, SearchesLettersAnywhereInAnyCase) {
     EXPECT_TRUE(ReadCommandLine("/WIN95").RunOnWin9x);
     EXPECT_FALSE(ReadCommandLine("win95").RunOnWin9x);
     EXPECT_TRUE(ReadCommandLine("/win98 /test").test);
-    const CommandLineRequests none = ReadCommandLine("");
-    EXPECT_FALSE(none.settings || none.version || none.help || none.test || none.RunOnWin9x);
-}
-
-TEST(CommandLineTest, BoxesHoldTheirLines) {
-    EXPECT_TRUE(VersionText().starts_with("                  Quorvane II\r\n------"));
-    EXPECT_NE(VersionText().find("\r\nVersion: 2.0.1\r\n"), std::string::npos);
-    EXPECT_TRUE(HelpText().starts_with("Quorvane II command line switches\r\n---"));
-    EXPECT_NE(HelpText().find("\r\n/v; /ver; /version - Show software version\r\n---"), std::string::npos);
 }
 
 class ApplicationTest : public ::testing::Test {
@@ -74,6 +65,14 @@ class ApplicationTest : public ::testing::Test {
         machine_.events.WhenWaiting(std::move(after));
         return application_->Run();
     }
+    // What a person does in the error dialogue, once it waits.
+    void WhenTold(std::function<void(Form& dialogue)> act) {
+        machine_.events.WhenWaiting([this, act = std::move(act)] {
+            Form* dialogue = application_->LoadedForms().Find("frmError");
+            ASSERT_NE(dialogue, nullptr);
+            act(*dialogue);
+        });
+    }
     std::ptrdiff_t LineOf(const std::string& start) const {
         const auto& lines = machine_.calls.lines;
         const auto found = std::find_if(lines.begin(), lines.end(),
@@ -104,24 +103,23 @@ TEST_F(ApplicationTest, StartsInItsOrder) {
 
 TEST_F(ApplicationTest, NamesADirectoryOfTheSystemByItsAge) {
     machine_.system.version.dwMajorVersion = 4;
-    Start();
-    application_->Main();
-    EXPECT_EQ(application_->Record().System_Directory, "/windows");
+    const auto directory = [this] {
+        Start();
+        application_->Main();
+        return application_->Record().System_Directory;
+    };
+    EXPECT_EQ(directory(), "/windows");
     machine_.system.windowsDirectory.clear();
-    Start();
-    application_->Main();
-    EXPECT_EQ(application_->Record().System_Directory, "./");
+    EXPECT_EQ(directory(), "./");
 }
 
 TEST_F(ApplicationTest, VersionAndHelpEndBeforeAnythingElse) {
-    machine_.session.commandLine = "/settings /v";
-    machine_.prompts.WillAnswer(Answer::Ok);
-    Start();
-    EXPECT_EQ(application_->Run(), 0);
-    machine_.session.commandLine = "HELP";
-    machine_.prompts.WillAnswer(Answer::Ok);
-    Start();
-    EXPECT_EQ(application_->Run(), 0);
+    for (const char* words : {"/settings /v", "HELP"}) {
+        machine_.session.commandLine = words;
+        machine_.prompts.WillAnswer(Answer::Ok);
+        Start();
+        EXPECT_EQ(application_->Run(), 0);
+    }
     ASSERT_EQ(machine_.prompts.asked.size(), 2U);
     EXPECT_EQ(machine_.prompts.asked[0].text, VersionText());
     EXPECT_EQ(machine_.prompts.asked[0].title, "Quorvane II");
@@ -177,17 +175,15 @@ TEST_F(ApplicationTest, AutoExitComesAfterTheTrayReportAndSettingsSwitchesItOff)
     EXPECT_FALSE(application_->Record().Main_Exec) << "it runs on";
 }
 
-TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsClosedByItsFrame) {
-    std::string shown;
+TEST_F(ApplicationTest, AFailureEndsInTheErrorDialogueAndSavesWhereItIsClosedByItsFrame) {
     machine_.events.WhenWaiting([&] { // the program's own loop
         machine_.events.Post([] { throw RunTimeError::SubscriptOutOfRange(); });
     });
-    machine_.events.WhenWaiting([&] { // the dialogue's
-        Form* dialogue = application_->LoadedForms().Find("frmError");
-        ASSERT_NE(dialogue, nullptr);
-        shown = DumpForm(*dialogue);
-        MemoryFormView::Do(*dialogue, dialogue->FindControl("Command2"), act::Click{});
-        MemoryFormView::Do(*dialogue, nullptr, act::CloseByFrame{});
+    std::string shown;
+    WhenTold([&](Form& dialogue) {
+        shown = DumpForm(dialogue);
+        MemoryFormView::Do(dialogue, dialogue.FindControl("Command2"), act::Click{});
+        MemoryFormView::Do(dialogue, nullptr, act::CloseByFrame{});
     });
     Start();
     EXPECT_EQ(application_->Run(), 0);
@@ -206,32 +202,22 @@ TEST_F(ApplicationTest, AFailureInATimerEndsInTheErrorDialogueAndSavesWhereItIsC
     EXPECT_TRUE(WasSaved());
 }
 
-TEST_F(ApplicationTest, AnyFailureOfTheStartEndsInTheErrorDialogue) {
-    std::string shown;
+TEST_F(ApplicationTest, AFailureOfTheStartAndAnEndByTheErrorDialoguesButtonSaveNothing) {
     machine_.events.onPump = [this] {
         machine_.events.onPump = nullptr;
         throw std::bad_alloc();
     };
-    machine_.events.WhenWaiting([&] {
-        Form* dialogue = application_->LoadedForms().Find("frmError");
-        ASSERT_NE(dialogue, nullptr);
-        shown = dialogue->FindControl("Label2")->Caption();
-        MemoryFormView::Do(*dialogue, nullptr, act::CloseByFrame{});
+    WhenTold([](Form& dialogue) {
+        EXPECT_EQ(dialogue.FindControl("Label2")->Caption(), "Error code: 7");
+        MemoryFormView::Do(dialogue, nullptr, act::CloseByFrame{});
     });
     Start();
     EXPECT_EQ(application_->Run(), 0);
-    EXPECT_EQ(shown, "Error code: 7");
     EXPECT_FALSE(WasSaved());
-}
 
-TEST_F(ApplicationTest, ClosingTheApplicationFromTheErrorDialogueSavesNothing) {
-    machine_.events.WhenWaiting(
-        [&] { machine_.events.Post([] { throw RunTimeError::SubscriptOutOfRange(); }); });
-    machine_.events.WhenWaiting([&] {
-        Form* dialogue = application_->LoadedForms().Find("frmError");
-        ASSERT_NE(dialogue, nullptr);
-        MemoryFormView::Do(*dialogue, dialogue->FindControl("Command1"), act::Click{});
-    });
+    machine_.events.WhenWaiting([&] { machine_.events.Post([] { throw RunTimeError::Overflow(); }); });
+    WhenTold(
+        [](Form& dialogue) { MemoryFormView::Do(dialogue, dialogue.FindControl("Command1"), act::Click{}); });
     Start();
     EXPECT_EQ(application_->Run(), 1);
     EXPECT_FALSE(WasSaved());
@@ -274,21 +260,25 @@ TEST_F(ApplicationTest, TheShellWaitsForTheStartAndWhatItSetsTakesEffect) {
 
 class CheckFontsTest : public ::testing::Test {
   protected:
-    std::vector<int> Check() {
-        std::vector<int> bars;
-        EXPECT_TRUE(CheckFonts(machine_.Services(), [&](int bar) { bars.push_back(bar); }));
-        return bars;
+    CheckFontsTest() { machine_.prompts.WillAnswer(Answer::Ok); }
+    // Checks, and answers the questions that were asked.
+    const std::vector<MemoryPrompts::Question>& Asked() {
+        EXPECT_TRUE(CheckFonts(machine_.Services(), [this](int bar) { bars_.push_back(bar); }));
+        return machine_.prompts.asked;
     }
     MemoryPlatform machine_;
+    std::vector<int> bars_;
 };
 
-TEST_F(CheckFontsTest, MissesNothingWhereAllFamiliesAreThere) {
-    const std::vector<int> bars = Check();
-    EXPECT_EQ(bars.front(), 3);
-    EXPECT_EQ(bars.back(), 11);
-    EXPECT_TRUE(std::is_sorted(bars.begin(), bars.end()));
+TEST_F(CheckFontsTest, MissesNothingWhereAllFamiliesAreThereOrAnotherFontTakesTheirPlace) {
+    EXPECT_TRUE(Asked().empty());
+    EXPECT_EQ(bars_.front(), 3);
+    EXPECT_EQ(bars_.back(), 11);
+    EXPECT_TRUE(std::is_sorted(bars_.begin(), bars_.end()));
     EXPECT_FALSE(machine_.calls.Has("system.AddFontFile"));
-    EXPECT_TRUE(machine_.prompts.asked.empty());
+    machine_.system.fontNames = {"DejaVu Sans"};
+    machine_.system.substitutesFonts = true;
+    EXPECT_TRUE(Asked().empty());
 }
 
 TEST_F(CheckFontsTest, SeeksAFamilyBesideTheProgramAndWarnsWhereOneFileIsMissing) {
@@ -298,20 +288,11 @@ TEST_F(CheckFontsTest, SeeksAFamilyBesideTheProgramAndWarnsWhereOneFileIsMissing
                              "/sanss___.ttf", "/sanssb__.ttf", "/sanssbo_.ttf"}) {
         machine_.system.fontFiles[folder + name] = 1;
     }
-    machine_.prompts.WillAnswer(Answer::Ok);
-    Check();
-    ASSERT_EQ(machine_.prompts.asked.size(), 1U) << "three of four files are not enough";
+    ASSERT_EQ(Asked().size(), 1U) << "three of four files are not enough";
     EXPECT_EQ(machine_.prompts.asked[0].text,
               "Font :[SansSerif] - isn't installed on to Yours system.\r\nPlease, install this font!");
     EXPECT_EQ(machine_.prompts.asked[0].title, "Warning!");
     EXPECT_EQ(machine_.prompts.asked[0].style, message_style::Warning);
-}
-
-TEST_F(CheckFontsTest, LeavesAPersonAloneWhoseSystemPutsAnotherFontInItsPlace) {
-    machine_.system.fontNames = {"DejaVu Sans"};
-    machine_.system.substitutesFonts = true;
-    Check();
-    EXPECT_TRUE(machine_.prompts.asked.empty());
 }
 
 } // namespace

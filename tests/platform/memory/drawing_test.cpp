@@ -29,23 +29,5 @@ TEST(MemoryDrawing, StretchesAndLogs) {
                                                      "text 1,0.5 \"Tahoma 8 bold\" #0102FF \"Mo\""}));
 }
 
-TEST(MemoryDrawing, FailsWhereATestWantsItTo) {
-    MemoryDrawing drawing;
-    drawing.AddUnreadable("/notes.txt", "no picture");
-    drawing.AddPicture("/torn.jpg", {4000, 3000}, Rgb(9, 9, 9));
-    drawing.SpoilPixels("/torn.jpg", "torn");
-    std::string why;
-    EXPECT_EQ(drawing.LoadPicture("/notes.txt", why), nullptr);
-    EXPECT_EQ(why, "no picture");
-    EXPECT_EQ(drawing.LoadPicture("/gone.jpg", why), nullptr);
-    const auto picture = drawing.LoadPicture("/torn.jpg", why);
-    ASSERT_NE(picture, nullptr);
-    EXPECT_EQ(picture->Size(), (PixelSize{4000, 3000}));
-    EXPECT_FALSE(drawing.CreateSurface({8, 8})->StretchPicture(*picture, {0, 0, 8, 8}, why));
-    EXPECT_EQ(why, "torn");
-    drawing.refuseSurfaces = true;
-    EXPECT_EQ(drawing.CreateSurface({8, 8}), nullptr);
-}
-
 } // namespace
 } // namespace quorvane

@@ -21,37 +21,9 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EventLoopContract, MemoryLoopMaker);
 
 class MemoryEventLoopTest : public ::testing::Test {
   protected:
-    // Starts a timer that writes its name and the ticks since the start.
-    TimerId Start(const std::string& name, int interval) {
-        return machine_.events.StartTimer(name, interval, [this, name] {
-            fired_ += name + std::to_string(machine_.clock.Ticks() - start_) + " ";
-        });
-    }
-
     MemoryPlatform machine_;
     std::int64_t start_ = machine_.clock.Ticks();
-    std::string fired_;
 };
-
-TEST_F(MemoryEventLoopTest, TimersFireAtTheirMomentsInTheOrderOfTime) {
-    Start("a", 300);
-    const TimerId second = Start("b", 200);
-    machine_.events.Advance(600);
-    EXPECT_EQ(fired_, "b200 a300 b400 a600 b600 ");
-    machine_.events.StopTimer(second);
-    machine_.events.Advance(300);
-    EXPECT_EQ(fired_, "b200 a300 b400 a600 b600 a900 ");
-}
-
-TEST_F(MemoryEventLoopTest, MissedTicksAreMergedIntoOne) {
-    Start("a", 100);
-    machine_.clock.MoveTicks(1050); // the machine slept
-    machine_.events.Pump();
-    machine_.events.Pump();
-    EXPECT_EQ(fired_, "a1050 ");
-    machine_.events.Advance(50);
-    EXPECT_EQ(fired_, "a1050 a1100 ");
-}
 
 TEST_F(MemoryEventLoopTest, TickThatPumpsCanBeEnteredAgainAndOneThatDoesNotCannot) {
     int depth = 0;

@@ -40,16 +40,6 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Qt, EventLoopContract, QtLoopMaker);
 
 class QtEventLoopTest : public ::testing::Test {
   protected:
-    // Runs events until the condition holds; a timer of the loop itself is the limit.
-    void RunUntil(const std::function<bool()>& condition) {
-        bool late = false;
-        const TimerId limit = loop_.StartTimer("limit", 10'000, [&] { late = true; });
-        loop_.RunWhile([&] { return !condition() && !late; });
-        loop_.StopTimer(limit);
-        EXPECT_FALSE(late);
-    }
-    static void KeepBusy(milliseconds time) { QtLoopMaker::PassTime(time.count()); }
-
     int argumentCount_ = 0;
     QCoreApplication application_{argumentCount_, nullptr};
     QtEventLoop loop_;
@@ -70,12 +60,12 @@ TEST_F(QtEventLoopTest, SlowTimersShareTheirWakings) {
         loop_.StopTimer(second);
         start = steady_clock::now();
         first = loop_.StartTimer("a", 400, tick);
-        KeepBusy(milliseconds(8));
+        QtLoopMaker::PassTime(8);
         second = loop_.StartTimer("b", 400, tick);
     } while (steady_clock::now() - start > milliseconds(15));
     loop_.RunWhile([&] { return order.empty(); });
     EXPECT_GE(steady_clock::now() - start, milliseconds(400)) << "never early";
-    RunUntil([&] { return order.size() >= 4; });
+    RunUntil(loop_, [&] { return order.size() >= 4; });
     EXPECT_EQ(order.substr(0, 4), "ttpp");
 }
 
@@ -143,7 +133,7 @@ TEST_F(QtEventLoopTest, ASignalThatIsIgnoredAtTheStartStaysIgnored) {
 TEST_F(QtEventLoopTest, WithoutADisplayNothingWaits) {
     int ticks = 0;
     loop_.StartTimer("tick", 1, [&] { ++ticks; });
-    KeepBusy(milliseconds(5));
+    QtLoopMaker::PassTime(5);
     loop_.DisplayLost();
     loop_.Pump();
     EXPECT_EQ(ticks, 0);
@@ -155,12 +145,9 @@ TEST(AutostartEntryTest, QuotesTheProgramAndPassesNoOption) {
     EXPECT_NE(AutostartEntry("/a$b\"c\\d%e").find(R"(Exec="/a\\$b\\"c\\\\d%%e")"), std::string::npos);
 }
 
-TEST(AutostartEntryTest, ComesAndGoesInThePersonsFolder) {
+TEST_F(QtEventLoopTest, AnAutostartEntryComesAndGoesInThePersonsFolder) {
     const test::TemporaryFolder folder;
-    int argumentCount = 0;
-    QCoreApplication application(argumentCount, nullptr);
-    QtEventLoop loop;
-    LinuxSession session(loop, 0, nullptr);
+    LinuxSession session(loop_, 0, nullptr);
     const auto config = folder.Path() / "config";
     setenv("XDG_CONFIG_HOME", config.c_str(), 1);
     EXPECT_EQ(session.SetAutostart(false, ""), 0) << "nothing there to take away";
@@ -176,14 +163,10 @@ TEST(AutostartEntryTest, ComesAndGoesInThePersonsFolder) {
     unsetenv("XDG_CONFIG_HOME");
 }
 
-TEST(CommandLineTest, IsTheTextBehindTheProgramsName) {
-    int argumentCount = 0;
-    QCoreApplication application(argumentCount, nullptr);
-    QtEventLoop loop;
+TEST_F(QtEventLoopTest, TheCommandLineIsTheTextBehindTheProgramsName) {
     std::string words[] = {"quorvane", "/settings", "and more"};
     char* arguments[] = {words[0].data(), words[1].data(), words[2].data()};
-    LinuxSession session(loop, 3, arguments);
-    EXPECT_EQ(session.CommandLine(), "/settings and more");
+    EXPECT_EQ(LinuxSession(loop_, 3, arguments).CommandLine(), "/settings and more");
 }
 
 } // namespace
