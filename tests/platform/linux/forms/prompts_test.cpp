@@ -5,6 +5,9 @@
 #include "platform/linux/forms/prompts.h"
 #include "tests/support/process.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
 #include <gtest/gtest.h>
 
 namespace quorvane {
@@ -17,7 +20,7 @@ class QtQuestions : public testing::Test {
         events_.StartTimer("limit", 30'000, [this] { forms_.UnloadAll(); });
     }
     // A key must not stay down when a window closes on its press: the person comes to an end.
-    ~QtQuestions() override { EXPECT_EQ(person_->WaitForEnd(), 0); }
+    ~QtQuestions() override { EXPECT_TRUE(!person_ || person_->WaitForEnd() == 0); }
 
     // Keys to the window of that title, once it is there. They go to whatever has the keyboard, so that a key
     // that closes the window on its way down comes up again all the same.
@@ -46,6 +49,18 @@ TEST_F(QtQuestions, AMessageIsAnsweredByItsMnemonic) {
     EXPECT_EQ(prompts_.Message("Remove selected note?\r\nAre You sure?", "Confirm remove note",
                                message_style::Question),
               Answer::No);
+}
+
+TEST_F(QtQuestions, TheToolkitsBoxesSayOkAsTheOthersDo) {
+    QString word;
+    events_.StartTimer("press", 20, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        word = box->button(QMessageBox::Ok)->text().remove('&');
+        box->accept();
+    });
+    prompts_.Message("Done.", "Quorvane II", message_style::Information);
+    EXPECT_EQ(word, "Ok");
 }
 
 TEST_F(QtQuestions, AFolderIsPickedByANameThatNoFileHas) {
