@@ -1,4 +1,5 @@
 #include "commands/json.h"
+#include "commands/profiles_command.h"
 #include "commands/record_command.h"
 #include "core/program.h"
 #include "core/version.h"
@@ -69,6 +70,11 @@ std::string Do(const Arguments& arguments, Place& place) {
         Change(arguments, place);
         return {};
     }
+    if (action == "profile") {
+        ExpectInputs(arguments, 2);
+        LoadNamedProfile(place, InputAt(arguments, 1, "the profile's name"));
+        return {};
+    }
     ExpectInputs(arguments, 1);
     if (action == "favourite") {
         ListFile(place.record.FavoritesSources, PresentWallpaper(place));
@@ -99,7 +105,7 @@ RecordCommand StatusCommand() {
 
 RecordCommand DoCommand() {
     return {"do",
-            "do change [FILE] | favourite | unfavourite | blacklist | rescan | save | exit",
+            "do change [FILE] | favourite | unfavourite | blacklist | rescan | profile NAME | save | exit",
             {},
             {},
             Works::InTheProgramAlone,

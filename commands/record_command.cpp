@@ -7,7 +7,7 @@ namespace quorvane::commands {
 const std::vector<RecordCommand>& RecordCommands() {
     static const std::vector<RecordCommand> commands{
         SettingsCommand(), SourcesCommand(), FavouritesCommand(), BlacklistCommand(),
-        StatusCommand(),   DoCommand(),      DumpCommand()};
+        ProfilesCommand(), StatusCommand(),  DoCommand(),         DumpCommand()};
     return commands;
 }
 

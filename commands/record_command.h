@@ -46,6 +46,7 @@ RecordCommand SettingsCommand();
 RecordCommand SourcesCommand();
 RecordCommand FavouritesCommand();
 RecordCommand BlacklistCommand();
+RecordCommand ProfilesCommand();
 RecordCommand StatusCommand();
 RecordCommand DoCommand();
 RecordCommand DumpCommand();

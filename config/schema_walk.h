@@ -115,6 +115,16 @@ class SchemaWriter {
         }
     }
 
+    // A plain section, or one entry of a list without its counter.
+    void WriteEntry(const SettingSection<Record>& section, std::int32_t entry) {
+        VisitEntry(section, record_, entry, place_.root,
+                   [&](const auto& row, const std::string& key, const std::string& name, ValueAt at) {
+                       const FieldRef field = row.field(record_, at);
+                       if (section.onlyWhereSet && IsZero(field) && !Stands(key, name)) return;
+                       WriteOne(key, name, row.form, field);
+                   });
+    }
+
     void WriteOne(const std::string& key, const std::string& name, StoredForm form, FieldRef field) {
         if (!WriteValue({place_.store, key, name, place_.decimalSign}, form, field))
             Refused(place_.store.LastError());
@@ -132,15 +142,6 @@ class SchemaWriter {
     }
 
   private:
-    void WriteEntry(const SettingSection<Record>& section, std::int32_t entry) {
-        VisitEntry(section, record_, entry, place_.root,
-                   [&](const auto& row, const std::string& key, const std::string& name, ValueAt at) {
-                       const FieldRef field = row.field(record_, at);
-                       if (section.onlyWhereSet && IsZero(field) && !Stands(key, name)) return;
-                       WriteOne(key, name, row.form, field);
-                   });
-    }
-
     static bool IsZero(FieldRef field) {
         return std::visit([](auto* value) { return *value == std::remove_pointer_t<decltype(value)>{}; },
                           field);

@@ -3,6 +3,7 @@
 #include "commands/message.h"
 #include "commands/setting_values.h"
 #include "config/mend_lists.h"
+#include "config/profiles.h"
 #include "core/run_time_error.h"
 #include "diagnostics/frm_error.h"
 #include "diagnostics/system_survey.h"
@@ -86,6 +87,8 @@ void Application::RunStages() {
     if (!storeNote_.empty()) MendLists(platform_.store);
     ListenToTheShell(); // from here on the record is the truth, not the tree
     ReadSettings(record_, Context(), platform_.prompts);
+    if (FinishDelete(record_, Context()))
+        PublishWallpaper(record_, platform_.store, platform_.prompts, Context().events);
     // The person chooses a profile here.
     Bar(80);
     FindSystemDirectory();
@@ -185,7 +188,7 @@ void Application::WriteSettings() {
 }
 
 void Application::SaveAndEnd() {
-    // The profile in use is saved here, in front of the settings.
+    SaveCurrentProfile(record_, Context());
     WriteSettings();
     ReleaseAndEnd();
 }
