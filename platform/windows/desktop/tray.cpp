@@ -1,5 +1,6 @@
 #include "platform/windows/desktop/tray.h"
 
+#include "platform/windows/base/resolution.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/desktop/event_loop.h"
 #include "platform/windows/desktop/native_menu.h"
@@ -13,18 +14,32 @@ namespace {
 constexpr UINT IconId = 1;
 constexpr UINT CallbackMessage = 512;
 
+// As large as the area of the first screen shows it.
+HICON LoadSmallIcon(HWND window) {
+    const int size = SystemMetric(SM_CXSMICON, ResolutionOf(window));
+    return static_cast<HICON>(
+        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
+}
+
+// The shell's word that its area is new reaches a program that was started as an administrator as well.
+void LetThrough(HWND window, UINT message) {
+    using Function = BOOL(WINAPI*)(HWND, UINT, DWORD, void*);
+    constexpr DWORD Allow = 1;
+    if (const auto filter = SystemFunction<Function>("ChangeWindowMessageFilterEx"))
+        filter(window, message, Allow, nullptr);
+}
+
 } // namespace
 
 WindowsTray::WindowsTray(WindowsEventLoop& events)
     : events_(events)
     , areaCreated_(RegisterWindowMessageW(L"TaskbarCreated"))
-    , icon_(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON,
-                                          GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
-                                          LR_DEFAULTCOLOR))) {
+    , icon_(LoadSmallIcon(events.Window())) {
+    LetThrough(events_.Window(), areaCreated_);
     events_.AddHandler([this](UINT message, WPARAM wide, LPARAM low) -> std::optional<LRESULT> {
         if (NativeMenu::DrawPart(message, low)) return TRUE;
         if (message == areaCreated_) {
-            if (wanted_) Add(shown_);
+            Restore();
             return 0;
         }
         if (message != CallbackMessage || wide != IconId) return std::nullopt;
@@ -59,6 +74,17 @@ bool WindowsTray::Tell(DWORD operation, const TrayRecord& record) {
         data.uTimeout = static_cast<UINT>(record.balloonTimeoutMilliseconds);
     }
     return Shell_NotifyIconW(operation, &data);
+}
+
+// Told where the shell has started anew, and where the first screen's scale is another: then the icon stands
+// and wants a new size.
+void WindowsTray::Restore() {
+    const HICON before = std::exchange(icon_, LoadSmallIcon(events_.Window()));
+    if (wanted_) {
+        shown_.flags |= NIF_MESSAGE | NIF_ICON | NIF_TIP;
+        if (!Add(shown_)) Tell(NIM_MODIFY, shown_);
+    }
+    if (before) DestroyIcon(before);
 }
 
 bool WindowsTray::Add(const TrayRecord& record) {

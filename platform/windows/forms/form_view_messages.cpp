@@ -48,6 +48,11 @@ void Erase(HWND child, HDC dc) {
     FillRect(dc, &area, reinterpret_cast<HBRUSH>(brush));
 }
 
+BOOL CALLBACK TellNewColours(HWND child, LPARAM) {
+    SendMessageW(child, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+}
+
 } // namespace
 
 LRESULT CALLBACK WindowsFormView::FormProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
@@ -130,6 +135,9 @@ std::optional<LRESULT> WindowsFormView::HandleOwn(UINT message, WPARAM wide, LPA
                  background_ ? background_ : GetSysColorBrush(COLOR_BTNFACE));
         return 1;
     }
+    case WM_SYSCOLORCHANGE: // told to the form alone, and its controls keep what they paint with
+        EnumChildWindows(window_, TellNewColours, 0);
+        return std::nullopt;
     case WM_CAPTURECHANGED:
         pressed_ = nullptr;
         groundPressed_ = false;

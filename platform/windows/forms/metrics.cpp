@@ -1,5 +1,6 @@
 #include "platform/windows/forms/metrics.h"
 
+#include "platform/windows/base/resolution.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/drawing/drawing.h"
 
@@ -19,27 +20,7 @@ FontSpec MessageFont() {
             std::round(points / static_cast<float>(ScreenResolution()) * 4) / 4};
 }
 
-int SystemMetric(int which, int dotsPerInch) {
-    using Function = int(WINAPI*)(int, UINT);
-    static const auto forDpi = SystemFunction<Function>("GetSystemMetricsForDpi");
-    return forDpi ? forDpi(which, static_cast<UINT>(dotsPerInch)) : GetSystemMetrics(which);
-}
-
 } // namespace
-
-int ScreenResolution() {
-    const HDC screen = GetDC(nullptr);
-    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return std::max(dots, 48);
-}
-
-int ResolutionOf(HWND window) {
-    using Function = UINT(WINAPI*)(HWND);
-    static const auto ofWindow = SystemFunction<Function>("GetDpiForWindow");
-    const UINT dots = ofWindow ? ofWindow(window) : 0;
-    return dots > 0 ? static_cast<int>(dots) : ScreenResolution();
-}
 
 WindowsMetrics::WindowsMetrics(int dotsPerInch)
     : dotsPerInch_(dotsPerInch)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/forms/form_host.h"
-#include "platform/windows/base/win32.h"
+#include "platform/windows/base/resolution.h"
 
 namespace quorvane {
 
@@ -33,17 +33,5 @@ class WindowsMetrics final : public FormMetrics {
     HDC measuring_;
     int lineHeight_ = 0; // of the default font, in pixels
 };
-
-// A function of the system's that older ones do not have; null there.
-template<typename Function>
-Function SystemFunction(const char* name) {
-    const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32.dll"), name);
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
-}
-
-// Of the first screen, as the program was told at its start.
-int ScreenResolution();
-// Of the screen that a window stands on.
-int ResolutionOf(HWND window);
 
 } // namespace quorvane

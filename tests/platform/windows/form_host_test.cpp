@@ -511,7 +511,12 @@ TEST_F(KeyboardTest, AScreenOfAnotherResolutionGetsLargerPixelsAndTheSameTwips) 
     auto* view = static_cast<WindowsFormView*>(form.View());
     RECT before{};
     GetClientRect(Window(form), &before);
-    view->Rescale(144);
+    RECT wanted{40, 50, 900, 700};
+    SendMessageW(Window(form), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&wanted));
+    RECT frame{};
+    GetWindowRect(Window(form), &frame);
+    EXPECT_EQ(frame.left, 40);
+    EXPECT_EQ(frame.top, 50);
     RECT after{};
     GetClientRect(Window(form), &after);
     EXPECT_NEAR(after.right, before.right * 1.5, before.right * 0.15);
@@ -522,9 +527,25 @@ TEST_F(KeyboardTest, AScreenOfAnotherResolutionGetsLargerPixelsAndTheSameTwips) 
     GetObjectW(handle, sizeof font, &font);
     EXPECT_EQ(font.lfHeight, -std::lround(host_.DefaultFont().size * 144 / 72));
     EXPECT_EQ(font.lfQuality, DEFAULT_QUALITY);
-    view->Rescale(96);
+    SendMessageW(events_.Window(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
     GetClientRect(Window(form), &after);
-    EXPECT_EQ(after.right, before.right);
+    EXPECT_EQ(after.right, before.right) << "measured anew, at the resolution of the window's screen";
+}
+
+LRESULT CALLBACK CountNewColours(HWND window, UINT message, WPARAM wide, LPARAM low, UINT_PTR,
+                                 DWORD_PTR count) {
+    if (message == WM_SYSCOLORCHANGE) ++*reinterpret_cast<int*>(count);
+    return DefSubclassProc(window, message, wide, low);
+}
+
+TEST_F(KeyboardTest, ControlsHearOfNewColours) {
+    KeyForm form(forms_);
+    form.Show();
+    const auto button = reinterpret_cast<HWND>(form.View()->NativeHandle(form.cmdOk));
+    int count = 0;
+    SetWindowSubclass(button, CountNewColours, 1, reinterpret_cast<DWORD_PTR>(&count));
+    SendMessageW(Window(form), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(count, 1);
 }
 
 TEST_F(KeyboardTest, OpacityAndOrderAreTheSystems) {

@@ -115,8 +115,21 @@ TEST_F(PromptsTest, TheTrayTakesAnIconAndTellsOfClicks) {
     for (const LPARAM mouse : {WM_MOUSEMOVE, WM_LBUTTONDBLCLK, WM_RBUTTONUP})
         SendMessageW(events_.Window(), 512, 1, mouse);
     EXPECT_EQ(told, (std::vector<int>{tray_message::LeftDoubleClick, tray_message::RightButtonUp}));
-    SendMessageW(events_.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+    const auto newArea = [&] {
+        SendMessageW(events_.Window(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+    };
+    newArea();
+    EXPECT_TRUE(tray.Modify(record)) << "the same area at another scale";
+    NOTIFYICONDATAW gone{};
+    gone.cbSize = sizeof gone;
+    gone.hWnd = events_.Window();
+    gone.uID = 1;
+    EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &gone));
+    EXPECT_FALSE(tray.Modify(record)) << "the area went and took it along";
+    newArea();
+    EXPECT_TRUE(tray.Modify(record)) << "it came back";
     tray.Remove();
+    newArea();
     EXPECT_FALSE(tray.Modify(record)) << "it is gone";
 }
 
