@@ -23,8 +23,12 @@ declare -A pids=()
 start() { # NAME PROGRAM: in a home of its own
     local home=$work/home-${1// /-}
     mkdir -p "$home"
-    HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data XDG_STATE_HOME=$home/state \
-        XDG_RUNTIME_DIR=$home "$2" >/dev/null 2>&1 &
+    export HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data XDG_STATE_HOME=$home/state \
+        XDG_RUNTIME_DIR=$home
+    "$programs/quorvanectl" settings set 'General\First RUN' False
+    "$programs/quorvanectl" settings set 'General\Change wallpaper periodically' -1 # its countdown runs
+    "$programs/quorvanectl" settings set 'General\Wallpaper change interval (current)' 86400
+    "$2" >/dev/null 2>&1 &
     pids[$1]=$!
 }
 
