@@ -4,6 +4,7 @@
 #include "config/schema.h"
 #include "config/schema_walk.h"
 #include "core/program.h"
+#include "platform/files.h"
 
 #include <filesystem>
 
@@ -13,8 +14,10 @@ std::string WholePath(const Place& place, const std::string& path) {
     const auto native = [](const std::string& text) {
         return std::filesystem::path(std::u8string(text.begin(), text.end()));
     };
-    const std::u8string whole = (native(place.folder) / native(path)).lexically_normal().u8string();
-    return {whole.begin(), whole.end()};
+    const std::filesystem::path whole = (native(place.folder) / native(path)).lexically_normal();
+    const std::u8string text =
+        place.context.files.Separator() == '/' ? whole.generic_u8string() : whole.u8string();
+    return {text.begin(), text.end()};
 }
 
 void Save(Place& place, const std::string& key) {
