@@ -101,24 +101,6 @@ std::string BuildDateStr(int day, int month, int year, const RegionalValues& reg
     return Replace(Replace(text, "yyyy", yearText), "yy", yearText);
 }
 
-bool IsThisLeapYear(int year) {
-    return year % 100 == 0 ? year % 400 == 0 : year % 4 == 0;
-}
-
-int DaysInMonth(int month, int year) {
-    switch (month) {
-    case 2:
-        return IsThisLeapYear(year) ? 29 : 28;
-    case 4:
-    case 6:
-    case 9:
-    case 11:
-        return 30;
-    default:
-        return 31;
-    }
-}
-
 int GetFirstMondayOfYear(int year) {
     const std::int64_t sinceBase = year >= 1900 ? std::int64_t{year} - 1900 : 1899 - std::int64_t{year};
     const std::int64_t leapDays = sinceBase / 4 + CenturyCorrection(year);

@@ -38,9 +38,6 @@ std::string DayName(int index, bool abbreviate, int firstDay, const LocaleString
 // Day, month and year in the order of the system's short date, as plain numbers without padding.
 std::string BuildDateStr(int day, int month, int year, const RegionalValues& regional);
 
-bool IsThisLeapYear(int year);
-int DaysInMonth(int month, int year);
-
 // The day of January on which the first Monday falls, 1 to 7.
 int GetFirstMondayOfYear(int year);
 

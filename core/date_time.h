@@ -17,6 +17,25 @@ struct DateTime {
     auto operator<=>(const DateTime&) const = default;
 };
 
+constexpr bool IsThisLeapYear(int year) {
+    return year % 100 == 0 ? year % 400 == 0 : year % 4 == 0;
+}
+
+// A month that no year has counts as one of 31 days.
+constexpr int DaysInMonth(int month, int year) {
+    switch (month) {
+    case 2:
+        return IsThisLeapYear(year) ? 29 : 28;
+    case 4:
+    case 6:
+    case 9:
+    case 11:
+        return 30;
+    default:
+        return 31;
+    }
+}
+
 // Days since 1970-01-01; negative before it.
 // Source: H. Hinnant, "chrono-Compatible Low-Level Date Algorithms", days_from_civil.
 constexpr long DaysFromCivil(int year, int month, int day) {

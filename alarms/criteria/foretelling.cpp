@@ -23,22 +23,11 @@ std::uint64_t BitsOf(std::initializer_list<SystemVariable> variables) {
     return bits;
 }
 
-std::vector<CriteriaInstruction> OrderOrNone(std::string_view compiled) {
-    std::vector<CriteriaInstruction> order;
-    PassOver([&] { order = EvaluationOrder(compiled); });
-    return order;
-}
-
 bool HangsOnTheMomentAlone(const std::vector<CriteriaInstruction>& order) {
     return std::none_of(order.begin(), order.end(), [](const CriteriaInstruction& instruction) {
         return instruction.operation == Operation::Recall || (instruction.operation == Operation::Variable &&
                                                               instruction.variable == SystemVariable::Random);
     });
-}
-
-int DaysOfMonth(int year, int month) {
-    return static_cast<int>(DaysFromCivil(month == 12 ? year + 1 : year, month % 12 + 1, 1) -
-                            DaysFromCivil(year, month, 1));
 }
 
 } // namespace
@@ -58,9 +47,12 @@ DateTime DateTimeOf(LocalSecond second) {
 }
 
 Foretelling::Foretelling(std::string_view compiled)
-    : program_(compiled)
-    , bounds_(OrderOrNone(compiled))
-    , possible_(HangsOnTheMomentAlone(OrderOrNone(compiled))) {}
+    : Foretelling(EvaluationOrder(compiled)) {}
+
+Foretelling::Foretelling(const std::vector<CriteriaInstruction>& order)
+    : program_(order)
+    , bounds_(order)
+    , possible_(HangsOnTheMomentAlone(order)) {}
 
 std::optional<LocalSecond> Foretelling::First(bool wanted, LocalSecond from, LocalSecond end) {
     return FirstIn(Year, from, end, {wanted, from, end});
@@ -136,7 +128,7 @@ Verdict Foretelling::JudgeUnit(Level level, const DateTime& begin, const Criteri
     if (level < Hour) open(SystemVariable::Hour, 0, 23);
     open(SystemVariable::Second, 0, 59);
     if (level < Day) {
-        open(SystemVariable::Day, 1, level == Year ? 31 : DaysOfMonth(begin.year, begin.month));
+        open(SystemVariable::Day, 1, level == Year ? 31 : DaysInMonth(begin.month, begin.year));
         open(SystemVariable::Weekday, 1, 7);
         open(SystemVariable::WeekOfMonth, 1, 6);
     }

@@ -47,6 +47,8 @@ class Foretelling {
         LocalSecond end;
     };
 
+    explicit Foretelling(const std::vector<CriteriaInstruction>& order);
+
     std::optional<LocalSecond> FirstIn(Level level, LocalSecond begin, LocalSecond end, const Search& search);
     std::optional<LocalSecond> FirstInUnit(Level level, LocalSecond begin, LocalSecond end,
                                            const Search& search);

@@ -124,16 +124,22 @@ bool CriteriaProgram::Builder::Join(const CriteriaInstruction& instruction) {
 }
 
 std::vector<CriteriaInstruction> EvaluationOrder(std::string_view compiled) {
-    const std::vector<CriteriaInstruction> instructions = ReadInstructions(compiled);
-    std::vector<CriteriaInstruction> order(MissingOperands(instructions));
-    order.insert(order.end(), instructions.rbegin(), instructions.rend());
+    std::vector<CriteriaInstruction> order;
+    PassOver([&] {
+        const std::vector<CriteriaInstruction> instructions = ReadInstructions(compiled);
+        order.resize(MissingOperands(instructions));
+        order.insert(order.end(), instructions.rbegin(), instructions.rend());
+    });
     return order;
 }
 
-CriteriaProgram::CriteriaProgram(std::string_view compiled) {
+CriteriaProgram::CriteriaProgram(std::string_view compiled)
+    : CriteriaProgram(EvaluationOrder(compiled)) {}
+
+CriteriaProgram::CriteriaProgram(const std::vector<CriteriaInstruction>& order) {
     const bool readable = PassOver([&] {
         Builder builder(*this);
-        for (const CriteriaInstruction& instruction : EvaluationOrder(compiled))
+        for (const CriteriaInstruction& instruction : order)
             builder.Add(instruction);
         values_.resize(builder.Deepest());
     });

@@ -11,8 +11,8 @@
 namespace quorvane {
 
 // The instructions of a compiled text in the order in which they are evaluated, the text's last one first,
-// behind a 0 for each operand that a text which ended early lacks. Throws a RunTimeError for a text that can
-// never be evaluated.
+// behind a 0 for each operand that a text which ended early lacks. None for a text that can never be
+// evaluated.
 std::vector<CriteriaInstruction> EvaluationOrder(std::string_view compiled);
 
 // A compiled criterion, decoded. Decoding takes any text at all; one that cannot be evaluated is false at
@@ -21,6 +21,8 @@ class CriteriaProgram {
   public:
     CriteriaProgram() = default;
     explicit CriteriaProgram(std::string_view compiled);
+    // Of instructions as EvaluationOrder gives them.
+    explicit CriteriaProgram(const std::vector<CriteriaInstruction>& order);
 
     // Whether the criterion holds. Any failure is false. Allocates nothing.
     bool Evaluate(const CriteriaMoment& moment, CriteriaMemory& memory);
