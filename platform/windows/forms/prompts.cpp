@@ -13,6 +13,25 @@
 namespace quorvane {
 namespace {
 
+void Center(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    RECT area{};
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    GetWindowRect(window, &area);
+    const RECT& work = monitor.rcWork;
+    SetWindowPos(window, nullptr, static_cast<int>(work.left + work.right - (area.right - area.left)) / 2,
+                 static_cast<int>(work.top + work.bottom - (area.bottom - area.top)) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// In the word of the program's own boxes.
+void NameButton(HWND window) {
+    wchar_t word[4]{};
+    if (GetDlgItemTextW(window, IDOK, word, 4) > 0 && std::wstring_view(word) == L"OK")
+        SetDlgItemTextW(window, IDOK, L"Ok");
+}
+
 // What a box of the system's stands in. The forms are blocked by it. Its owner is the window in use or, where
 // there is none, a hidden one, so that it has no entry in the task bar; then it opens in the middle of the
 // screen.
@@ -21,12 +40,13 @@ class Box {
     explicit Box(WindowsFormHost& host)
         : owner_(host.ActiveWindow())
         , stands_(host.Order()) {
+        centered_ = !owner_;
         if (owner_) {
             EnableWindow(owner_, TRUE); // the box switches it off, and on again before it goes
         } else {
             owner_ = host.Events().Window();
-            hook_ = SetWindowsHookExW(WH_CBT, Center, nullptr, GetCurrentThreadId());
         }
+        hook_ = SetWindowsHookExW(WH_CBT, Dress, nullptr, GetCurrentThreadId());
     }
     ~Box() { Unhook(); }
     Box(const Box&) = delete;
@@ -40,28 +60,23 @@ class Box {
         hook_ = nullptr;
     }
     // The first dialogue that becomes active is the box.
-    static LRESULT CALLBACK Center(int code, WPARAM wide, LPARAM low) {
+    static LRESULT CALLBACK Dress(int code, WPARAM wide, LPARAM low) {
         const HHOOK hook = hook_;
         const HWND window = reinterpret_cast<HWND>(wide);
         wchar_t kind[16]{};
         if (code == HCBT_ACTIVATE && GetClassNameW(window, kind, 16) > 0 &&
             std::wstring_view(kind) == L"#32770") {
-            MONITORINFO monitor{};
-            monitor.cbSize = sizeof monitor;
-            RECT area{};
-            GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
-            GetWindowRect(window, &area);
-            const RECT& work = monitor.rcWork;
-            SetWindowPos(window, nullptr,
-                         static_cast<int>(work.left + work.right - (area.right - area.left)) / 2,
-                         static_cast<int>(work.top + work.bottom - (area.bottom - area.top)) / 2, 0, 0,
-                         SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            NameButton(window);
+            if (centered_) Center(window);
             Unhook();
         }
         return CallNextHookEx(hook, code, wide, low);
     }
 
-    static inline HHOOK hook_ = nullptr; // of the one box that has not opened yet
+    // Of the one box that has not opened yet.
+    static inline HHOOK hook_ = nullptr;
+    static inline bool centered_ = false;
+
     HWND owner_;
     QuestionStands stands_;
 };

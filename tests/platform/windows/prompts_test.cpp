@@ -26,6 +26,8 @@ class PromptsTest : public testing::Test {
                 GetWindowTextW(child, text, 400);
                 words_ += Utf8(text);
             }
+            GetDlgItemTextW(window, IDOK, text, 400);
+            button_ = Utf8(text);
             act(window);
         });
     }
@@ -39,6 +41,7 @@ class PromptsTest : public testing::Test {
     WindowsPrompts prompts_{host_, events_};
     Forms forms_{host_, events_, drawing_};
     std::string words_;
+    std::string button_; // the one that agrees
     TimerId timer_ = 0;
 };
 
@@ -51,6 +54,7 @@ TEST_F(PromptsTest, MessagesComeWithTheirWordsAndAnswers) {
     EXPECT_EQ(prompts_.Message("Terminate?", "Error!", message_style::Question), Answer::No);
     When(L"Quorvane II", Press(IDOK));
     EXPECT_EQ(prompts_.Message("Done", "Quorvane II", message_style::Information), Answer::Ok);
+    EXPECT_EQ(button_, "Ok");
 }
 
 TEST_F(PromptsTest, ABoxWithoutAnOwnerStandsInTheMiddleAndBlocksTheForms) {
