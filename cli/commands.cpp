@@ -17,9 +17,9 @@ Command RenderCommandThat(std::function<int(const Arguments&, Streams&)> run) {
 
 std::vector<Command> AllCommands() {
     std::vector<Command> all{
-        CriteriaCommand(), SkyCommand(),  JulianCommand(), WeekCommand(),     MonthCommand(),
-        YearCommand(),     DaysCommand(), ZoneCommand(),   NoteCommand(),     CaptureNameCommand(),
-        ScanCommand(),     DrawCommand(), RenderCommand(), SettingsCommand(),
+        CriteriaCommand(), SkyCommand(),  JulianCommand(), WeekCommand(),   MonthCommand(),
+        YearCommand(),     DaysCommand(), ZoneCommand(),   NoteCommand(),   CaptureNameCommand(),
+        LocaleCommand(),   ScanCommand(), DrawCommand(),   RenderCommand(), SettingsCommand(),
     };
     for (const commands::RecordCommand& command : commands::RecordCommands()) {
         if (std::string_view(command.name) != "settings") all.push_back(FromRecordCommand(command));

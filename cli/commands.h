@@ -20,6 +20,7 @@ Command DaysCommand();
 Command ZoneCommand();
 Command NoteCommand();
 Command CaptureNameCommand();
+Command LocaleCommand();
 Command ScanCommand();
 Command DrawCommand();
 Command RenderCommand(); // in render/, or in render_beside/ where another program draws

@@ -111,6 +111,13 @@ JsonObject& JsonObject::Add(std::string_view key, const std::vector<std::string>
     return AddRaw(key, json + "]");
 }
 
+JsonObject& JsonObject::Add(std::string_view key, const std::vector<int>& numbers) {
+    std::string json = "[";
+    for (const int number : numbers)
+        json += (json.size() > 1 ? ", " : "") + std::to_string(number);
+    return AddRaw(key, json + "]");
+}
+
 JsonObject& JsonObject::Add(std::string_view key, const JsonObject& object) {
     return AddRaw(key, object.Text());
 }

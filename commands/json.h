@@ -17,6 +17,7 @@ class JsonObject {
     JsonObject& Add(std::string_view key, int number) { return Add(key, static_cast<std::int64_t>(number)); }
     JsonObject& Add(std::string_view key, bool value);
     JsonObject& Add(std::string_view key, const std::vector<std::string>& texts);
+    JsonObject& Add(std::string_view key, const std::vector<int>& numbers);
     JsonObject& Add(std::string_view key, const JsonObject& object);
     JsonObject& Add(std::string_view key, const std::vector<JsonObject>& objects);
     std::string Text() const { return "{" + members_ + "}"; }

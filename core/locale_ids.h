@@ -29,4 +29,6 @@ inline constexpr int ShortDay = 85;   // and the day of the week, Monday 0
 inline constexpr int ShortMonth = 91; // and the month
 inline constexpr int FullDay = 104;   // and the day of the week
 
+inline constexpr int Last = 135; // of all captions and of the numbers here
+
 } // namespace quorvane::locale_id

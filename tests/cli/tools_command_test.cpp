@@ -1,8 +1,11 @@
 #include "tests/cli/run.h"
 
 #include "calendar/month_sheet.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+
+#include <fstream>
 
 namespace quorvane::cli {
 namespace {
@@ -84,6 +87,19 @@ TEST(ToolCommands, Answer) {
                                                {"zone", "14"},
                                                {"zone", "x"}})
         EXPECT_EQ(RunWords(words).status, Refused) << words.back();
+}
+
+TEST(LocaleCommand, ChecksAFile) {
+    const test::TemporaryFolder folder;
+    const std::string path = (folder.Path() / "XX.res").string();
+    std::ofstream(path) << "[LOCALE=Test;XX]\r\n1=-\r\n3=none\r\n21=&Change\r\nend";
+    const std::string told = RunWords({"locale", "check", "--json", path}).out;
+    EXPECT_NE(told.find("\"description\": \"Test\", \"language\": \"XX\", \"ok\": false, \"strings\": "
+                        "{\"1\": \"-\", \"3\": \"none\", \"21\": \"&Change\"}, \"missing\": [5, 6, 9, "),
+              std::string::npos)
+        << told;
+    EXPECT_TRUE(told.ends_with(", 135], \"unused\": [3]}\n")) << told;
+    EXPECT_EQ(RunWords({"locale", "check", "/nowhere"}).status, Refused);
 }
 
 TEST(DumpCommand, WritesTheStateOfATree) {
