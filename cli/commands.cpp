@@ -2,17 +2,19 @@
 
 #include "cli/record_commands.h"
 
-#include <utility>
-
 namespace quorvane::cli {
 
-Command RenderCommandThat(std::function<int(const Arguments&, Streams&)> run) {
+Command RenderCommand() {
     return {"render",
             "render [--json] --out FILE [--picture FILE] [--size WxH] [--at T] [--seed S] [--settings F] "
             "[--set 'KEY\\NAME=DATA']...",
             {"out", "picture", "size", "at", "seed", "settings", "set"},
             {},
-            std::move(run)};
+            Render};
+}
+
+Command DoctorCommand() {
+    return {"doctor", "doctor [--json]", {}, {}, Doctor};
 }
 
 std::vector<Command> AllCommands() {
@@ -24,6 +26,8 @@ std::vector<Command> AllCommands() {
     for (const commands::RecordCommand& command : commands::RecordCommands()) {
         if (std::string_view(command.name) != "settings") all.push_back(FromRecordCommand(command));
     }
+    all.push_back(DoctorCommand());
+    all.push_back(CompletionsCommand());
     return all;
 }
 

@@ -4,9 +4,6 @@
 
 namespace quorvane::cli {
 
-// What both forms of the command "render" share.
-Command RenderCommandThat(std::function<int(const Arguments&, Streams&)> run);
-
 // Every command of quorvanectl, in the order in which the usage lists them.
 std::vector<Command> AllCommands();
 
@@ -23,7 +20,14 @@ Command CaptureNameCommand();
 Command LocaleCommand();
 Command ScanCommand();
 Command DrawCommand();
-Command RenderCommand(); // in render/, or in render_beside/ where another program draws
+Command RenderCommand();
 Command SettingsCommand();
+Command DoctorCommand();
+Command CompletionsCommand();
+
+// The commands that need more libraries than the others: in render/ and doctor/, or in beside/ where another
+// program has those.
+int Render(const Arguments& arguments, Streams& streams);
+int Doctor(const Arguments& arguments, Streams& streams);
 
 } // namespace quorvane::cli

@@ -58,6 +58,8 @@ JsonObject RectObject(const PixelRect& rect) {
     return JsonObject().Add("x", rect.x).Add("y", rect.y).Add("width", rect.width).Add("height", rect.height);
 }
 
+} // namespace
+
 int Render(const Arguments& arguments, Streams& streams) {
     arguments.NoInputs();
     const auto out = arguments.Value("out");
@@ -102,12 +104,6 @@ int Render(const Arguments& arguments, Streams& streams) {
                        .Text()
                 << '\n';
     return Done;
-}
-
-} // namespace
-
-Command RenderCommand() {
-    return RenderCommandThat(Render);
 }
 
 } // namespace quorvane::cli

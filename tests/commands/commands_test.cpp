@@ -1,3 +1,5 @@
+#include "alarms/criteria/compiler.h"
+#include "commands/doctor.h"
 #include "commands/json.h"
 #include "commands/message.h"
 #include "commands/setting_values.h"
@@ -103,6 +105,51 @@ TEST_F(CommandsTest, ARunningProgramKeepsRecordAndTreeInStep) {
     EXPECT_EQ(live_.Week_Str_Name, "imported");
     EXPECT_EQ(Live({"sources", "add", "pics"}).out, "1\n");
     EXPECT_TRUE(live_.RESCANWALLPAPERSOURCESNOW) << "the next change looks there";
+}
+
+TEST_F(CommandsTest, TheDoctorSaysWhatTheSettingsLack) {
+    const auto found = [this] {
+        std::string lines;
+        Place place = PlaceOf(live_);
+        for (const Finding& finding : ExamineRecord(place)) {
+            if (finding.state != Finding::State::Ok) lines += finding.check + ": " + finding.why + "\n";
+        }
+        return lines;
+    };
+    LoadRecord(live_, PlaceOf(live_).context);
+    machine_.clock.zone.known = true;
+    machine_.clock.zone.bias = -180; // where the place of the defaults lies
+    EXPECT_EQ(found(), "sources: no folder of pictures is scanned\n");
+    machine_.clock.zone.bias = 300;
+    live_.WallpaperSources.Add({"/home/ann/pics", true, "*.png", "0"});
+    live_.WallpaperSources.Add({"/gone", true, "*.png", "0"});
+    live_.WallpaperSources.Add({"/gone too", false, "*.png", "0"});
+    const auto alarm = [this](const char* name, const char* text, double count) {
+        live_.AlarmRecords.Add();
+        AlarmRecord& added = live_.AlarmRecords[live_.AlarmRecords_Count()];
+        added.Active = true;
+        added.Name = name;
+        added.CriteriaText = text;
+        added.Criteria = CompileCriteria(text).compiled;
+        added.ExecCount = count;
+    };
+    alarm("good", "hh=7&nn=0&ss=0", alarm_count::Infinite);
+    alarm("once", "hh=7", 1);
+    alarm("broken", "hh=", 1);
+    live_.AlarmRecords[3].Criteria = "";
+    live_.AlarmRecords[3].CriteriaText = "qq";
+    alarm("never", "mm=13", 1);
+    alarm("flood", "hh=7", alarm_count::Infinite);
+    alarm("spent", "hh=7", 0);
+    EXPECT_EQ(
+        found(),
+        "sources: source 2, \"/gone\", cannot be read\n"
+        "alarms: alarm 3, \"broken\", does not compile: Lexical ERROR! - Error at [q]\n"
+        "alarms: alarm 4, \"never\", does not fire in the next ten years\n"
+        "alarms: alarm 5, \"flood\", fires twice in each second in which its criterion holds, without end\n"
+        "alarms: alarm 6, \"spent\", has fired as often as it may\n"
+        "place: Sun and Moon are told for the place that the settings begin with, and the clock is that of "
+        "another zone\n");
 }
 
 TEST_F(CommandsTest, DoesWhatTheTrayMenuDoes) {

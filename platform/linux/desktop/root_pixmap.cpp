@@ -54,6 +54,8 @@ class RootWindow {
     // Shows a picture of the root window's size, and keeps it when the connection closes. Where the picture
     // breaks off, what was shown before stays.
     bool Show(const RowSource& picture);
+    // Whether it shows the picture, which has its size.
+    bool Shows(const QImage& picture) const;
 
   private:
     PixelForm Form() const;
@@ -172,12 +174,52 @@ bool RootWindow::Show(const RowSource& picture) {
     return done != nullptr;
 }
 
+bool RootWindow::Shows(const QImage& picture) const {
+    const auto pixmap = PixmapOf(InternAtom(connection_, "_XROOTPMAP_ID"));
+    if (!pixmap) return false;
+    const PixelForm form = Form();
+    const PixelSize size = Size();
+    const auto pixelBytes = static_cast<std::size_t>(form.bitsPerPixel / 8);
+    std::vector<std::uint8_t> wanted(static_cast<std::size_t>(size.width) * pixelBytes);
+    for (int y = 0; y < size.height; ++y) {
+        const auto cookie =
+            xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, *pixmap, 0, static_cast<std::int16_t>(y),
+                          static_cast<std::uint16_t>(size.width), 1, ~0U);
+        const auto row = Own(xcb_get_image_reply(connection_, cookie, nullptr));
+        if (!row || static_cast<std::size_t>(xcb_get_image_data_length(row.get())) < wanted.size())
+            return false;
+        ConvertRow(reinterpret_cast<const QRgb*>(picture.constScanLine(y)), size.width, form, wanted.data());
+        const std::uint8_t* shown = xcb_get_image_data(row.get());
+        for (std::size_t at = 0; at < wanted.size(); ++at) {
+            // Of the four bytes of a pixel of 24 bits the topmost means nothing.
+            const std::size_t unused = form.highByteFirst ? 0 : 3;
+            if ((pixelBytes != 4 || at % 4 != unused) && shown[at] != wanted[at]) return false;
+        }
+    }
+    return true;
+}
+
 // By a file that is open already: a name need not be UTF-8, which the toolkit takes it for.
 QImage ReadPicture(const std::string& path) {
     std::FILE* file = std::fopen(path.c_str(), "rbe");
     QFile device;
     if (!file || !device.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) return {};
     return QImageReader(&device).read();
+}
+
+// All of the root window; null where the file cannot be read.
+QImage WholePicture(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors,
+                    PixelSize size) {
+    const QImage picture = ReadPicture(file).convertToFormat(QImage::Format_RGB32);
+    if (picture.isNull()) return {};
+    QImage whole(size.width, size.height, QImage::Format_RGB32);
+    whole.fill(Qt::black);
+    QPainter painter(&whole);
+    for (const PixelRect& monitor : monitors) {
+        painter.drawImage(monitor.x, monitor.y,
+                          MonitorPicture(picture, style, {monitor.width, monitor.height}));
+    }
+    return whole;
 }
 
 } // namespace
@@ -214,20 +256,19 @@ bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::v
                 [&](int y, QRgb* row) { return rows->Read(border->x, border->y + y, size.width, row); });
         }
     }
-    const QImage picture = ReadPicture(file).convertToFormat(QImage::Format_RGB32);
-    if (picture.isNull()) return false;
-    QImage whole(size.width, size.height, QImage::Format_RGB32);
-    whole.fill(Qt::black);
-    QPainter painter(&whole);
-    for (const PixelRect& monitor : monitors) {
-        painter.drawImage(monitor.x, monitor.y,
-                          MonitorPicture(picture, style, {monitor.width, monitor.height}));
-    }
-    painter.end();
+    const QImage whole = WholePicture(file, style, monitors, size);
+    if (whole.isNull()) return false;
     return root.Show([&whole](int y, QRgb* row) {
         std::memcpy(row, whole.constScanLine(y), static_cast<std::size_t>(whole.width()) * sizeof(QRgb));
         return true;
     });
+}
+
+bool RootWindowShows(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors) {
+    const RootWindow root;
+    if (!root.IsConnected()) return false;
+    const QImage whole = WholePicture(file, style, monitors, root.Size());
+    return !whole.isNull() && root.Shows(whole);
 }
 
 } // namespace quorvane

@@ -14,6 +14,9 @@ namespace quorvane {
 // or the file cannot be read.
 bool PaintRootWindow(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors);
 
+// Whether the root window shows just what PaintRootWindow would make of the same.
+bool RootWindowShows(const std::string& file, WallpaperStyle style, const std::vector<PixelRect>& monitors);
+
 // What one monitor of `size` shows of a picture. Stretched, a picture that is at most 4 pixels larger than
 // the monitor is cut at its border instead, and stays crisp.
 QImage MonitorPicture(const QImage& picture, WallpaperStyle style, PixelSize size);

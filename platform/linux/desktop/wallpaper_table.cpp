@@ -45,6 +45,17 @@ bool Gsettings(const char* schema, const char* key, const std::string& value, Pa
     return RunCommand("gsettings", {"set", schema, key, SettingText(value)}, patience).has_value();
 }
 
+// The path behind a setting, which is told in quotes and may be an address.
+std::string GsettingsPath(const char* schema, const char* key, Patience& patience) {
+    const std::string told(Trim(RunCommand("gsettings", {"get", schema, key}, patience).value_or("")));
+    if (told.size() < 2) return {};
+    const std::string text = told.substr(1, told.size() - 2);
+    constexpr std::string_view Scheme = "file://";
+    if (!text.starts_with(Scheme)) return text;
+    return QByteArray::fromPercentEncoding(QByteArray::fromStdString(text.substr(Scheme.size())))
+        .toStdString();
+}
+
 constexpr StyleWords GnomeStyles{{"centered", "wallpaper", "stretched"}};
 
 // The dark key came later than the light one; where it is missing the light one is all there is.
@@ -57,16 +68,28 @@ bool TellGnome(const Handover& handover, Patience& patience) {
     return told;
 }
 
+std::string ShownByGnome(Patience& patience) {
+    return GsettingsPath("org.gnome.desktop.background", "picture-uri", patience);
+}
+
 bool TellCinnamon(const Handover& handover, Patience& patience) {
     const char* schema = "org.cinnamon.desktop.background";
     Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style), patience);
     return Gsettings(schema, "picture-uri", FileUri(handover.file), patience);
 }
 
+std::string ShownByCinnamon(Patience& patience) {
+    return GsettingsPath("org.cinnamon.desktop.background", "picture-uri", patience);
+}
+
 bool TellMate(const Handover& handover, Patience& patience) {
     const char* schema = "org.mate.background";
     Gsettings(schema, "picture-options", GnomeStyles.Of(handover.style), patience);
     return Gsettings(schema, "picture-filename", handover.file, patience);
+}
+
+std::string ShownByMate(Patience& patience) {
+    return GsettingsPath("org.mate.background", "picture-filename", patience);
 }
 
 // Fill modes of the shell's picture plug-in: 6 pads, 3 tiles, 0 stretches.
@@ -123,6 +146,15 @@ bool TellXfce(const Handover& handover, Patience& patience) {
         told |= set(backdrop + "/last-image", "string", handover.file);
     }
     return told;
+}
+
+// One of its backdrops.
+std::string ShownByXfce(Patience& patience) {
+    const std::set<std::string> backdrops = XfceBackdrops({}, patience);
+    if (backdrops.empty()) return {};
+    const auto told =
+        RunCommand("xfconf-query", {"-c", XfceChannel, "-p", *backdrops.begin() + "/last-image"}, patience);
+    return std::string(Trim(told.value_or("")));
 }
 
 constexpr StyleWords PcmanfmStyles{{"center", "tile", "stretch"}};
@@ -202,16 +234,17 @@ bool TellPlainX(const Handover& handover, Patience&) {
 const std::vector<DesktopRow>& Table() {
     static const std::vector<DesktopRow> table{
         {{"gnome", "gnome-classic", "gnome-flashback", "unity", "unity7", "budgie", "pop", "ubuntu"},
-         TellGnome},
-        {{"x-cinnamon", "cinnamon"}, TellCinnamon},
-        {{"mate"}, TellMate},
+         TellGnome,
+         ShownByGnome},
+        {{"x-cinnamon", "cinnamon"}, TellCinnamon, ShownByCinnamon},
+        {{"mate"}, TellMate, ShownByMate},
         {{"kde", "plasma"}, TellPlasma},
-        {{"xfce"}, TellXfce},
+        {{"xfce"}, TellXfce, ShownByXfce},
         {{"lxqt"}, TellLxqt},
         {{"lxde"}, TellLxde},
         {{"sway"}, TellSway},
         {{"wlroots", "hyprland", "river", "wayfire", "labwc", "dwl", "niri"}, TellCompositor},
-        {{}, TellPlainX, false},
+        {{}, TellPlainX, nullptr, false},
     };
     return table;
 }

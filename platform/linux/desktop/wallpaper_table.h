@@ -33,6 +33,8 @@ struct Handover {
 struct DesktopRow {
     std::vector<std::string_view> names;
     bool (*tell)(const Handover& handover, Patience& patience) = nullptr;
+    // The file that the desktop says it shows; empty where it does not answer. Null where none can be asked.
+    std::string (*shown)(Patience& patience) = nullptr;
     // Paints what it is given by itself, now and whenever it likes. Plain X alone does not: it shows a
     // picture of ours.
     bool paintsItself = true;

@@ -29,6 +29,12 @@ TEST_F(ShellTest, WhatTheShellChangesIsInTheProgramAndSurvivesItsEnd) {
     Ctl({"do", "change", (pictures_ / "blue.png").string()});
     EXPECT_NE(Ctl({"status"}).find("blue.png"), std::string::npos);
     EXPECT_EQ(WallpaperFile().pixel(5, Height - 5), qRgb(20, 40, 200));
+    const std::string doctor = Ctl({"doctor"});
+    EXPECT_NE(doctor.find("wallpaper: ok: it is painted on the root window, and the desktop shows it"),
+              std::string::npos)
+        << doctor;
+    EXPECT_NE(doctor.find("tray: missing"), std::string::npos) << doctor;
+    EXPECT_NE(doctor.find("program: ok"), std::string::npos) << doctor;
     Ctl({"do", "exit"});
     ASSERT_TRUE(WaitFor([this] { return program_->ExitStatus().has_value(); }));
     EXPECT_EQ(*program_->ExitStatus(), 0);
