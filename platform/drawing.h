@@ -81,6 +81,10 @@ class Surface {
                                    GradientDirection direction) = 0;
     virtual void GradientTriangle(const GradientVertex& a, const GradientVertex& b,
                                   const GradientVertex& c) = 0;
+    // A straight line with smooth edges and round ends, which stand out by half of `width`. The place (x, y)
+    // is the upper left corner of pixel (x, y), its middle (x + 0.5, y + 0.5). A width under 1 is a paler
+    // line.
+    virtual void Line(double x1, double y1, double x2, double y2, double width, Color color) = 0;
     // The whole picture onto `target`, in halftone quality; what lies outside the surface is cut, and what
     // was painted before shows where the picture is transparent. False, with the reason in `why`, where the
     // picture cannot be decoded; the surface may then hold a part of it.

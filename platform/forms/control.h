@@ -154,7 +154,7 @@ class Control {
     const std::optional<Color>& ForeColor() const { return foreColor_; }
     void SetForeColor(std::optional<Color> color);
     const std::optional<Color>& BackColor() const { return backColor_; }
-    void SetBackColor(std::optional<Color> color);
+    virtual void SetBackColor(std::optional<Color> color);
 
     // From the upper left corner of the container's inner area; worked out by the layout.
     const TwipRect& Bounds() const { return bounds_; }

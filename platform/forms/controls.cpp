@@ -218,14 +218,15 @@ void TabStrip::SetTabs(std::vector<Words> captions) {
     tabs_ = std::move(captions);
     for (Words& tab : tabs_)
         tab = Localised(std::move(tab));
+    rows_ = {static_cast<int>(tabs_.size())};
     selected_ = tabs_.empty() ? -1 : 0;
-    ChangedInSize(Aspect::Items);
+    ChangedInRows(Aspect::Items);
 }
 
 void TabStrip::SetTabCaption(int tab, Words caption) {
     if (tab < 0 || tab >= static_cast<int>(tabs_.size())) throw RunTimeError::SubscriptOutOfRange();
     tabs_[static_cast<std::size_t>(tab)] = Localised(std::move(caption));
-    ChangedInSize(Aspect::Caption);
+    ChangedInRows(Aspect::Caption);
 }
 
 void TabStrip::Localise(const LocaleStrings& words) {
@@ -233,7 +234,19 @@ void TabStrip::Localise(const LocaleStrings& words) {
     bool changed = false;
     for (Words& tab : tabs_)
         changed = tab.Localise(words) || changed;
-    if (changed) ChangedInSize(Aspect::Caption);
+    if (changed) ChangedInRows(Aspect::Caption);
+}
+
+// Shorter captions, too, may stand in other rows.
+void TabStrip::ChangedInRows(Aspect aspect) {
+    Changed(aspect);
+    OwnerForm().ArrangeSoon();
+}
+
+void TabStrip::SetTabRows(std::vector<int> rows) {
+    if (rows == rows_) return;
+    rows_ = std::move(rows);
+    Changed(Aspect::Items);
 }
 
 void TabStrip::SelectTab(int tab) {
@@ -364,7 +377,19 @@ void PictureBox::SetPreferred(TwipSize size) {
     OwnerForm().ArrangeSoon();
 }
 
+void PictureBox::SetBackColor(std::optional<Color> color) {
+    if (color == BackColor()) return;
+    Control::SetBackColor(color);
+    Refresh();
+}
+
 void PictureBox::Refresh() {
+    stale_ = OwnerForm().arrangePending_;
+    if (!stale_) Paint();
+}
+
+void PictureBox::Paint() {
+    stale_ = false;
     Form& form = OwnerForm();
     const PixelRect area = ToPixels({0, 0, Bounds().width, Bounds().height}, form.Metrics().Scale());
     const double ratio = form.Metrics().PixelRatio();
@@ -381,7 +406,7 @@ void PictureBox::Refresh() {
 void PictureBox::SetBounds(const TwipRect& bounds) {
     const bool resized = bounds.width != Bounds().width || bounds.height != Bounds().height;
     Control::SetBounds(bounds);
-    if (resized) Refresh();
+    if (resized || stale_) Paint();
 }
 
 bool PictureBox::Take(const Act& done) {

@@ -279,8 +279,9 @@ class Frame : public Control, public Container {
     bool Take(const Act& done) override;
 };
 
-// A row of tabs above a pane that holds controls. Which controls belong to which tab is for onClick to say,
-// by showing and hiding them; a Stack in the layout keeps the pane as large as its largest page.
+// Tabs above a pane that holds controls, in more rows than one where they find no room in one. Which controls
+// belong to which tab is for onClick to say, by showing and hiding them; a Stack in the layout keeps the pane
+// as large as its largest page.
 class TabStrip : public Control, public Container {
   public:
     TabStrip(Container& parent, std::string name, int index = NoIndex);
@@ -296,6 +297,9 @@ class TabStrip : public Control, public Container {
     void SetTabCaption(int tab, Words caption);
     int SelectedTab() const { return selected_; } // from 0; -1 without tabs
     void SelectTab(int tab);
+    // How many tabs stand in each row, in their order; worked out by the layout, one row before. The row of
+    // the selected tab is shown next to the pane.
+    const std::vector<int>& TabRows() const { return rows_; }
 
     std::function<void()> onClick; // another tab is selected
 
@@ -306,7 +310,12 @@ class TabStrip : public Control, public Container {
     void Localise(const LocaleStrings& words) override;
 
   private:
+    friend class LayoutRun;
+    void SetTabRows(std::vector<int> rows);
+    void ChangedInRows(Aspect aspect);
+
     std::vector<Words> tabs_;
+    std::vector<int> rows_;
     int selected_ = -1;
 };
 
@@ -451,8 +460,10 @@ class PictureBox : public Control {
     // surface is black, or in the back colour, at the start.
     std::function<void(Surface&)> onPaint;
     std::function<void()> onClick;
-    // Paints anew and has it shown. Nothing while the box has no size.
+    // Paints anew and has it shown: at once, or with the new arrangement where the form is about to be
+    // arranged, so that what changes size and content is painted once. Nothing while the box has no size.
     void Refresh();
+    void SetBackColor(std::optional<Color> color) override; // and paints anew
     // What was painted last; null before.
     Surface* Painted() const { return surface_.get(); }
 
@@ -462,8 +473,11 @@ class PictureBox : public Control {
     void Rescaled() override { Refresh(); }
 
   private:
+    void Paint();
+
     TwipSize preferred_{1440, 1440};
     bool border_ = false;
+    bool stale_ = false; // until the coming arrangement
     std::unique_ptr<Surface> surface_;
 };
 

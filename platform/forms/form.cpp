@@ -178,6 +178,19 @@ void Form::SetBackColor(std::optional<Color> color) {
     Tell(FormAspect::Look);
 }
 
+void Form::SetRightToLeft(bool rightToLeft) {
+    if (rightToLeft == rightToLeft_) return;
+    rightToLeft_ = rightToLeft;
+    if (!view_) return;
+    Control* focused = std::exchange(focus_, nullptr);
+    view_.reset(); // widgets are made for one direction
+    if (!visible_) return;
+    MakeView();
+    view_->Show();
+    view_->UpdateForm(FormAspect::Blocked);
+    if (focused && view_ && focused->CanHaveFocus()) view_->Focus(*focused);
+}
+
 void Form::SetAlwaysOnTop(bool onTop) {
     if (onTop == alwaysOnTop_) return;
     alwaysOnTop_ = onTop;

@@ -76,6 +76,10 @@ class Form : public Container {
     void SetTransparentColor(std::optional<Color> color);
     const std::optional<Color>& BackColor() const { return backColor_; }
     void SetBackColor(std::optional<Color> color);
+    // The form reads from right to left: its layout is mirrored, and so are its widgets. A form that is shown
+    // gets a new window.
+    bool RightToLeft() const { return rightToLeft_; }
+    void SetRightToLeft(bool rightToLeft);
     bool AlwaysOnTop() const { return alwaysOnTop_; }
     void SetAlwaysOnTop(bool onTop);
     bool ShownInTaskBar() const { return inTaskBar_; }
@@ -167,6 +171,7 @@ class Form : public Container {
     friend class Control;
     friend class Menu;
     friend class PictureBox;
+    friend class TabStrip;
     friend class Timer;
     friend class Forms;
 
@@ -191,6 +196,7 @@ class Form : public Container {
     int opacity_ = 255;
     std::optional<Color> transparentColor_;
     std::optional<Color> backColor_;
+    bool rightToLeft_ = false;
     bool alwaysOnTop_ = false;
     bool inTaskBar_ = true;
     bool minimized_ = false;

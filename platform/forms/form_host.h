@@ -44,7 +44,7 @@ class FormMetrics {
     // 0 breaks lines between words.
     virtual TwipSize TextSize(const FontSpec& font, std::string_view text, int wrapWidth) = 0;
     // What the widget of a kind draws around its text or its children: borders, the box of a check box, the
-    // caption of a frame, the tabs of a strip.
+    // caption of a frame, the tabs of a strip: one row of them.
     virtual Insets Chrome(ControlKind kind) = 0;
     // Of the pixels that windows count in.
     virtual TwipScale Scale() = 0;

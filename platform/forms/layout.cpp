@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace quorvane {
 
@@ -18,6 +19,7 @@ constexpr TwipSize LeastButton{1125, 345};
 constexpr int Thickness = 255; // of a scroll bar or a progress bar
 constexpr int SliderThickness = 375;
 constexpr int TabPadding = 360; // around the caption of a tab
+constexpr int TabRoom = 9000;   // what a strip takes for its tabs before it begins another row
 
 TwipSize operator+(const TwipSize& size, const Insets& around) {
     return {size.width + around.left + around.right, size.height + around.top + around.bottom};
@@ -29,6 +31,65 @@ TwipSize Larger(const TwipSize& a, const TwipSize& b) {
 
 FontSpec FontOf(const Control& control, FormMetrics& host) {
     return control.Font() ? *control.Font() : host.DefaultFont();
+}
+
+// Deals tabs out to rows of at most `room`, in their order: the number in each row.
+std::vector<int> FilledRows(const std::vector<int>& widths, int room) {
+    std::vector<int> rows;
+    int used = 0;
+    for (const int width : widths) {
+        if (rows.empty() || used + width > room) {
+            rows.push_back(0);
+            used = 0;
+        }
+        ++rows.back();
+        used += width;
+    }
+    return rows;
+}
+
+int WidestOf(const std::vector<int>& rows, const std::vector<int>& widths) {
+    int widest = 0;
+    std::size_t tab = 0;
+    for (const int count : rows) {
+        int width = 0;
+        for (int i = 0; i < count; ++i)
+            width += widths[tab++];
+        widest = std::max(widest, width);
+    }
+    return widest;
+}
+
+// As few rows as `room` allows, the widest of them as narrow as it can be.
+std::vector<int> EvenRows(const std::vector<int>& widths, int room) {
+    std::vector<int> rows = FilledRows(widths, room);
+    int least = widths.empty() ? 0 : *std::max_element(widths.begin(), widths.end());
+    int most = WidestOf(rows, widths);
+    while (least < most) {
+        const int middle = least + (most - least) / 2;
+        std::vector<int> tried = FilledRows(widths, middle);
+        if (tried.size() > rows.size()) {
+            least = middle + 1;
+        } else {
+            most = WidestOf(tried, widths);
+            rows = std::move(tried);
+        }
+    }
+    return rows;
+}
+
+std::vector<int> TabWidths(const TabStrip& tabs, FormMetrics& host) {
+    std::vector<int> widths;
+    const FontSpec font = FontOf(tabs, host);
+    for (const Words& caption : tabs.Tabs())
+        widths.push_back(host.TextSize(font, PlainCaption(caption.Text()), 0).width + TabPadding);
+    return widths;
+}
+
+// The room of one row of tabs: what lies above the pane's border.
+int TabRowHeight(FormMetrics& host) {
+    const Insets chrome = host.Chrome(ControlKind::TabStrip);
+    return chrome.top - chrome.bottom;
 }
 
 // The size of a control without children.
@@ -61,10 +122,8 @@ class Sizer final : public ControlVisitor {
         size = size + Around(control);
     }
     void Visit(TabStrip& control) override {
-        const FontSpec font = FontOf(control, host_);
-        for (const Words& tab : control.Tabs()) {
-            size.width += host_.TextSize(font, PlainCaption(tab.Text()), 0).width + TabPadding;
-        }
+        const std::vector<int> widths = TabWidths(control, host_);
+        size.width = WidestOf(EvenRows(widths, TabRoom), widths);
     }
     void Visit(Frame& control) override { size = {Text(control, 0).width + 4 * FramePadding, 0}; }
     void Visit(Slider& control) override { size = {control.length, SliderThickness}; }
@@ -140,8 +199,11 @@ bool GrowsDown(const LayoutItem& item) {
 // One working out of a form's places. Sizes are asked of the host once for each control.
 class LayoutRun {
   public:
-    explicit LayoutRun(FormMetrics& host)
-        : host_(host) {}
+    // `width` is that of the form's inner area; of no matter where nothing is arranged.
+    LayoutRun(const Form& form, FormMetrics& host, int width = 0)
+        : host_(host)
+        , mirrored_(form.RightToLeft())
+        , width_(width) {}
 
     TwipSize Measure(const LayoutItem& item) {
         switch (item.kind) {
@@ -157,6 +219,8 @@ class LayoutRun {
             return Larger(MeasureGrid(item), item.least);
         case LayoutItem::Kind::Stack:
             return Larger(MeasureStack(item), item.least);
+        case LayoutItem::Kind::Free:
+            return Larger(MeasureFree(item), item.least);
         }
         return {};
     }
@@ -176,6 +240,9 @@ class LayoutRun {
             break;
         case LayoutItem::Kind::Grid:
             ArrangeGrid(item, area);
+            break;
+        case LayoutItem::Kind::Free:
+            ArrangeFree(item, area);
             break;
         case LayoutItem::Kind::Stack: {
             const Counting counting(*this);
@@ -356,9 +423,39 @@ class LayoutRun {
         return size;
     }
 
+    TwipSize SizeInFree(const LayoutItem& piece) {
+        const TwipSize size = Measure(piece);
+        return {piece.at.width > 0 ? piece.at.width : size.width,
+                piece.at.height > 0 ? piece.at.height : size.height};
+    }
+
+    TwipSize MeasureFree(const LayoutItem& box) {
+        TwipSize size;
+        for (const LayoutItem& piece : box.items) {
+            if (!HasRoom(piece)) continue;
+            const TwipSize own = SizeInFree(piece);
+            size = Larger(size, {piece.at.x + own.width, piece.at.y + own.height});
+        }
+        return size;
+    }
+
+    // Hidden pieces too: one that is shown later stands where it belongs.
+    void ArrangeFree(const LayoutItem& box, const TwipRect& area) {
+        for (const LayoutItem& piece : box.items) {
+            const TwipSize size = SizeInFree(piece);
+            const TwipRect place{area.x + piece.at.x, area.y + piece.at.y, size.width, size.height};
+            if (piece.kind == LayoutItem::Kind::Control) {
+                PlaceControl(*piece.control, place);
+            } else {
+                Arrange(piece, place);
+            }
+        }
+    }
+
     // What a container draws around its children, and the padding inside that.
-    Insets Frame(const Control& container) {
+    Insets Frame(const Control& container, const std::vector<int>& tabRows) {
         Insets around = host_.Chrome(container.Kind());
+        if (tabRows.size() > 1) around.top += static_cast<int>(tabRows.size() - 1) * TabRowHeight(host_);
         around.left += FramePadding;
         around.top += FramePadding;
         around.right += FramePadding;
@@ -371,8 +468,16 @@ class LayoutRun {
         Sizer sizer(host_);
         control.Accept(sizer);
         TwipSize size = sizer.size;
-        if (const auto* container = dynamic_cast<Container*>(&control))
-            size = Larger(size, Measure(container->Layout()) + Frame(control));
+        if (const auto* container = dynamic_cast<Container*>(&control)) {
+            const TwipSize inner = Measure(container->Layout());
+            std::vector<int> rows;
+            if (const auto* tabs = dynamic_cast<const TabStrip*>(&control)) {
+                const std::vector<int> widths = TabWidths(*tabs, host_);
+                rows = EvenRows(widths, std::max((inner + Frame(control, {})).width, TabRoom));
+                size.width = WidestOf(rows, widths);
+            }
+            size = Larger(size, inner + Frame(control, rows));
+        }
         sizes_[&control] = size;
         return size;
     }
@@ -383,15 +488,30 @@ class LayoutRun {
             area.y += (area.height - height) / 2;
             area.height = height;
         }
-        control.SetBounds(area);
+        PlaceControl(control, area);
+    }
+
+    void PlaceControl(Control& control, const TwipRect& area) {
+        std::vector<int> rows;
+        if (auto* tabs = dynamic_cast<TabStrip*>(&control)) {
+            rows = EvenRows(TabWidths(*tabs, host_), area.width);
+            tabs->SetTabRows(rows);
+        }
+        control.SetBounds(
+            {mirrored_ ? width_ - area.x - area.width : area.x, area.y, area.width, area.height});
         const auto* container = dynamic_cast<Container*>(&control);
         if (!container) return;
-        const TwipSize taken = TwipSize{} + Frame(control);
-        Arrange(container->Layout(),
-                {FramePadding, FramePadding, area.width - taken.width, area.height - taken.height});
+        const TwipSize taken = TwipSize{} + Frame(control, rows);
+        const TwipRect inner{FramePadding, FramePadding, area.width - taken.width,
+                             area.height - taken.height};
+        const int outside = std::exchange(width_, inner.width + 2 * FramePadding);
+        Arrange(container->Layout(), inner);
+        width_ = outside;
     }
 
     FormMetrics& host_;
+    bool mirrored_;
+    int width_; // of the inner area that is being arranged
     int stacks_ = 0;
     std::unordered_map<const Control*, TwipSize> sizes_;
 };
@@ -425,6 +545,10 @@ LayoutItem Stack(std::vector<LayoutItem> items) {
     return Box(LayoutItem::Kind::Stack, std::move(items));
 }
 
+LayoutItem Free(std::vector<LayoutItem> items) {
+    return Box(LayoutItem::Kind::Free, std::move(items));
+}
+
 LayoutItem Gap(int twips) {
     LayoutItem gap;
     gap.least = {twips, twips};
@@ -438,14 +562,22 @@ LayoutItem Stretch() {
 TwipSize MeasureForm(Form& form, FormMetrics& host) {
     const LayoutItem& layout = form.Layout();
     if (layout.kind == LayoutItem::Kind::Nothing) return {};
-    const TwipSize inner = LayoutRun(host).Measure(layout);
+    const TwipSize inner = LayoutRun(form, host).Measure(layout);
     return {inner.width + 2 * form.Margin(), inner.height + 2 * form.Margin()};
 }
 
 void ArrangeForm(Form& form, FormMetrics& host, TwipSize size) {
     const int margin = form.Margin();
-    LayoutRun(host).Arrange(form.Layout(),
-                            {margin, margin, size.width - 2 * margin, size.height - 2 * margin});
+    LayoutRun(form, host, size.width)
+        .Arrange(form.Layout(), {margin, margin, size.width - 2 * margin, size.height - 2 * margin});
+}
+
+Insets ChromeOf(const Control& container, FormMetrics& host) {
+    Insets chrome = host.Chrome(container.Kind());
+    const auto* tabs = dynamic_cast<const TabStrip*>(&container);
+    if (tabs && tabs->TabRows().size() > 1)
+        chrome.top += static_cast<int>(tabs->TabRows().size() - 1) * TabRowHeight(host);
+    return chrome;
 }
 
 TwipSize PreferredSize(Control& control, FormMetrics& host) {

@@ -14,11 +14,11 @@ class FormMetrics;
 
 // A piece of a layout: a control, a gap, or a box of pieces. Sizes come from the texts that the host
 // measures; room that is left over goes to the pieces that stretch. A hidden control takes no room, except in
-// a stack.
+// a stack. In a form that reads from right to left everything is mirrored.
 //
 //   SetLayout(Column({Label1, Text1, Row({Stretch(), Command1, Command2})}));
 struct LayoutItem {
-    enum class Kind { Nothing, Control, Row, Column, Grid, Stack };
+    enum class Kind { Nothing, Control, Row, Column, Grid, Stack, Free };
 
     Kind kind = Kind::Nothing;
     Control* control = nullptr;
@@ -26,6 +26,7 @@ struct LayoutItem {
     int columns = 1;    // of a grid
     int stretch = 0;    // share of the room left over along the box's direction
     TwipSize least;     // smallest size; of a gap, its size
+    TwipRect at;        // place in a free layout; without a width or height, as large as it asks for
     bool equal = false; // a row whose pieces are all as wide as the widest: the buttons of a dialogue
 
     LayoutItem() = default;
@@ -39,6 +40,10 @@ struct LayoutItem {
     }
     LayoutItem Least(TwipSize size) && {
         least = size;
+        return std::move(*this);
+    }
+    LayoutItem At(TwipRect place) && {
+        at = place;
         return std::move(*this);
     }
     LayoutItem Equal() && {
@@ -56,6 +61,9 @@ LayoutItem Grid(int columns, std::vector<LayoutItem> items);
 // All pieces in the same place, as large as the largest: the pages of a tab strip. Controls that are hidden
 // keep their room.
 LayoutItem Stack(std::vector<LayoutItem> items);
+// Each piece where it says, from the upper left corner: Place(Text1).At({0, 0, 3000, 600}). As large as what
+// is visible reaches; of pieces that overlap the later declared control lies on top.
+LayoutItem Free(std::vector<LayoutItem> items);
 LayoutItem Gap(int twips);
 LayoutItem Stretch();
 
@@ -63,6 +71,8 @@ LayoutItem Stretch();
 TwipSize MeasureForm(Form& form, FormMetrics& host);
 // Gives every control of the form its place in an inner area of `size`.
 void ArrangeForm(Form& form, FormMetrics& host, TwipSize size);
+// What a container's widget draws around its children, with all rows of tabs.
+Insets ChromeOf(const Control& container, FormMetrics& host);
 // What a control would like to be, by its kind, text and font.
 TwipSize PreferredSize(Control& control, FormMetrics& host);
 

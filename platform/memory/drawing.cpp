@@ -75,6 +75,12 @@ class MemorySurface final : public Surface {
         FillGradientTriangle(canvas_, a, b, c);
     }
 
+    void Line(double x1, double y1, double x2, double y2, double width, Color color) override {
+        log_.push_back("line " + PointText(x1, y1) + " " + PointText(x2, y2) + " " + NumberText(width) + " " +
+                       ColorText(color));
+        FillLine(canvas_, x1, y1, x2, y2, width, color);
+    }
+
     bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) override;
 
     double TextWidth(const FontSpec& font, std::string_view text) override {

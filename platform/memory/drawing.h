@@ -14,6 +14,7 @@ namespace quorvane {
 //   fill 0,0 1924x1084 #000000
 //   gradient top-to-bottom 0,0 #0000FF 1924,1084 #FF0000
 //   triangle 0,0 #0000FF 1924,0 #FF0000 0,1084 #00FF00
+//   line 10,10 40.5,10 2 #FFFFFF
 //   stretch /pictures/sea.jpg 0,0 1924x1084
 //   text 12,0 "Tahoma 8 bold" #FFFFFF "November"
 //   png 1924x1084

@@ -13,6 +13,16 @@ int Pixel(double twips, double twipsPerPixel) {
     return static_cast<int>(std::clamp(RoundHalfEven(twips / twipsPerPixel), -Limit, Limit));
 }
 
+// Cuts the first line off `rest`. False where that was the last one.
+bool TakeLine(std::string_view& rest, std::string_view& line) {
+    const std::size_t end = rest.find('\n');
+    line = rest.substr(0, end);
+    if (end == rest.npos) return false;
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    rest.remove_prefix(end + 1);
+    return true;
+}
+
 } // namespace
 
 DrawingBox::DrawingBox(Surface& surface, const PixelRect& area, double twipsPerPixelX, double twipsPerPixelY)
@@ -34,18 +44,35 @@ double DrawingBox::Height() const {
 }
 
 double DrawingBox::TextWidth(std::string_view text) const {
-    return surface_.TextWidth(Font, text) * twipsPerPixelX_;
+    double widest = 0;
+    std::string_view line;
+    for (bool more = true; more;) {
+        more = TakeLine(text, line);
+        widest = std::max(widest, surface_.TextWidth(Font, line));
+    }
+    return widest * twipsPerPixelX_;
 }
 
 double DrawingBox::TextHeight() const {
     return surface_.TextHeight(Font) * twipsPerPixelY_;
 }
 
+double DrawingBox::TextHeight(std::string_view text) const {
+    return static_cast<double>(1 + std::count(text.begin(), text.end(), '\n')) * TextHeight();
+}
+
 void DrawingBox::Print(std::string_view text) {
+    std::string_view line;
+    while (TakeLine(text, line))
+        PrintLine(line);
+    PrintPiece(line);
+}
+
+void DrawingBox::PrintPiece(std::string_view text) {
     if (text.empty()) return;
     surface_.PrintText(area_.x + Pixel(CurrentX, twipsPerPixelX_), area_.y + Pixel(CurrentY, twipsPerPixelY_),
                        Font, ForeColor, text);
-    CurrentX += TextWidth(text);
+    CurrentX += surface_.TextWidth(Font, text) * twipsPerPixelX_;
 }
 
 void DrawingBox::PrintLine(std::string_view text) {

@@ -19,11 +19,14 @@ class DrawingBox {
     double Width() const;
     double Height() const;
 
-    // The advance of one line of text and the height of a line, in the font in force.
+    // In the font in force: the advance of the longest of a text's lines, which "\n" or "\r\n" parts; the
+    // height of a line, and of all lines of a text.
     double TextWidth(std::string_view text) const;
     double TextHeight() const;
+    double TextHeight(std::string_view text) const;
 
-    // Prints at the cursor, which then stands behind the text.
+    // Prints at the cursor, which then stands behind the text. At a line's end in the text the cursor goes to
+    // the left edge, one line further down.
     void Print(std::string_view text);
     // The same with a line end: the cursor goes to the left edge, one line further down.
     void PrintLine(std::string_view text = {});
@@ -40,6 +43,8 @@ class DrawingBox {
     Color ForeColor = 0;
 
   private:
+    void PrintPiece(std::string_view text);
+
     Surface& surface_;
     PixelRect area_;
     double twipsPerPixelX_;

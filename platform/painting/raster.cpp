@@ -174,4 +174,58 @@ void FillGradientTriangle(const Canvas& canvas, const GradientVertex& a, const G
     }
 }
 
+namespace {
+
+void BlendPixel(std::uint8_t* pixel, Color color, double share) {
+    const std::array<int, 3> wanted{Blue(color), Green(color), Red(color)};
+    for (std::size_t lane = 0; lane < wanted.size(); ++lane)
+        pixel[lane] =
+            static_cast<std::uint8_t>(std::lround(pixel[lane] + (wanted[lane] - pixel[lane]) * share));
+}
+
+// The whole numbers from `first` up to but not `last` that lie on a side of `length` pixels.
+std::pair<int, int> OnSide(double first, double last, int length) {
+    const double most = length;
+    return {static_cast<int>(std::clamp(std::floor(first), 0.0, most)),
+            static_cast<int>(std::clamp(std::ceil(last), 0.0, most))};
+}
+
+} // namespace
+
+// A pixel takes the colour by how far its middle lies inside the edge, which is half a width away from the
+// nearest point of the line.
+void FillLine(const Canvas& canvas, double x1, double y1, double x2, double y2, double width, Color color) {
+    constexpr double Farthest = 1e7;
+    for (const double place : {x1, y1, x2, y2}) {
+        if (!(std::abs(place) < Farthest)) return;
+    }
+    if (!(width > 0) || width > Farthest) return;
+    const double reach = std::max(width, 1.0) / 2 + 0.5;
+    const double most = std::min(width, 1.0);
+    const double runX = x2 - x1, runY = y2 - y1;
+    const double square = runX * runX + runY * runY;
+    const auto [top, bottom] = OnSide(std::min(y1, y2) - reach, std::max(y1, y2) + reach, canvas.size.height);
+    for (int y = top; y < bottom; ++y) {
+        const double middleY = y + 0.5;
+        // The part of the line that is near enough to this row.
+        double from = 0, to = 1;
+        if (runY != 0) {
+            const double one = (middleY - reach - y1) / runY, other = (middleY + reach - y1) / runY;
+            from = std::clamp(std::min(one, other), 0.0, 1.0);
+            to = std::clamp(std::max(one, other), 0.0, 1.0);
+        }
+        const double endA = x1 + from * runX, endB = x1 + to * runX;
+        const auto [left, right] =
+            OnSide(std::min(endA, endB) - reach, std::max(endA, endB) + reach, canvas.size.width);
+        std::uint8_t* row = canvas.Row(y);
+        for (int x = left; x < right; ++x) {
+            const double toX = x + 0.5 - x1, toY = middleY - y1;
+            const double along = square > 0 ? std::clamp((toX * runX + toY * runY) / square, 0.0, 1.0) : 0.0;
+            const double distance = std::hypot(toX - along * runX, toY - along * runY);
+            const double share = std::clamp(reach - distance, 0.0, 1.0) * most;
+            if (share > 0) BlendPixel(row + std::ptrdiff_t{3} * x, color, share);
+        }
+    }
+}
+
 } // namespace quorvane

@@ -40,4 +40,7 @@ void FillGradientRectangle(const Canvas& canvas, const GradientVertex& upperLeft
 void FillGradientTriangle(const Canvas& canvas, const GradientVertex& a, const GradientVertex& b,
                           const GradientVertex& c);
 
+// As Surface::Line. Lines that begin or end more than 10 million pixels away are left out.
+void FillLine(const Canvas& canvas, double x1, double y1, double x2, double y2, double width, Color color);
+
 } // namespace quorvane

@@ -163,6 +163,41 @@ TEST_P(SurfaceContract, FourColoursJoinWithoutAStep) {
     EXPECT_LE(widest, 2);
 }
 
+TEST_P(SurfaceContract, LinesCoverWhatLiesWithinHalfTheirWidth) {
+    const auto surface = Make(40, 30);
+    const Color white = Rgb(255, 255, 255);
+    surface->Line(5, 10, 15, 10, 2, white); // rows 9 and 10 whole
+    EXPECT_EQ(At(surface->Pixels(), 10, 9), white);
+    EXPECT_EQ(At(surface->Pixels(), 10, 10), white);
+    EXPECT_EQ(At(surface->Pixels(), 10, 8), Rgb(0, 0, 0));
+    EXPECT_EQ(At(surface->Pixels(), 10, 11), Rgb(0, 0, 0));
+    surface->Line(30.5, 2, 30.5, 28, 1.5, white);
+    EXPECT_EQ(At(surface->Pixels(), 30, 15), white);
+    ExpectNear(At(surface->Pixels(), 29, 15), 64, 64, 64, "a quarter of a pixel beside");
+    ExpectNear(At(surface->Pixels(), 31, 15), 64, 64, 64, "a quarter of a pixel beside");
+    surface->Fill({0, 0, 40, 30}, 0);
+    surface->Line(-100, -100, 200, 200, 3, Rgb(200, 100, 0)); // along the diagonal, cut at the surface
+    for (int i = 0; i < 30; ++i) {
+        const std::string where = "diagonal at " + std::to_string(i);
+        EXPECT_EQ(At(surface->Pixels(), i, i), Rgb(200, 100, 0)) << where;
+        if (i < 27) {
+            ExpectNear(At(surface->Pixels(), i + 2, i), 200 * 0.586, 100 * 0.586, 0, where);
+            EXPECT_EQ(At(surface->Pixels(), i + 3, i), Rgb(0, 0, 0)) << where;
+        }
+    }
+}
+
+TEST_P(SurfaceContract, ALineWithoutLengthIsADotAndOneWithoutAPlaceIsNothing) {
+    const auto surface = Make(20, 20);
+    surface->Line(10, 10, 10, 10, 4, Rgb(255, 255, 255));
+    EXPECT_EQ(Painted(surface->Pixels(), Rgb(0, 0, 0)), (PixelRect{8, 8, 4, 4}));
+    surface->Fill({0, 0, 20, 20}, 0);
+    surface->Line(1e300, 0, std::nan(""), 20, 3, Rgb(255, 255, 255));
+    surface->Line(0, 0, 20, 20, -1, Rgb(255, 255, 255));
+    surface->Line(0, 0, 20, 20, std::nan(""), Rgb(255, 255, 255));
+    EXPECT_EQ(Painted(surface->Pixels(), Rgb(0, 0, 0)), PixelRect{});
+}
+
 TEST_P(SurfaceContract, TextTakesTheRoomThatWasMeasured) {
     const auto surface = Make(400, 80);
     const FontSpec font{"Liberation Sans", 12, false, false, false, false};

@@ -50,6 +50,10 @@ void LinuxSurface::GradientTriangle(const GradientVertex& a, const GradientVerte
     FillGradientTriangle(canvas_, a, b, c);
 }
 
+void LinuxSurface::Line(double x1, double y1, double x2, double y2, double width, Color color) {
+    FillLine(canvas_, x1, y1, x2, y2, width, color);
+}
+
 bool LinuxSurface::StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) {
     return dynamic_cast<const LinuxPicture&>(picture).Draw(canvas_, target, why);
 }

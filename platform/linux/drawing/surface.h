@@ -24,6 +24,7 @@ class LinuxSurface final : public Surface {
     void GradientRectangle(const GradientVertex& upperLeft, const GradientVertex& lowerRight,
                            GradientDirection direction) override;
     void GradientTriangle(const GradientVertex& a, const GradientVertex& b, const GradientVertex& c) override;
+    void Line(double x1, double y1, double x2, double y2, double width, Color color) override;
     bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) override;
     double TextWidth(const FontSpec& font, std::string_view text) override;
     double TextHeight(const FontSpec& font) override;

@@ -46,6 +46,7 @@ QtFormView::QtFormView(Form& form)
     window_->installEventFilter(this);
     client_->installEventFilter(this);
     client_->setMouseTracking(true);
+    window_->setLayoutDirection(form.RightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     ShowWindowKind();
     ShowMenuBar();
     MakeParts(form, client_);
@@ -58,6 +59,8 @@ QtFormView::QtFormView(Form& form)
 // Possibly inside one of the window's own events: the widgets go when that is over.
 QtFormView::~QtFormView() {
     if (!window_) return;
+    for (const auto& [control, part] : parts_)
+        part->Detach();
     window_->removeEventFilter(this);
     window_->hide();
     window_->deleteLater();
@@ -71,11 +74,20 @@ void QtFormView::MakeParts(Container& container, QWidget* parent) {
         control->Accept(maker);
         Part& part = *(parts_[control] = std::move(maker.part));
         part.Widget()->setObjectName(QString::fromStdString(control->FullName()));
-        Watch(part.Widget(), control);
-        const auto inner = part.Widget()->findChildren<QWidget*>();
-        for (QWidget* widget : inner)
-            Watch(widget, control);
+        part.ShowItems();
+        WatchInside(*control);
         if (auto* holder = dynamic_cast<Container*>(control)) MakeParts(*holder, part.Inside());
+    }
+}
+
+// The widget and those that it is made of. Before its children are there, or not as one of theirs.
+void QtFormView::WatchInside(Control& control) {
+    QWidget* whole = WidgetOf(control);
+    Watch(whole, &control);
+    const auto inner = whole->findChildren<QWidget*>();
+    for (QWidget* widget : inner) {
+        const auto known = watched_.find(widget);
+        if (known == watched_.end() || known->second == &control) Watch(widget, &control);
     }
 }
 
@@ -168,6 +180,7 @@ void QtFormView::Update(Control& control, Aspect aspect) {
     case Aspect::Items:
         part.ShowItems();
         part.ShowValue();
+        WatchInside(control);
         break;
     case Aspect::State:
         ShowState(control);

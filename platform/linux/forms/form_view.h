@@ -43,6 +43,7 @@ class QtFormView final : public QObject, public FormView {
     struct Applying;
 
     void MakeParts(Container& container, QWidget* parent);
+    void WatchInside(Control& control);
     void Watch(QWidget* widget, Control* control);
     void LeadMnemonic(const Control& label);
 

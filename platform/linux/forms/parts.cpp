@@ -15,8 +15,6 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSlider>
-#include <QTabBar>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <cstring>
 
@@ -39,19 +37,15 @@ class LabelPart final : public PartOf<Label, QLabel> {
     void ShowLook() override {
         const bool wraps = control_.WrapWidth() > 0;
         widget_->setWordWrap(wraps);
-        Qt::Alignment alignment = wraps ? Qt::AlignTop : Qt::AlignVCenter;
-        switch (control_.Alignment()) {
-        case Label::Align::Left:
-            alignment |= Qt::AlignLeft;
-            break;
-        case Label::Align::Center:
-            alignment |= Qt::AlignHCenter;
-            break;
-        case Label::Align::Right:
-            alignment |= Qt::AlignRight;
-            break;
-        }
-        widget_->setAlignment(alignment);
+        widget_->setAlignment((wraps ? Qt::AlignTop : Qt::AlignVCenter) | Across());
+    }
+
+  private:
+    // By the form's direction. Left to itself, the toolkit takes that of each text.
+    Qt::Alignment Across() const {
+        if (control_.Alignment() == Label::Align::Center) return Qt::AlignHCenter;
+        const bool left = (control_.Alignment() == Label::Align::Left) != widget_->isRightToLeft();
+        return (left ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute;
     }
 };
 
@@ -83,47 +77,6 @@ class FramePart final : public PartOf<Frame, QGroupBox> {
     void ShowCaption() override { widget_->setTitle(ToWidgetText(control_.Caption())); }
 };
 
-// A bar of tabs above a pane.
-class TabPart final : public PartOf<TabStrip, QWidget> {
-  public:
-    TabPart(TabStrip& control, QWidget* parent)
-        : PartOf(control, parent)
-        , bar_(new QTabBar(widget_))
-        , pane_(new QFrame(widget_)) {
-        auto* both = new QVBoxLayout(widget_);
-        both->setContentsMargins(0, 0, 0, 0);
-        both->setSpacing(0);
-        both->addWidget(bar_);
-        both->addWidget(pane_, 1);
-        pane_->setFrameShape(QFrame::StyledPanel);
-        bar_->setDrawBase(false);
-        bar_->setExpanding(false);
-        bar_->setUsesScrollButtons(true);
-        bar_->setElideMode(Qt::ElideNone);
-        widget_->setFocusProxy(bar_);
-    }
-    QTabBar* Bar() const { return bar_; }
-    QWidget* Inside() const override { return pane_; }
-    void ShowItems() override {
-        const int wanted = static_cast<int>(control_.Tabs().size());
-        while (bar_->count() > wanted)
-            bar_->removeTab(bar_->count() - 1);
-        while (bar_->count() < wanted)
-            bar_->addTab(QString());
-        ShowCaption();
-    }
-    void ShowCaption() override {
-        for (int i = 0; i < bar_->count(); ++i) {
-            bar_->setTabText(i, ToWidgetText(control_.Tabs()[static_cast<std::size_t>(i)].Text()));
-        }
-    }
-    void ShowValue() override { bar_->setCurrentIndex(control_.SelectedTab()); }
-
-  private:
-    QTabBar* bar_;
-    QFrame* pane_;
-};
-
 // Sliders, scroll bars and progress bars.
 template<typename Kind, typename Shown>
 class RangePart final : public PartOf<Kind, Shown> {
@@ -145,6 +98,7 @@ class DatePart final : public PartOf<DatePicker, QDateTimeEdit> {
   public:
     DatePart(DatePicker& control, QWidget* parent)
         : PartOf(control, parent) {
+        widget_->setLayoutDirection(Qt::LeftToRight); // or the parts of the date would change places
         widget_->setDisplayFormat("dd.MM.yyyy HH:mm:ss");
         widget_->setCalendarPopup(true);
         widget_->setMinimumDate({1753, 1, 1});
@@ -231,13 +185,6 @@ void PartMaker::Visit(OptionButton& control) {
         if (!widget->isChecked()) widget->setChecked(true);
         report(control, act::Check{true});
     });
-    part = std::move(made);
-}
-
-void PartMaker::Visit(TabStrip& control) {
-    auto made = std::make_unique<TabPart>(control, parent_);
-    QObject::connect(made->Bar(), &QTabBar::currentChanged, context_,
-                     [report = report_, &control](int index) { report(control, act::Choose{index}); });
     part = std::move(made);
 }
 

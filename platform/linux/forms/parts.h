@@ -25,6 +25,8 @@ class Part {
     virtual void ShowValue() {}
     virtual void ShowState() {} // beyond visible and enabled
     virtual void ShowLook() {}  // beyond font, colours and tool tip
+    // The control is gone or going, the widget is hidden and goes a little later.
+    virtual void Detach() {}
 };
 
 // Makes the part of a control: one function for each kind.

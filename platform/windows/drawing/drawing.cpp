@@ -1,6 +1,7 @@
 #include "platform/windows/drawing/drawing.h"
 
 #include "platform/files.h"
+#include "platform/painting/raster.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/drawing/picture.h"
 
@@ -82,6 +83,11 @@ class DibSurface final : public Surface {
         TRIVERTEX corners[] = {Corner(a), Corner(b), Corner(c)};
         GRADIENT_TRIANGLE mesh{0, 1, 2};
         GradientFill(dc_, corners, 3, &mesh, 1, GRADIENT_FILL_TRIANGLE);
+    }
+
+    void Line(double x1, double y1, double x2, double y2, double width, Color color) override {
+        GdiFlush();
+        FillLine({bits_, StrideOf(size_.width), size_}, x1, y1, x2, y2, width, color);
     }
 
     bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) override {

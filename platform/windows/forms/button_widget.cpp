@@ -96,10 +96,12 @@ class ButtonWidget final : public Widget {
 
     // The border and what the theme has inside it; answers the inside.
     RECT DrawFrame(const DRAWITEMSTRUCT& part, bool pressed) const {
-        constexpr int ThemeBorder = 3;
+        constexpr int ThemeBorder = 2;
         constexpr int Border = 2;
         const bool disabled = part.itemState & ODS_DISABLED;
         RECT area = part.rcItem;
+        // The corners of a theme's button are the form's.
+        SendMessageW(site_.Window(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(part.hDC), 0);
         const int state = disabled   ? PBS_DISABLED
                           : pressed  ? PBS_PRESSED
                           : default_ ? PBS_DEFAULTED

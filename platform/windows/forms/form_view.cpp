@@ -64,10 +64,12 @@ WindowsFormView::~WindowsFormView() {
         if (GetWindow(view->window_, GW_OWNER) == window_) view->SetOwner(nullptr);
     }
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+    for (const auto& [window, widget] : widgets_) {
+        RemoveWindowSubclass(window, WidgetProcedure, 0);
+        SendMessageW(window, WM_SETFONT, 0, FALSE);
+    }
     for (auto& [control, entry] : entries_) { // the controls themselves may be gone already
-        RemoveWindowSubclass(entry.widget->Window(), WidgetProcedure, 0);
         entry.widget->Detach();
-        SendMessageW(entry.widget->Window(), WM_SETFONT, 0, FALSE);
         if (entry.font) DeleteObject(entry.font);
         if (entry.brush) DeleteObject(entry.brush);
     }
@@ -96,6 +98,7 @@ DWORD WindowsFormView::Style() const {
 
 DWORD WindowsFormView::ExtendedStyle() const {
     DWORD style = WS_EX_CONTROLPARENT;
+    if (form_.RightToLeft()) style |= WS_EX_LAYOUTRTL; // which its widgets inherit
     if (form_.Border() == BorderStyle::Tool) style |= WS_EX_TOOLWINDOW;
     if (form_.Border() == BorderStyle::None && !form_.ShownInTaskBar()) style |= WS_EX_TOOLWINDOW;
     if (form_.HasTaskBarEntry()) style |= WS_EX_APPWINDOW;
@@ -109,19 +112,12 @@ void WindowsFormView::MakeWidgets() {
     for (Control* control : order_) {
         Entry& entry = entries_[control];
         entry.widget = CreateWidget(*this, *control);
-        widgets_[entry.widget->Window()] = entry.widget.get();
-        SetWindowSubclass(entry.widget->Window(), WidgetProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+        Join(*entry.widget, entry.widget->Window());
+        // The later lies on top, and with that what a container holds above the container.
+        SetWindowPos(entry.widget->Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         ShowLook(*control);
     }
-    // What holds controls lies below them, the outermost lowest.
-    for (auto control = order_.rbegin(); control != order_.rend(); ++control) {
-        if (!dynamic_cast<Container*>(*control)) continue;
-        SetWindowPos(entries_[*control].widget->Window(), HWND_BOTTOM, 0, 0, 0, 0,
-                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
-    for (Control* control : order_) {
-        if (&control->Parent() == static_cast<Container*>(&form_)) PlaceControl(*control);
-    }
+    PlaceControls();
     for (Control* control : order_) { // in their places: a text scrolls by the room that it has
         Widget& widget = *entries_[control].widget;
         widget.ShowCaption();
@@ -129,6 +125,11 @@ void WindowsFormView::MakeWidgets() {
         widget.ShowValue();
         ShowState(*control);
     }
+}
+
+void WindowsFormView::Join(Widget& widget, HWND window) {
+    widgets_[window] = &widget;
+    SetWindowSubclass(window, WidgetProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 
 WindowsFormView::Entry* WindowsFormView::Find(const Control& control) {
@@ -251,6 +252,7 @@ void WindowsFormView::PlaceWindow() {
     SetWindowPos(window_, nullptr, screen.PixelsX(form_.Left()), screen.PixelsY(form_.Top()),
                  area.right - area.left, area.bottom - area.top,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    if (form_.RightToLeft()) PlaceControls(); // they hang on the right edge
 }
 
 // The frame around an inner area, at the resolution of the window's screen.
@@ -280,10 +282,7 @@ void WindowsFormView::Rescale(int dotsPerInch) {
     if (!*alive) return;
     const Applying applying(*this);
     PlaceWindow();
-    for (Control* control : order_) {
-        if (&control->Parent() != static_cast<Container*>(&form_)) continue;
-        PlaceControl(*control);
-    }
+    PlaceControls();
     for (Control* control : order_)
         entries_[control].widget->ShowItems(); // the widths of columns are pixels
     InvalidateRect(window_, nullptr, TRUE);
@@ -294,17 +293,25 @@ PixelRect WindowsFormView::AreaOf(const Control& control) {
     TwipRect bounds = control.Bounds();
     for (const Control* around = control.Parent().AsControl(); around;
          around = around->Parent().AsControl()) {
-        const Insets chrome = metrics_->Chrome(around->Kind());
+        const Insets chrome = ChromeOf(*around, *metrics_);
         bounds.x += around->Bounds().x + chrome.left;
         bounds.y += around->Bounds().y + chrome.top;
     }
-    return ToPixels(bounds, Scale());
+    PixelRect area = ToPixels(bounds, Scale());
+    if (form_.RightToLeft()) area.x = Scale().PixelsX(form_.ClientSize().width) - area.x - area.width;
+    return area;
+}
+
+void WindowsFormView::PlaceControls() {
+    for (Control* control : order_) {
+        if (&control->Parent() == static_cast<Container*>(&form_)) PlaceControl(*control);
+    }
 }
 
 void WindowsFormView::PlaceControl(Control& control) {
     if (Entry* entry = Find(control)) {
         entry->widget->Place(AreaOf(control));
-        ShowWindow(entry->widget->Window(), control.IsShown() && control.HasPlace() ? SW_SHOWNA : SW_HIDE);
+        entry->widget->ShowState(control.IsReachable(), control.IsShown() && control.HasPlace());
     }
     const auto* container = dynamic_cast<Container*>(&control);
     if (!container) return;
@@ -315,9 +322,7 @@ void WindowsFormView::PlaceControl(Control& control) {
 void WindowsFormView::ShowState(Control& control) {
     Entry* entry = Find(control);
     if (!entry) return;
-    const HWND window = entry->widget->Window();
-    EnableWindow(window, control.IsReachable() || !control.TakesFocus() ? control.IsReachable() : FALSE);
-    ShowWindow(window, control.IsShown() && control.HasPlace() ? SW_SHOWNA : SW_HIDE);
+    entry->widget->ShowState(control.IsReachable(), control.IsShown() && control.HasPlace());
     const auto* container = dynamic_cast<Container*>(&control);
     if (!container) return;
     PlaceControl(control);

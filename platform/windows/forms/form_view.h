@@ -36,6 +36,7 @@ class WindowsFormView final : public FormView, public WidgetSite {
     HWND Window() const override { return window_; }
     FormMetrics& Metrics() override { return *metrics_; }
     TwipScale Scale() const override { return metrics_->Scale(); }
+    void Join(Widget& widget, HWND window) override;
     // Measures anew: the window came to a screen of another resolution, or the person's fonts are others.
     void Rescale(int dotsPerInch);
     void Report(Control& control, const Act& done) override;
@@ -90,6 +91,7 @@ class WindowsFormView final : public FormView, public WidgetSite {
     void PlaceWindow();
     RECT WithFrame(RECT inner) const;
     void PlaceControl(Control& control);
+    void PlaceControls();
     PixelRect AreaOf(const Control& control);
     void ShowState(Control& control);
     void ShowLook(Control& control);

@@ -195,6 +195,7 @@ void WindowsFormView::TellSize(WPARAM kind) {
     GetClientRect(window_, &inner);
     form_.Report(nullptr, act::Resize{{Scale().TwipsX(static_cast<int>(inner.right)),
                                        Scale().TwipsY(static_cast<int>(inner.bottom))}});
+    if (*alive && form_.RightToLeft()) PlaceControls(); // they hang on the right edge
 }
 
 void WindowsFormView::TellCorner() {
@@ -304,11 +305,17 @@ act::Mouse WindowsFormView::MouseOf(HWND window, const POINT& at, UINT message, 
     const auto point = [](const POINT& pixels, const TwipScale& scale) {
         return TwipPoint{scale.TwipsX(static_cast<int>(pixels.x)), scale.TwipsY(static_cast<int>(pixels.y))};
     };
+    POINT inside = at; // from the left edge in every window
+    if (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) {
+        RECT area{};
+        GetClientRect(window, &area);
+        inside.x = area.right - 1 - at.x;
+    }
     const bool moved = message == WM_MOUSEMOVE;
     const auto phase = moved                   ? act::MousePhase::Move
                        : IsButtonDown(message) ? act::MousePhase::Down
                                                : act::MousePhase::Up;
-    return {phase, moved ? ButtonsHeld(keys) : ButtonOf(message), ShiftState(), point(at, Scale()),
+    return {phase, moved ? ButtonsHeld(keys) : ButtonOf(message), ShiftState(), point(inside, Scale()),
             point(screen, host_.Scale())};
 }
 

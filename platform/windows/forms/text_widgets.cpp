@@ -1,3 +1,4 @@
+#include "platform/forms/form.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/forms/widget.h"
 
@@ -10,11 +11,14 @@ class TextWidget final : public Widget {
   public:
     TextWidget(WidgetSite& site, TextControl& model)
         : Widget(site, model, WC_EDITW,
-                 WS_TABSTOP | (model.MultiLine() ? ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL
-                                                 : DWORD{ES_AUTOHSCROLL}),
+                 WS_TABSTOP | (model.OwnerForm().RightToLeft() ? ES_RIGHT : 0U) |
+                     (model.MultiLine() ? ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL
+                                        : DWORD{ES_AUTOHSCROLL}),
                  WS_EX_CLIENTEDGE)
         , text_(model) {
         SendMessageW(window_, EM_SETLIMITTEXT, 0, 0);
+        // A mirrored box would count its letters' places from the wrong side.
+        Unmirror(WS_EX_RIGHT | WS_EX_RTLREADING | WS_EX_LEFTSCROLLBAR);
     }
 
     void ShowCaption() override {}

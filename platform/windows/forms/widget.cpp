@@ -31,6 +31,17 @@ void Widget::Place(const PixelRect& area) {
     SetWindowPos(window_, nullptr, area.x, area.y, area.width, area.height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void Widget::ShowState(bool reachable, bool shown) {
+    EnableWindow(window_, reachable);
+    ShowWindow(window_, shown ? SW_SHOWNA : SW_HIDE);
+}
+
+void Widget::Unmirror(DWORD instead) {
+    const auto style = static_cast<DWORD>(GetWindowLongW(window_, GWL_EXSTYLE));
+    if (!(style & WS_EX_LAYOUTRTL)) return;
+    SetWindowLongW(window_, GWL_EXSTYLE, static_cast<LONG>((style & ~DWORD{WS_EX_LAYOUTRTL}) | instead));
+}
+
 std::unique_ptr<Widget> CreateWidget(WidgetSite& site, Control& control) {
     WidgetMaker maker(site);
     control.Accept(maker);

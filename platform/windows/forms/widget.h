@@ -9,12 +9,16 @@
 
 namespace quorvane {
 
+class Widget;
+
 // What a widget needs of the form's window.
 class WidgetSite {
   public:
     virtual ~WidgetSite() = default;
     virtual HWND Window() const = 0;
     virtual TwipScale Scale() const = 0;
+    // Another window of a widget that is made of several.
+    virtual void Join(Widget& widget, HWND window) = 0;
     // Tells the model what a person did; nothing while a change of the model is being applied. The widget may
     // be gone afterwards.
     virtual void Report(Control& control, const Act& done) = 0;
@@ -27,7 +31,7 @@ class Widget {
     Widget(const Widget&) = delete;
     Widget& operator=(const Widget&) = delete;
 
-    HWND Window() const { return window_; }
+    HWND Window() const { return window_; } // where there are several, that which takes the keyboard
     Control& Model() const { return model_; }
 
     virtual void ShowValue() {}
@@ -37,6 +41,7 @@ class Widget {
     // Fonts and colours that a window message alone does not change.
     virtual void ShowLook() {}
     virtual void Place(const PixelRect& area);
+    virtual void ShowState(bool reachable, bool shown);
 
     // The system's notifications; what they return is returned to it.
     virtual void OnCommand(WORD) {}
@@ -64,6 +69,9 @@ class Widget {
     void Report(const Act& done) { site_.Report(model_, done); }
     std::string WindowText() const;
     void SetText(const std::string& text);
+    // In a form that reads from right to left widgets are mirrored whole. This one is not, and has these
+    // extended styles in place of that.
+    void Unmirror(DWORD instead);
 
     WidgetSite& site_;
     Control& model_;

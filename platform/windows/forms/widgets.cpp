@@ -63,53 +63,6 @@ class ToggleWidget final : public Widget {
     Kind& toggle_;
 };
 
-// The native strip takes the row of tabs alone; the pane below is an outline with the form's own
-// ground, so that controls on it need no colour of their own.
-class TabWidget final : public Widget {
-  public:
-    TabWidget(WidgetSite& site, TabStrip& model)
-        : Widget(site, model, WC_TABCONTROLW, WS_TABSTOP | TCS_FOCUSONBUTTONDOWN)
-        , tabs_(model)
-        , pane_(CreateWindowExW(0, WindowsFormView::PaneClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
-                                site.Window(), nullptr, GetModuleHandleW(nullptr), nullptr)) {}
-
-    void ShowCaption() override { ShowItems(); }
-    void ShowItems() override {
-        TabCtrl_DeleteAllItems(window_);
-        int position = 0;
-        for (const Words& caption : tabs_.Tabs()) {
-            std::wstring text = Wide(caption.Text());
-            TCITEMW item{};
-            item.mask = TCIF_TEXT;
-            item.pszText = text.data();
-            SendMessageW(window_, TCM_INSERTITEMW, static_cast<WPARAM>(position++),
-                         reinterpret_cast<LPARAM>(&item));
-        }
-        ShowValue();
-    }
-    void ShowValue() override {
-        if (TabCtrl_GetCurSel(window_) != tabs_.SelectedTab())
-            TabCtrl_SetCurSel(window_, tabs_.SelectedTab());
-    }
-    void Place(const PixelRect& area) override {
-        RECT inner{0, 0, area.width, area.height};
-        TabCtrl_AdjustRect(window_, FALSE, &inner);
-        const int header = std::clamp(static_cast<int>(inner.top) - 1, 8, std::max(area.height, 8));
-        Widget::Place({area.x, area.y, area.width, header});
-        SetWindowPos(pane_, HWND_BOTTOM, area.x, area.y + header - 1, area.width, area.height - header + 1,
-                     SWP_NOACTIVATE);
-        ShowWindow(pane_, model_.IsShown() ? SW_SHOWNA : SW_HIDE);
-    }
-    LRESULT OnNotify(NMHDR& header) override {
-        if (header.code == TCN_SELCHANGE) Report(act::Choose{TabCtrl_GetCurSel(window_)});
-        return 0;
-    }
-
-  private:
-    TabStrip& tabs_;
-    HWND pane_;
-};
-
 class FrameWidget final : public Widget {
   public:
     FrameWidget(WidgetSite& site, Frame& model)
@@ -227,6 +180,7 @@ class DateWidget final : public Widget {
     DateWidget(WidgetSite& site, DatePicker& model)
         : Widget(site, model, DATETIMEPICK_CLASSW, WS_TABSTOP)
         , picker_(model) {
+        Unmirror(0); // or the parts of the date would change places
         wchar_t format[80]{};
         GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, format, 64);
         const std::wstring whole = std::wstring(format) + L" HH:mm:ss";
@@ -284,6 +238,7 @@ class PictureWidget final : public Widget {
     PictureWidget(WidgetSite& site, PictureBox& model)
         : Widget(site, model, WindowsFormView::PictureClass, 0) {
         SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&model));
+        Unmirror(0); // a picture has no reading direction
     }
     void ShowCaption() override {}
     void ShowValue() override { InvalidateRect(window_, nullptr, FALSE); }
@@ -303,10 +258,6 @@ void WidgetMaker::Visit(CheckBox& control) {
 
 void WidgetMaker::Visit(OptionButton& control) {
     made = std::make_unique<ToggleWidget<OptionButton, BS_RADIOBUTTON>>(site_, control);
-}
-
-void WidgetMaker::Visit(TabStrip& control) {
-    made = std::make_unique<TabWidget>(site_, control);
 }
 
 void WidgetMaker::Visit(Frame& control) {

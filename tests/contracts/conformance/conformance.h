@@ -98,6 +98,10 @@ class Hands {
     virtual std::string Shown(Control& control) = 0;
     // Tool tip and colours of the widget, by LookText.
     virtual std::string ShownLook(Control& control) = 0;
+    // Where the widget is seen, from the upper left corner of the form's inner area.
+    virtual PixelRect PlaceOf(Control& control) = 0;
+    // The control that is seen in the middle of this one.
+    virtual const Control* SeenAt(Control& control) = 0;
     // Lets the host work off what is waiting.
     virtual void Settle() = 0;
 };
@@ -135,6 +139,24 @@ class SmallForm : public Form {
 using Presser = std::function<void(SmallForm& form)>;
 // Opens modal windows above each other and looks which ones a person can use. Reports to GoogleTest.
 void CheckModality(Forms& forms, const Presser& press);
+// A form whose layout has what the other one has not: pieces at their own places, tabs in several rows.
+class LayoutForm : public Form {
+  public:
+    explicit LayoutForm(Forms& forms);
+
+    Label lblLeft{*this, "lblLeft", "Leads"};
+    TextBox txtRight{*this, "txtRight"};
+    PictureBox picBelow{*this, "picBelow"};
+    Button cmdAbove{*this, "cmdAbove", "Above"};
+    TextBox txtHidden{*this, "txtHidden", Control::NoIndex, TextBox::Lines::Many};
+    TabStrip tabMany{*this, "tabMany"};
+    Frame fraInside{tabMany, "fraInside", "Inside"};
+    CheckBox chkInside{fraInside, "chkInside", "On a page"};
+    ListView lvwRows{*this, "lvwRows"};
+};
+
+// What lies where, in both reading directions, and tabs in all rows.
+void CheckLayout(LayoutForm& form, Hands& hands);
 
 // Walks a person through the form, and code through its properties; the log and the dump must come out the
 // same at every host. `strings` are those of the form's collection, with nothing loaded. Reports to

@@ -239,6 +239,46 @@ TEST_F(FormTest, AResizeIsForFormsThatHaveNoSizeOfTheirOwn) {
     EXPECT_EQ(painted.ClientSize(), (TwipSize{10, 20}));
 }
 
+TEST_F(FormTest, APictureIsPaintedOnceForSizeAndContentTogether) {
+    Form form(forms_, "frmAny");
+    PictureBox Picture1(form, "Picture1");
+    int paints = 0;
+    Picture1.onPaint = [&](Surface&) { ++paints; };
+    form.SetLayout(Column({Picture1}));
+    form.Show();
+    EXPECT_EQ(paints, 1);
+    Picture1.SetBackColor(Rgb(9, 9, 9));
+    Picture1.SetBackColor(Rgb(9, 9, 9));
+    EXPECT_EQ(paints, 2);
+    EXPECT_EQ(Picture1.Painted()->Pixels().top[0], 9) << "the ground has the new colour";
+    Picture1.SetPreferred({3000, 3000});
+    Picture1.Refresh();
+    machine_.events.Pump();
+    EXPECT_EQ(paints, 3);
+    EXPECT_EQ(Picture1.Painted()->Size(), (PixelSize{200, 200}));
+    Picture1.Refresh();
+    EXPECT_EQ(paints, 4);
+}
+
+TEST_F(FormTest, ThirteenTabsStandInRowsThatFitADialogue) {
+    Form form(forms_, "frmAny");
+    TabStrip TabStrip1(form, "TabStrip1");
+    Label Label1(TabStrip1, "Label1",
+                 "A page of a usual width, as dialogues have them: seventy letters in all.");
+    TabStrip1.SetLayout(Column({Label1}));
+    TabStrip1.SetTabs(std::vector<Words>(13, "&Blacklisted things"));
+    form.SetLayout(Column({TabStrip1}));
+    form.Show();
+    EXPECT_EQ(TabStrip1.TabRows(), (std::vector<int>{4, 4, 4, 1}));
+    EXPECT_LT(form.LeastSize().width, 600 * 15 + 400);
+    EXPECT_EQ(TabStrip1.Bounds().width, 4 * (18 * 90 + 360)) << "as narrow as so many rows can be";
+    const int height = form.LeastSize().height;
+    TabStrip1.SetTabs({"&General", "&Notes"});
+    machine_.events.Pump();
+    EXPECT_EQ(TabStrip1.TabRows(), (std::vector<int>{2}));
+    EXPECT_EQ(height - form.LeastSize().height, 3 * 330) << "three rows less";
+}
+
 TEST_F(FormTest, TextsOfArbitraryBytesPassTheFilter) {
     Form form(forms_, "frmAny");
     TextBox Text1(form, "Text1");

@@ -97,6 +97,28 @@ class MemoryHands final : public Hands {
     std::string ShownLook(Control& control) override {
         return LookText(control.ToolTip(), control.ForeColor().value_or(0), control.BackColor().value_or(0));
     }
+    PixelRect PlaceOf(Control& control) override {
+        TwipRect area = control.Bounds();
+        for (const Control* around = control.Parent().AsControl(); around;
+             around = around->Parent().AsControl()) {
+            const Insets chrome = ChromeOf(*around, machine_.forms);
+            area.x += around->Bounds().x + chrome.left;
+            area.y += around->Bounds().y + chrome.top;
+        }
+        return ToPixels(area, machine_.forms.Scale());
+    }
+    const Control* SeenAt(Control& control) override {
+        const PixelRect wanted = PlaceOf(control);
+        const int x = wanted.x + wanted.width / 2, y = wanted.y + wanted.height / 2;
+        const Control* seen = nullptr;
+        for (Control* each : form_.Controls()) {
+            const PixelRect area = PlaceOf(*each);
+            if (each->IsShown() && x >= area.x && x < area.x + area.width && y >= area.y &&
+                y < area.y + area.height)
+                seen = each;
+        }
+        return seen;
+    }
     void Settle() override { machine_.events.Pump(); }
 
   private:
@@ -138,6 +160,9 @@ TEST(Forms, BehaveInMemoryAsEverywhere) {
     ConformanceForm form(forms);
     MemoryHands hands(form, machine);
     CheckConformance(form, hands, strings);
+    LayoutForm layout(forms);
+    MemoryHands layoutHands(layout, machine);
+    CheckLayout(layout, layoutHands);
 }
 
 } // namespace quorvane

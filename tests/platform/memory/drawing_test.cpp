@@ -1,5 +1,6 @@
 #include "platform/memory/drawing.h"
 
+#include "platform/painting/drawing_box.h"
 #include "tests/contracts/surface_contract.h"
 
 namespace quorvane {
@@ -27,6 +28,26 @@ TEST(MemoryDrawing, StretchesAndLogs) {
     surface->PrintText(1, 0.5, {"Tahoma", 8, true, false, false, false}, Rgb(1, 2, 255), "Mo");
     EXPECT_EQ(drawing.log, (std::vector<std::string>{"surface 10x10", "stretch /two.bmp -2,4 8x3",
                                                      "text 1,0.5 \"Tahoma 8 bold\" #0102FF \"Mo\""}));
+}
+
+TEST(DrawingBox, MeasuresAndPrintsLineByLine) {
+    MemoryDrawing drawing;
+    const auto surface = drawing.CreateSurface({200, 100});
+    DrawingBox box(*surface, 15, 15);
+    box.Font = {"Tahoma", 8, false, false, false, false};
+    EXPECT_EQ(box.TextWidth("a\r\nlonger\nab"), 6 * 8 * 15);
+    EXPECT_EQ(box.TextHeight("a\r\nlonger\nab"), 3 * box.TextHeight());
+    EXPECT_EQ(box.TextHeight(""), box.TextHeight());
+    drawing.log.clear();
+    box.CurrentX = 150;
+    box.CurrentY = 300;
+    box.Print("one\r\n\ntwo");
+    EXPECT_EQ(drawing.log, (std::vector<std::string>{"text 10,20 \"Tahoma 8\" #000000 \"one\"",
+                                                     "text 0,52 \"Tahoma 8\" #000000 \"two\""}));
+    EXPECT_EQ(box.CurrentX, 3 * 8 * 15);
+    box.PrintLine("!\n");
+    EXPECT_EQ(box.CurrentX, 0);
+    EXPECT_EQ(box.CurrentY, 300 + 4 * box.TextHeight());
 }
 
 } // namespace

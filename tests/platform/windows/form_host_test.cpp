@@ -69,7 +69,17 @@ class WindowsHands final : public Hands {
             SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE),
                          reinterpret_cast<LPARAM>(window));
         } else if (control.Kind() == ControlKind::TabStrip) {
-            TabCtrl_SetCurFocus(window, index);
+            for (const HWND row : TabRows(window)) {
+                const int tabs = TabCtrl_GetItemCount(row);
+                if (index >= 0 && index < tabs) {
+                    RECT tab{};
+                    SendMessageW(row, TCM_GETITEMRECT, static_cast<WPARAM>(index),
+                                 reinterpret_cast<LPARAM>(&tab));
+                    SendMessageW(row, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(tab.left + 8, tab.top + 8));
+                    SendMessageW(row, WM_LBUTTONUP, 0, MAKELPARAM(tab.left + 8, tab.top + 8));
+                }
+                index -= tabs;
+            }
         } else {
             ListView_SetItemState(window, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
         }
@@ -250,6 +260,34 @@ class WindowsHands final : public Hands {
         ReleaseDC(window, dc);
         return LookText(TipOf(window), fore, back);
     }
+    PixelRect PlaceOf(Control& control) override {
+        // Made of several windows.
+        if (control.Kind() == ControlKind::TabStrip) return ToPixels(control.Bounds(), form_.Host().Scale());
+        const HWND window = Window(control);
+        RECT area{};
+        GetWindowRect(window, &area);
+        RECT inner{};
+        const HWND form = GetParent(window);
+        GetClientRect(form, &inner);
+        POINT corner{0, 0};
+        MapWindowPoints(form, nullptr, &corner, 1);
+        const bool mirrored = GetWindowLongW(form, GWL_EXSTYLE) & WS_EX_LAYOUTRTL;
+        const LONG left = mirrored ? corner.x - inner.right : corner.x;
+        return {static_cast<int>(area.left - left), static_cast<int>(area.top - corner.y),
+                static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+    }
+    const Control* SeenAt(Control& control) override {
+        RECT area{};
+        GetWindowRect(Window(control), &area);
+        const HWND form = GetParent(Window(control));
+        POINT middle{(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+        MapWindowPoints(nullptr, form, &middle, 1);
+        const HWND seen = ChildWindowFromPointEx(form, middle, CWP_SKIPINVISIBLE);
+        for (Control* each : form_.Controls()) {
+            if (Window(*each) == seen) return each;
+        }
+        return nullptr;
+    }
     void Settle() override { events_.Pump(); }
 
   private:
@@ -322,18 +360,31 @@ class WindowsHands final : public Hands {
         }
         return rows;
     }
+    // The windows of a strip's rows; the form has no other strip. Each lies directly below the one before.
+    static std::vector<HWND> TabRows(HWND window) {
+        std::vector<HWND> rows;
+        HWND row = nullptr;
+        while ((row = FindWindowExW(GetParent(window), row, WC_TABCONTROLW, nullptr)))
+            rows.push_back(row);
+        return rows;
+    }
     static std::string ShownTabs(HWND window) {
-        std::string tabs = std::to_string(TabCtrl_GetCurSel(window));
-        for (int tab = 0; tab < TabCtrl_GetItemCount(window); ++tab) {
-            wchar_t text[100]{};
-            TCITEMW item{};
-            item.mask = TCIF_TEXT;
-            item.pszText = text;
-            item.cchTextMax = 100;
-            SendMessageW(window, TCM_GETITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
-            tabs += ' ' + Quoted(Utf8(text));
+        std::string tabs;
+        int chosen = -1;
+        int first = 0;
+        for (const HWND row : TabRows(window)) {
+            if (TabCtrl_GetCurSel(row) >= 0) chosen = first + TabCtrl_GetCurSel(row);
+            for (int tab = 0; tab < TabCtrl_GetItemCount(row); ++tab, ++first) {
+                wchar_t text[100]{};
+                TCITEMW item{};
+                item.mask = TCIF_TEXT;
+                item.pszText = text;
+                item.cchTextMax = 100;
+                SendMessageW(row, TCM_GETITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
+                tabs += ' ' + Quoted(Utf8(text));
+            }
         }
-        return tabs;
+        return std::to_string(chosen) + tabs;
     }
     static std::string ShownDate(HWND window, UINT message, bool withTime) {
         SYSTEMTIME time{};
@@ -370,6 +421,24 @@ TEST_F(WindowsFormHostTest, BlocksAsEverywhere) {
         const HWND button = reinterpret_cast<HWND>(form.View()->NativeHandle(form.cmdPress));
         if (IsWindowEnabled(window)) SendMessageW(button, BM_CLICK, 0, 0);
     });
+}
+
+TEST_F(WindowsFormHostTest, LieWhereTheLayoutSaysInBothDirections) {
+    LayoutForm form(forms_);
+    WindowsHands hands(form, events_);
+    CheckLayout(form, hands);
+}
+
+TEST_F(WindowsFormHostTest, KeepTheColumnsThatAPersonMade) {
+    LayoutForm form(forms_);
+    form.Show();
+    const HWND list = reinterpret_cast<HWND>(form.View()->NativeHandle(form.lvwRows));
+    ListView_SetColumnWidth(list, 0, 77);
+    form.lvwRows.AddRow({{"third"}, false, ""});
+    form.lvwRows.SetColumns({{"Nome", 2000}, {"Stato", 1500}});
+    EXPECT_EQ(ListView_GetColumnWidth(list, 0), 77);
+    form.lvwRows.SetColumns({{"Nome", 3000}, {"Stato", 1500}});
+    EXPECT_EQ(ListView_GetColumnWidth(list, 0), host_.Scale().PixelsX(3000));
 }
 
 // What is read of a form's place and keyboard, of its own and of others.

@@ -8,6 +8,7 @@
 
 #include <QPointer>
 #include <QTest>
+#include <QTreeView>
 #include <QWidget>
 #include <QWindow>
 #include <gtest/gtest.h>
@@ -59,6 +60,33 @@ TEST_F(QtForms, StandInTheTaskBarOrNot) {
     EXPECT_NE(states(form).find("SKIP_TASKBAR"), std::string::npos);
     EXPECT_NE(states(form).find("SKIP_PAGER"), std::string::npos);
     EXPECT_EQ(states(plain).find("SKIP_TASKBAR"), std::string::npos);
+}
+
+TEST_F(QtForms, LieWhereTheLayoutSaysInBothDirections) {
+    LayoutForm form(forms_);
+    QtHands hands(form);
+    for (const bool rightToLeft : {false, true}) {
+        form.SetRightToLeft(rightToLeft);
+        form.Show();
+        hands.Settle();
+        if (const char* shots = std::getenv("QUORVANE_SHOTS"))
+            WindowOf(form)->grab().save(QString(shots) + (rightToLeft ? "/layout_rtl.png" : "/layout.png"));
+    }
+    form.SetRightToLeft(false);
+    CheckLayout(form, hands);
+}
+
+TEST_F(QtForms, KeepTheColumnsThatAPersonMade) {
+    LayoutForm form(forms_);
+    form.Show();
+    auto* list = static_cast<QTreeView*>(static_cast<QtFormView*>(form.View())->WidgetOf(form.lvwRows));
+    list->setColumnWidth(0, 77);
+    form.lvwRows.AddRow({{"third"}, false, ""});
+    form.lvwRows.SetColumns({{"Nome", 2000}, {"Stato", 1500}});
+    EXPECT_EQ(list->columnWidth(0), 77);
+    EXPECT_EQ(list->model()->headerData(0, Qt::Horizontal).toString(), "Nome");
+    form.lvwRows.SetColumns({{"Nome", 3000}, {"Stato", 1500}});
+    EXPECT_EQ(list->columnWidth(0), host_.Scale().PixelsX(3000));
 }
 
 // Every widget is at least as large as it would like to be, and lies inside its parent.

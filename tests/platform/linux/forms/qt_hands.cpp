@@ -79,10 +79,16 @@ class Reader final : public ControlVisitor {
         }
     }
     void Visit(TabStrip&) override {
-        const auto* bar = widget_->findChild<QTabBar*>();
-        value = std::to_string(bar->currentIndex());
-        for (int i = 0; i < bar->count(); ++i)
-            value += ' ' + Quoted(bar->tabText(i).toStdString());
+        std::string tabs;
+        int chosen = -1;
+        int first = 0;
+        const auto bars = widget_->findChildren<QTabBar*>();
+        for (const QTabBar* bar : bars) { // each with an empty tab behind its own
+            if (bar->currentIndex() < bar->count() - 1) chosen = first + bar->currentIndex();
+            for (int i = 0; i < bar->count() - 1; ++i, ++first)
+                tabs += ' ' + Quoted(bar->tabText(i).toStdString());
+        }
+        value = std::to_string(chosen) + tabs;
     }
     void Visit(Slider&) override { ReadRange(*As<QSlider>()); }
     void Visit(ScrollBar&) override { ReadRange(*As<QScrollBar>()); }
@@ -175,15 +181,20 @@ void QtHands::Choose(Control& control, int index) {
         const QRect row = list->visualRect(list->model()->index(index, 0));
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
     } else {
-        auto* bar = WidgetOf(control)->findChild<QTabBar*>();
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
+        const auto bars = WidgetOf(control)->findChildren<QTabBar*>();
+        for (QTabBar* bar : bars) {
+            if (index >= 0 && index < bar->count() - 1)
+                QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
+            index -= bar->count() - 1;
+        }
     }
 }
 
 void QtHands::CheckRow(ListView& list, int row) {
     auto* tree = As<QTreeView>(list);
     const QRect place = tree->visualRect(tree->model()->index(row, 0));
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, {place.left() + 10, place.center().y()});
+    const int x = tree->isRightToLeft() ? place.right() - 10 : place.left() + 10;
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, {x, place.center().y()});
 }
 
 void QtHands::Step(RangeControl& control, int by) {
@@ -321,6 +332,23 @@ std::string QtHands::ShownLook(Control& control) {
     const QColor back = image.pixelColor(image.width() - 6, 4);
     return LookText(widget->toolTip().toStdString(), Rgb(fore.red(), fore.green(), fore.blue()),
                     Rgb(back.red(), back.green(), back.blue()));
+}
+
+PixelRect QtHands::PlaceOf(Control& control) {
+    const QWidget* widget = WidgetOf(control);
+    const QPoint corner = widget->mapTo(widget->window(), QPoint());
+    return {corner.x(), corner.y(), widget->width(), widget->height()};
+}
+
+const Control* QtHands::SeenAt(Control& control) {
+    const QWidget* widget = WidgetOf(control);
+    const QWidget* seen = widget->window()->childAt(widget->mapTo(widget->window(), widget->rect().center()));
+    for (; seen; seen = seen->parentWidget()) {
+        for (const Control* each : form_.Controls()) {
+            if (WidgetOf(*each) == seen) return each;
+        }
+    }
+    return nullptr;
 }
 
 void QtHands::Settle() {

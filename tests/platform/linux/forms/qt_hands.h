@@ -32,6 +32,8 @@ class QtHands final : public Hands {
     void CloseByFrame(Form& form) override;
     std::string Shown(Control& control) override;
     std::string ShownLook(Control& control) override;
+    PixelRect PlaceOf(Control& control) override;
+    const Control* SeenAt(Control& control) override;
     void Settle() override;
 
   private:
