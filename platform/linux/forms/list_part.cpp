@@ -21,7 +21,8 @@ class RowModel final : public QAbstractTableModel {
         , list_(list)
         , report_(std::move(report))
         , rowCount_(list.RowCount())
-        , columns_(list.Columns()) {}
+        , columns_(list.Columns())
+        , mirrored_(list.OwnerForm().RightToLeft()) {}
 
     const std::vector<ListView::Column>& Columns() const { return columns_; }
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rowCount_; }
@@ -30,7 +31,7 @@ class RowModel final : public QAbstractTableModel {
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        if (index.row() >= list_.RowCount()) return {}; // a row that is just going
+        if (detached_ || index.row() >= list_.RowCount()) return {}; // a row that is just going
         const ListView::RowData& row = list_.Rows()[static_cast<std::size_t>(index.row())];
         if (role == Qt::CheckStateRole && index.column() == 0 && list_.CheckBoxes())
             return row.checked ? Qt::Checked : Qt::Unchecked;
@@ -41,12 +42,15 @@ class RowModel final : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         const auto column = static_cast<std::size_t>(section);
         if (orientation != Qt::Horizontal || column >= columns_.size()) return {};
-        if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeading | Qt::AlignVCenter);
+        if (role == Qt::TextAlignmentRole) // which the header does not mirror
+            return QVariant((mirrored_ ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                            Qt::AlignVCenter);
         return role == Qt::DisplayRole ? ToWidgetText(columns_[column].caption.Text()) : QVariant();
     }
     Qt::ItemFlags flags(const QModelIndex& index) const override {
         const Qt::ItemFlags common = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-        return index.column() == 0 && list_.CheckBoxes() ? common | Qt::ItemIsUserCheckable : common;
+        return !detached_ && index.column() == 0 && list_.CheckBoxes() ? common | Qt::ItemIsUserCheckable
+                                                                       : common;
     }
     bool setData(const QModelIndex& index, const QVariant& value, int role) override {
         if (role != Qt::CheckStateRole) return false;
@@ -54,6 +58,7 @@ class RowModel final : public QAbstractTableModel {
         return true;
     }
 
+    void Detach() { detached_ = true; }
     void ShowColumns() {
         const std::vector<ListView::Column>& wanted = list_.Columns();
         if (wanted.size() != columns_.size()) {
@@ -89,6 +94,8 @@ class RowModel final : public QAbstractTableModel {
     PartMaker::Report report_;
     int rowCount_;
     std::vector<ListView::Column> columns_;
+    bool mirrored_;
+    bool detached_ = false; // from the list, which may be gone
 };
 
 // A click on a row's box ticks it and chooses nothing.
@@ -158,6 +165,7 @@ class ListPart final : public PartOf<ListView, RowWidget> {
         ShowChosen(false);
     }
     void ShowValue() override { ShowChosen(true); }
+    void Detach() override { model_->Detach(); }
 
   private:
     void ShowChosen(bool inSight) {

@@ -2,6 +2,7 @@
 #include "platform/windows/forms/widget.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <windowsx.h>
 
@@ -26,6 +27,7 @@ class ListWidget final : public Widget {
         DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP;
         if (list_.CheckBoxes()) extended |= LVS_EX_CHECKBOXES;
         ListView_SetExtendedListViewStyle(window_, extended);
+        RescaleColumns();
         ShowColumns();
         InvalidateRect(window_, nullptr, TRUE);
     }
@@ -140,6 +142,16 @@ class ListWidget final : public Widget {
         return -1;
     }
 
+    // The columns' widths are pixels, those that the person gave them as well.
+    void RescaleColumns() {
+        const TwipScale before = std::exchange(shownScale_, site_.Scale());
+        if (before.x == shownScale_.x) return;
+        for (int column = 0; column < static_cast<int>(shownColumns_.size()); ++column) {
+            const int width = before.TwipsX(ListView_GetColumnWidth(window_, column));
+            ListView_SetColumnWidth(window_, column, shownScale_.PixelsX(width));
+        }
+    }
+
     // A column that stays as it was keeps the width that the person gave it.
     void ShowColumns() {
         const std::vector<ListView::Column>& wanted = list_.Columns();
@@ -166,6 +178,7 @@ class ListWidget final : public Widget {
 
     ListView& list_;
     std::vector<ListView::Column> shownColumns_;
+    TwipScale shownScale_ = site_.Scale();
     std::wstring told_;
 };
 
