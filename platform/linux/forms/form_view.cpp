@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
@@ -52,6 +53,7 @@ QtFormView::QtFormView(Form& form)
     MakeParts(form, client_);
     for (Control* control : form.Controls())
         ShowAll(*control);
+    FrameDefaultButton(nullptr);
     ShowLookOfWindow();
     ShowPlace();
 }
@@ -105,6 +107,16 @@ void QtFormView::LeadMnemonic(const Control& label) {
         if (here + 1 != all.end() && here[1]->TakesFocus()) buddy = WidgetOf(*here[1]);
     }
     static_cast<QLabel*>(WidgetOf(label))->setBuddy(buddy);
+}
+
+// The button that has the keyboard is the one that Enter presses; elsewhere it is the form's default button.
+void QtFormView::FrameDefaultButton(const Control* focused) {
+    const bool own = focused && focused->Kind() == ControlKind::Button;
+    const Control* wanted = own ? focused : form_.DefaultButton();
+    for (const auto& [control, part] : parts_) {
+        if (control->Kind() == ControlKind::Button)
+            static_cast<QPushButton*>(part->Widget())->setDefault(control == wanted);
+    }
 }
 
 void QtFormView::Show() {
@@ -399,6 +411,7 @@ bool QtFormView::eventFilter(QObject* watched, QEvent* event) {
         return FilterKey(watched, control, *static_cast<QKeyEvent*>(event));
     case QEvent::FocusIn:
     case QEvent::FocusOut:
+        if (control && event->type() == QEvent::FocusIn) FrameDefaultButton(control);
         if (control) form_.Report(control, act::Focus{event->type() == QEvent::FocusIn});
         return false;
     case QEvent::MouseButtonPress:
@@ -457,6 +470,8 @@ bool QtFormView::FilterKey(QObject* watched, Control* control, const QKeyEvent& 
     const QObject* first = window_->focusWidget() ? window_->focusWidget() : window_.data();
     const int code = VirtualKeyOf(event.key());
     if (watched != first || code == 0) return false;
+    // Whoever works by the keys is shown which widget has them; the toolkit does not see the model lead on.
+    if (code == key_code::Tab) window_->setAttribute(Qt::WA_KeyboardFocusChange);
     return form_.Report(control, act::Key{code, ShiftStateOf(event.modifiers())});
 }
 

@@ -46,6 +46,7 @@ class QtFormView final : public QObject, public FormView {
     void WatchInside(Control& control);
     void Watch(QWidget* widget, Control* control);
     void LeadMnemonic(const Control& label);
+    void FrameDefaultButton(const Control* focused);
 
     void ShowAll(Control& control);
     void ShowCaption(Control& control);

@@ -57,11 +57,7 @@ class CaptionPart : public PartOf<Kind, Shown> {
     void ShowCaption() override { this->widget_->setText(ToWidgetText(this->control_.Caption())); }
 };
 
-class ButtonPart final : public CaptionPart<Button, QPushButton> {
-  public:
-    using CaptionPart::CaptionPart;
-    void ShowState() override { widget_->setDefault(control_.OwnerForm().DefaultButton() == &control_); }
-};
+using ButtonPart = CaptionPart<Button, QPushButton>;
 
 // Check boxes and option buttons.
 template<typename Kind, typename Shown>

@@ -7,6 +7,7 @@
 #include "tests/support/temporary_folder.h"
 
 #include <QPointer>
+#include <QPushButton>
 #include <QTest>
 #include <QTreeView>
 #include <QWidget>
@@ -128,6 +129,25 @@ TEST_F(QtForms, EndInsideTheirOwnEvents) {
     form.ShowModal();
     EXPECT_TRUE(forms_.Loaded().empty());
     hands.Settle();
+}
+
+TEST_F(QtForms, ShowWhereTheKeyboardIs) {
+    Form form(forms_, "frmKeys");
+    Button cmdOk(form, "cmdOk"), cmdOther(form, "cmdOther");
+    form.SetDefaultButton(&cmdOk);
+    form.SetLayout(Row({cmdOk, cmdOther}));
+    form.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(WindowOf(form)));
+    const auto isFramed = [&form](const Button& button) {
+        return static_cast<QPushButton*>(static_cast<QtFormView*>(form.View())->WidgetOf(button))
+            ->isDefault();
+    };
+    EXPECT_TRUE(isFramed(cmdOk));
+    QTest::keyClick(WindowOf(form)->windowHandle(), Qt::Key_Tab);
+    EXPECT_EQ(form.ActiveControl(), &cmdOther);
+    EXPECT_TRUE(isFramed(cmdOther)) << "Enter presses it";
+    EXPECT_FALSE(isFramed(cmdOk));
+    EXPECT_TRUE(WindowOf(form)->testAttribute(Qt::WA_KeyboardFocusChange));
 }
 
 TEST_F(QtForms, AreDestroyedWhereTheyAreUnloadedOutsideEveryEvent) {
