@@ -20,6 +20,10 @@ class LocaleStrings {
     bool Loaded() const { return loaded_; }
     void SetLoaded(bool loaded) { loaded_ = loaded; }
 
+    // Whether the language is written from right to left.
+    bool RightToLeft() const { return loaded_ && rightToLeft_; }
+    void SetRightToLeft(bool rightToLeft) { rightToLeft_ = rightToLeft; }
+
     // The empty text for a number that the file lacks or that lies outside the table.
     std::string_view Text(int id) const {
         const auto place = static_cast<std::size_t>(id);
@@ -42,6 +46,7 @@ class LocaleStrings {
 
   private:
     bool loaded_ = false;
+    bool rightToLeft_ = false;
     std::vector<std::string> texts_;
 };
 

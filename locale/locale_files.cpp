@@ -38,8 +38,9 @@ const LocaleFile* FileOf(const std::vector<LocaleFile>& found, const std::string
 }
 
 // A file that cannot be opened counts as an empty one.
-bool LoadLocaleFile(const std::string& path, Files& files, System& system, LocaleStrings& strings) {
-    return LoadLocaleStrings(ReadLocaleContent(path, files, system).value_or(""), strings);
+bool LoadLocaleFile(const LocaleFile& file, Files& files, System& system, LocaleStrings& strings) {
+    strings.SetRightToLeft(IsWrittenFromRightToLeft(file.Language));
+    return LoadLocaleStrings(ReadLocaleContent(file.FileName, files, system).value_or(""), strings);
 }
 
 } // namespace
@@ -68,7 +69,7 @@ void StartLocale(const std::vector<LocaleFile>& found, const std::string& langua
     strings.SetLoaded(false);
     if (found.empty()) return;
     const LocaleFile* match = FileOf(found, language);
-    if (match && LoadLocaleFile(match->FileName, files, system, strings)) {
+    if (match && LoadLocaleFile(*match, files, system, strings)) {
         strings.SetLoaded(true);
         return;
     }
@@ -82,7 +83,7 @@ void StartLocale(const std::vector<LocaleFile>& found, const std::string& langua
 void ChangeLocale(const std::vector<LocaleFile>& found, const std::string& language, Files& files,
                   System& system, LocaleStrings& strings) {
     const LocaleFile* match = FileOf(found, language);
-    strings.SetLoaded(match && LoadLocaleFile(match->FileName, files, system, strings));
+    strings.SetLoaded(match && LoadLocaleFile(*match, files, system, strings));
 }
 
 } // namespace quorvane

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 
 namespace quorvane {
 namespace {
@@ -72,6 +73,13 @@ LocaleHeader ReadLocaleHeader(std::string_view content) {
         return false;
     });
     return header;
+}
+
+bool IsWrittenFromRightToLeft(std::string_view language) {
+    // Arabic, Dhivehi, Persian, Hebrew, Pashto, Sindhi, Uyghur, Urdu, Yiddish, by ISO 639-1.
+    static constexpr std::string_view Codes[] = {"ar", "dv", "fa", "he", "ps", "sd", "ug", "ur", "yi"};
+    const std::string code = FoldedName(language.substr(0, language.find_first_of("-_")));
+    return std::find(std::begin(Codes), std::end(Codes), code) != std::end(Codes);
 }
 
 bool LoadLocaleStrings(std::string_view content, LocaleStrings& strings) {

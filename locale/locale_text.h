@@ -26,6 +26,9 @@ struct LocaleHeader {
 // What the first line in brackets says; empty where there is none.
 LocaleHeader ReadLocaleHeader(std::string_view content);
 
+// Whether a language with this code is written from right to left: "AR", "he-IL".
+bool IsWrittenFromRightToLeft(std::string_view language);
+
 // Puts the strings into the table; a later line of a number wins, numbers beyond the table are passed over.
 // Ends with false at the first line that begins with no number or with 0; what stood before it is in the
 // table.

@@ -151,6 +151,7 @@ void Form::Localise() {
     for (Menu* menu : menus_)
         menu->Localise(strings);
     if (menuBar_) RefreshMenuBar();
+    if (!ownDirection_) Turn(border_ != BorderStyle::None && strings.RightToLeft());
 }
 
 void Form::SetBorder(BorderStyle border) {
@@ -179,6 +180,11 @@ void Form::SetBackColor(std::optional<Color> color) {
 }
 
 void Form::SetRightToLeft(bool rightToLeft) {
+    ownDirection_ = true;
+    Turn(rightToLeft);
+}
+
+void Form::Turn(bool rightToLeft) {
     if (rightToLeft == rightToLeft_) return;
     rightToLeft_ = rightToLeft;
     if (!view_) return;

@@ -76,8 +76,9 @@ class Form : public Container {
     void SetTransparentColor(std::optional<Color> color);
     const std::optional<Color>& BackColor() const { return backColor_; }
     void SetBackColor(std::optional<Color> color);
-    // The form reads from right to left: its layout is mirrored, and so are its widgets. A form that is shown
-    // gets a new window.
+    // The form reads from right to left: its layout is mirrored, and so are its widgets. By itself it does so
+    // where the language does, except a window without a frame: that is painted rather than read. A form that
+    // is shown gets a new window.
     bool RightToLeft() const { return rightToLeft_; }
     void SetRightToLeft(bool rightToLeft);
     bool AlwaysOnTop() const { return alwaysOnTop_; }
@@ -188,6 +189,7 @@ class Form : public Container {
     void BringUp(bool modal);
     void LeaveOrder();
     void Tell(FormAspect aspect);
+    void Turn(bool rightToLeft);
 
     Forms& forms_;
     std::string name_;
@@ -197,6 +199,7 @@ class Form : public Container {
     std::optional<Color> transparentColor_;
     std::optional<Color> backColor_;
     bool rightToLeft_ = false;
+    bool ownDirection_ = false; // it does not follow the language
     bool alwaysOnTop_ = false;
     bool inTaskBar_ = true;
     bool minimized_ = false;

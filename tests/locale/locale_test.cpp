@@ -108,8 +108,13 @@ TEST_F(LocaleStart, AsksWhatToDoWithoutItsFile) {
                  strings);
     EXPECT_TRUE(strings.Loaded());
     EXPECT_EQ(strings.Text(1), "one") << "of the language before";
+    EXPECT_FALSE(strings.RightToLeft());
+    platform.files.Put("/program/locales/h.res", "[LOCALE=\xD7\xA2\xD7\x91\xD7\xA8\xD7\x99\xD7\xAA;HE-il]\n");
+    ChangeLocale(ScanLocaleFiles(platform.files, platform.system), "he-IL", platform.files, platform.system,
+                 strings);
+    EXPECT_TRUE(strings.RightToLeft());
     ChangeLocale({}, "de", platform.files, platform.system, strings);
-    EXPECT_FALSE(strings.Loaded());
+    EXPECT_FALSE(strings.Loaded() || strings.RightToLeft());
 }
 
 } // namespace

@@ -56,6 +56,7 @@ void CheckLanguage(ConformanceForm& form, Hands& hands, LocaleStrings& strings) 
     strings.Set(203, "Eine Art, die breiter ist");
     strings.Set(204, "&Allgemein");
     strings.Set(205, "Stunde(n)");
+    strings.SetRightToLeft(true);
     form.Collection().Localise();
     EXPECT_EQ(TakenLog(form, hands), "") << "other words are no event";
     EXPECT_EQ(form.optKind[0].Caption(), "Erste");

@@ -202,7 +202,9 @@ TEST_F(FormTest, EveryWordFollowsTheLanguageAndRaisesNothing) {
     strings.SetLoaded(true);
     for (int id = 1; id < 300; ++id)
         strings.Set(id, "#" + std::to_string(id));
+    strings.SetRightToLeft(true);
     forms.Localise();
+    EXPECT_TRUE(form.RightToLeft());
     EXPECT_EQ(words(), "#202 0 \"#5\" \"#206\" #200 #201 #203 #207 #208 #204 #205");
     EXPECT_EQ(static_cast<MemoryFormView*>(form.View())->Shown(Combo1), "0 \"#208\" of 2");
     mnu_popup.Open();
@@ -213,6 +215,7 @@ TEST_F(FormTest, EveryWordFollowsTheLanguageAndRaisesNothing) {
     EXPECT_EQ(late.Caption(), "#210");
     strings.SetLoaded(false);
     forms.Localise();
+    EXPECT_FALSE(form.RightToLeft());
     EXPECT_EQ(words(), "Settings 0 \"&General\" \"&Notes\" Preview Other Now Id Never Views Top");
 }
 
