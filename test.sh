@@ -3,8 +3,8 @@
 #
 #   ./test.sh [checks] [linux] [asan] [tsan] [fuzz] [windows] [windows32] [desktops [NAME...]]
 #
-# Without a name all but `desktops`, which starts real desktops on a machine that is left to it. The words behind
-# it name them (tests/program/desktops/README.md); without one, the cheap ones.
+# Without a name all of them. The words behind `desktops` name the real desktops that are started
+# (tests/program/desktops/README.md); without one, the cheap ones.
 # QUORVANE_FUZZ_SECONDS is how long each fuzz target runs (30 unless told).
 set -uo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
@@ -16,7 +16,7 @@ while [ $# -gt 0 ]; do
     [ "$1" != desktops ] || { desktops=("${@:2}") && break; }
     shift
 done
-[ ${#stages[@]} -gt 0 ] || stages=(checks linux asan tsan fuzz windows windows32)
+[ ${#stages[@]} -gt 0 ] || stages=(checks linux asan tsan fuzz windows windows32 desktops)
 export CTEST_OUTPUT_ON_FAILURE=1
 
 # build PRESET [TARGET...]

@@ -9,7 +9,7 @@
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 cd "$here/../../.."
-limit=600 # seconds for one desktop
+limit=240 # seconds for one desktop, which takes half of it
 cheap=(i3 sway sway-default)
 
 usage() {
@@ -35,13 +35,14 @@ try_desktop() { # NAME
         as_user=(setpriv --reuid="$user" --regid="$user" --clear-groups)
         chown -R "$user:$user" "$work"
     fi
-    (cd "$work" && exec timeout "$limit" "${as_user[@]}" bash "$work/lib.sh" "$name" "$work") &
+    (cd "$work" && exec timeout --kill-after=20 "$limit" "${as_user[@]}" bash "$work/lib.sh" "$name" "$work") &
     session=$!
     wait "$session" || true
     session=
     cp -r "$work/out/." "$out/$name"
     rm -rf "$work"
-    grep -q '^end$' "$out/$name/checks" || echo "FAILED  $name: the run came to its end" | tee -a "$out/$name/checks"
+    grep -qs '^end$' "$out/$name/checks" ||
+        echo "FAILED  $name: the run came to its end within $limit s" | tee -a "$out/$name/checks"
 }
 session='' work=''
 trap '[ -z "$session" ] || { kill "$session" && wait "$session"; } || true; rm -rf "$work"' EXIT
