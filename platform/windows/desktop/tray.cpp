@@ -80,23 +80,29 @@ bool WindowsTray::Tell(DWORD operation, const TrayRecord& record) {
 // and wants a new size.
 void WindowsTray::Restore() {
     const HICON before = std::exchange(icon_, LoadSmallIcon(events_.Window()));
-    if (wanted_) {
-        shown_.flags |= NIF_MESSAGE | NIF_ICON | NIF_TIP;
-        if (!Add(shown_)) Tell(NIM_MODIFY, shown_);
-    }
+    if (wanted_) Show();
     if (before) DestroyIcon(before);
+}
+
+// A shell that is busy, at log-on above all, may say that it did not add the icon and have it all the same.
+bool WindowsTray::Show() {
+    TrayRecord whole = shown_;
+    whole.flags |= NIF_MESSAGE | NIF_ICON | NIF_TIP;
+    return (Tell(NIM_ADD, whole) || Tell(NIM_MODIFY, whole)) && Tell(NIM_SETVERSION, whole);
 }
 
 bool WindowsTray::Add(const TrayRecord& record) {
     wanted_ = true;
     shown_ = record;
-    return Tell(NIM_ADD, record) && Tell(NIM_SETVERSION, record);
+    return Show();
 }
 
+// An icon that the shell did not take before is offered again.
 bool WindowsTray::Modify(const TrayRecord& record) {
     shown_ = record;
+    const bool told = Tell(NIM_MODIFY, shown_) || (wanted_ && Show());
     shown_.balloonText.clear(); // an area that comes back does not tell old news
-    return Tell(NIM_MODIFY, record);
+    return told;
 }
 
 bool WindowsTray::SetVersion(int version) {

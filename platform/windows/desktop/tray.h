@@ -23,6 +23,7 @@ class WindowsTray final : public Tray {
 
   private:
     bool Tell(DWORD operation, const TrayRecord& record);
+    bool Show();
     void Restore();
 
     WindowsEventLoop& events_;

@@ -128,10 +128,10 @@ TEST_F(PromptsTest, TheTrayTakesAnIconAndTellsOfClicks) {
     gone.cbSize = sizeof gone;
     gone.hWnd = events_.Window();
     gone.uID = 1;
-    EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &gone));
-    EXPECT_FALSE(tray.Modify(record)) << "the area went and took it along";
+    EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &gone)) << "the area goes and takes it along";
     newArea();
-    EXPECT_TRUE(tray.Modify(record)) << "it came back";
+    EXPECT_TRUE(Shell_NotifyIconW(NIM_DELETE, &gone)) << "it was there again";
+    EXPECT_TRUE(tray.Modify(record)) << "an icon that the area lost is offered again";
     tray.Remove();
     newArea();
     EXPECT_FALSE(tray.Modify(record)) << "it is gone";
