@@ -199,6 +199,8 @@ void QtEventLoop::Arm() {
         next = std::min(next.value_or(latest), latest);
     }
     if (next && held_ == 0) {
+        if (wake_.isActive() && armedFor_ == *next) return;
+        armedFor_ = *next;
         wake_.start(static_cast<int>(std::clamp<std::int64_t>(*next - SteadyMilliseconds(), 0, 1'000'000)));
     } else {
         wake_.stop();

@@ -61,8 +61,9 @@ class QtEventLoop final : public EventLoop {
     std::function<void(int, const char*)> failureHandler_;
     std::optional<int> ended_; // the exit status, once the process is to end
     TimerId lastId_ = 0;
-    int held_ = 0;       // HoldTimers without its answer
-    int delivering_ = 0; // depth of Deliver
+    int held_ = 0;              // HoldTimers without its answer
+    std::int64_t armedFor_ = 0; // the moment that wake_ was last set to
+    int delivering_ = 0;        // depth of Deliver
     bool failing_ = false;
     bool displayLost_ = false;
 };
