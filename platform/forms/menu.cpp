@@ -33,6 +33,10 @@ ShownMenu Menu::Open() {
     return Entries();
 }
 
+ShownMenu Menu::Entries() const {
+    return {root_.items, defaultItem_, form_ && form_->RightToLeft()};
+}
+
 void Menu::Localise(const LocaleStrings& words) {
     LocaliseEntries(root_.items, words);
 }

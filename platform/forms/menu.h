@@ -52,6 +52,7 @@ struct MenuItem {
 struct ShownMenu {
     std::deque<MenuItem> items;
     int defaultItem = -1;
+    bool rightToLeft = false;
 };
 
 // A popup menu, or the menu bar of a form, whose top entries then are its titles.
@@ -93,7 +94,7 @@ class Menu {
     // EventLoop::Deliver. Answers what is to be shown.
     ShownMenu Open();
     // What the menu holds, unopened.
-    ShownMenu Entries() const { return {root_.items, defaultItem_}; }
+    ShownMenu Entries() const;
     // A person chose `item` of a menu that was shown: to be said under EventLoop::Deliver. Entries that are
     // disabled or hold a submenu do nothing.
     static void Choose(const MenuItem& item) {

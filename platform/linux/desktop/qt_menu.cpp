@@ -47,6 +47,7 @@ void AddEntries(QMenu& shown, const std::deque<MenuItem>& items, EventLoop* even
             action = shown.addAction(caption);
         } else {
             QMenu* below = shown.addMenu(caption);
+            below->setLayoutDirection(shown.layoutDirection());
             AddEntries(*below, item.items, events, entries);
             action = below->menuAction();
         }
@@ -66,6 +67,7 @@ void AddEntries(QMenu& shown, const std::deque<MenuItem>& items, EventLoop* even
 
 Entries Fill(QMenu& shown, const ShownMenu& menu, EventLoop* events) {
     shown.clear();
+    shown.setLayoutDirection(menu.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     Entries entries;
     AddEntries(shown, menu.items, events, entries);
     if (menu.defaultItem >= 0 && menu.defaultItem < static_cast<int>(menu.items.size())) {
@@ -95,6 +97,7 @@ void FillMenuBar(QMenuBar& bar, Menu& menu, EventLoop& events) {
         if (!title.visible) continue;
         QMenu* below = bar.addMenu(QString::fromStdString(title.caption.Text()));
         below->setEnabled(title.enabled);
+        below->setLayoutDirection(bar.layoutDirection());
         QObject::connect(below, &QMenu::aboutToShow, below, [below, i, &menu, &events] {
             events.Deliver([below = QPointer(below), i, &menu, &events] {
                 const ShownMenu opened = menu.Open();

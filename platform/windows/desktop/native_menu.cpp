@@ -118,8 +118,9 @@ const MenuItem* NativeMenu::Ask(const ShownMenu& menu, HWND owner, const POINT& 
     // Without the foreground the menu would not close at a click elsewhere; the message behind it is the
     // system's own advice for the same end.
     SetForegroundWindow(owner);
-    const int command =
-        TrackPopupMenu(popup.handle_, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr);
+    const UINT direction = menu.rightToLeft ? TPM_LAYOUTRTL : 0;
+    const int command = TrackPopupMenu(popup.handle_, TPM_RETURNCMD | TPM_RIGHTBUTTON | direction, at.x, at.y,
+                                       0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
     return popup.Find(static_cast<UINT>(command));
 }
