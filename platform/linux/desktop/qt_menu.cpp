@@ -4,6 +4,7 @@
 #include "platform/forms/menu.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QIcon>
 #include <QImage>
 #include <QMenu>
@@ -67,7 +68,10 @@ void AddEntries(QMenu& shown, const std::deque<MenuItem>& items, EventLoop* even
 
 Entries Fill(QMenu& shown, const ShownMenu& menu, EventLoop* events) {
     shown.clear();
-    shown.setLayoutDirection(menu.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    const Qt::LayoutDirection direction = menu.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight;
+    shown.setLayoutDirection(direction);
+    // The style aligns the words of entries by the whole application's direction.
+    if (QApplication::layoutDirection() != direction) QApplication::setLayoutDirection(direction);
     Entries entries;
     AddEntries(shown, menu.items, events, entries);
     if (menu.defaultItem >= 0 && menu.defaultItem < static_cast<int>(menu.items.size())) {
