@@ -76,12 +76,12 @@ int ExifOrientation(std::string_view block) {
 }
 
 std::string_view FindExif(std::string_view head) {
-    constexpr std::string_view kOldStart("Exif\0\0", 6); // some programs keep the photograph's own
+    constexpr std::string_view OldStart("Exif\0\0", 6); // some programs keep the photograph's own
     std::string_view block;
-    if (head.starts_with("\xFF\xD8")) block = FindJpegSegment(head, kOldStart);
+    if (head.starts_with("\xFF\xD8")) block = FindJpegSegment(head, OldStart);
     if (head.starts_with("RIFF")) block = FindWebpChunk(head, "EXIF");
     if (head.starts_with("\x89PNG")) block = FindPngChunk(head, "eXIf");
-    return block.starts_with(kOldStart) ? block.substr(kOldStart.size()) : block;
+    return block.starts_with(OldStart) ? block.substr(OldStart.size()) : block;
 }
 
 } // namespace quorvane

@@ -8,14 +8,14 @@
 namespace quorvane {
 namespace {
 
-// Sums of a column lie between 0 and 255 * KDownTotal and fit 16 bits. A product with a weight of the row is
+// Sums of a column lie between 0 and 255 * DownTotal and fit 16 bits. A product with a weight of the row is
 // cut to its high 16 bits, which a vector unit does in one step; the half that rounds makes up for what is
 // cut.
-constexpr int KDownTotal = 256;
-constexpr int KAcrossTotal = 65535;
-constexpr std::uint16_t KHalf = KDownTotal / 2;
-constexpr std::size_t KPixels = 4; // of input that are summed at a time
-constexpr std::size_t KGroup = 4 * KPixels;
+constexpr int DownTotal = 256;
+constexpr int AcrossTotal = 65535;
+constexpr std::uint16_t Half = DownTotal / 2;
+constexpr std::size_t Pixels = 4; // of input that are summed at a time
+constexpr std::size_t Group = 4 * Pixels;
 using Words = std::uint16_t __attribute__((vector_size(16)));
 
 // The two loops that the time goes into, once for every processor and once for those with wide vectors.
@@ -44,14 +44,14 @@ void SumAcross(std::uint16_t* __restrict out, const std::uint16_t* __restrict su
                std::size_t groups, std::size_t width) {
     for (std::size_t o = 0; o < width; ++o, out += 4) {
         const std::uint16_t* __restrict in = sums + first[o];
-        std::uint16_t sum[KGroup] = {KHalf, KHalf, KHalf, KHalf};
-        for (std::size_t group = groups; group > 0; --group, in += KGroup, weights += KGroup)
-            for (std::size_t i = 0; i < KGroup; ++i)
+        std::uint16_t sum[Group] = {Half, Half, Half, Half};
+        for (std::size_t group = groups; group > 0; --group, in += Group, weights += Group)
+            for (std::size_t i = 0; i < Group; ++i)
                 sum[i] = static_cast<std::uint16_t>(sum[i] + (std::uint32_t{in[i]} * weights[i] >> 16));
         // The four pixels together; said as a shuffle, or the compiler takes them apart one by one.
         Words left, right;
         std::memcpy(&left, sum, sizeof left);
-        std::memcpy(&right, sum + KGroup / 2, sizeof right);
+        std::memcpy(&right, sum + Group / 2, sizeof right);
         left += right;
         left += __builtin_shufflevector(left, left, 4, 5, 6, 7, 4, 5, 6, 7);
         std::memcpy(out, &left, sizeof left / 2);
@@ -104,12 +104,12 @@ AxisWeights MakeAxis(int input, int output, int from, int count, int total) {
 Resampler::Resampler(PixelSize input, PixelSize output, const PixelRect& part, Sink sink)
     : part_(part)
     , sink_(std::move(sink))
-    , down_(MakeAxis(input.height, output.height, part.y, part.height, KDownTotal)) {
+    , down_(MakeAxis(input.height, output.height, part.y, part.height, DownTotal)) {
     firstRow_ = inputRow_ = down_.first.front();
     endRow_ = down_.Last(static_cast<std::size_t>(part.height) - 1) + 1;
     for (auto& row : rows_)
         row.resize(static_cast<std::size_t>(input.width) * 4);
-    PrepareAcross(MakeAxis(input.width, output.width, part.x, part.width, KAcrossTotal));
+    PrepareAcross(MakeAxis(input.width, output.width, part.x, part.width, AcrossTotal));
 }
 
 void Resampler::PrepareAcross(const AxisWeights& across) {
@@ -117,17 +117,17 @@ void Resampler::PrepareAcross(const AxisWeights& across) {
     std::size_t taps = 0;
     for (std::size_t o = 0; o < width; ++o)
         taps = std::max<std::size_t>(taps, across.start[o + 1] - across.start[o]);
-    groups_ = (taps + KPixels - 1) / KPixels;
+    groups_ = (taps + Pixels - 1) / Pixels;
     firstPixel_ = across.first.front();
     needed_ = static_cast<std::size_t>(across.Last(width - 1) + 1 - firstPixel_) * 4;
-    sums_.resize(needed_ + groups_ * KGroup);
+    sums_.resize(needed_ + groups_ * Group);
     folded_.resize(width * 4);
     out_.resize(width * 4);
     acrossFirst_.resize(width);
-    acrossWeights_.resize(width * groups_ * KGroup);
+    acrossWeights_.resize(width * groups_ * Group);
     for (std::size_t o = 0; o < width; ++o) {
         acrossFirst_[o] = static_cast<std::uint32_t>(across.first[o] - firstPixel_) * 4;
-        std::uint16_t* weights = &acrossWeights_[o * groups_ * KGroup];
+        std::uint16_t* weights = &acrossWeights_[o * groups_ * Group];
         for (std::uint32_t i = across.start[o]; i < across.start[o + 1]; ++i, weights += 4)
             std::fill_n(weights, 4, across.weights[i]);
     }

@@ -1,10 +1,10 @@
+#include "platform/linux/drawing/library_jump.h"
 #include "platform/linux/drawing/picture.h"
 #include "platform/linux/drawing/picture_file.h"
 #include "platform/painting/exif.h"
 #include "platform/painting/resample.h"
 
 #include <algorithm>
-#include <csetjmp>
 #include <cstdio>
 #include <cstring>
 
@@ -16,26 +16,17 @@ namespace quorvane {
 namespace {
 
 // What a progressive file may make the library hold: the coefficients of some 130 million pixels.
-constexpr long KMostMemory = 512L << 20;
+constexpr long MostMemory = 512L << 20;
 // A file of more scans than that is made to keep a program busy.
-constexpr int KMostScans = 200;
+constexpr int MostScans = 200;
 
-// The library's state. It leaves its own routines by a jump on an error, so everything between Guarded and a
-// call of the library must be plain data.
-class Decoder {
+// The library's state.
+class Decoder : public LibraryJump {
   public:
     explicit Decoder(const std::string& path);
     ~Decoder();
     Decoder(const Decoder&) = delete;
     Decoder& operator=(const Decoder&) = delete;
-
-    // Runs `steps`; false where the library gave up in their midst.
-    template<typename Steps>
-    bool Guarded(Steps&& steps) {
-        if (setjmp(back_)) return false;
-        steps();
-        return true;
-    }
 
     bool ReadHeader();
     int ExifNumber() const;
@@ -58,7 +49,6 @@ class Decoder {
     std::vector<char> readAhead_ = std::vector<char>(std::size_t{64} << 10);
     jpeg_error_mgr errors_{};
     jpeg_progress_mgr progress_{};
-    std::jmp_buf back_{};
     bool exhausted_ = false;
 };
 
@@ -78,7 +68,7 @@ Decoder::~Decoder() {
 }
 
 void Decoder::OnError(j_common_ptr info) {
-    std::longjmp(Of(info).back_, 1);
+    Of(info).GiveUp();
 }
 
 void Decoder::OnMessage(j_common_ptr info, int level) {
@@ -90,7 +80,7 @@ void Decoder::OnMessage(j_common_ptr info, int level) {
 }
 
 void Decoder::OnProgress(j_common_ptr info) {
-    if (info->is_decompressor && Of(info).info.input_scan_number > KMostScans) OnError(info);
+    if (info->is_decompressor && Of(info).info.input_scan_number > MostScans) OnError(info);
 }
 
 bool Decoder::ReadHeader() {
@@ -99,7 +89,7 @@ bool Decoder::ReadHeader() {
         jpeg_create_decompress(&info);
         info.client_data = this;
         info.progress = &progress_;
-        info.mem->max_memory_to_use = KMostMemory;
+        info.mem->max_memory_to_use = MostMemory;
         jpeg_stdio_src(&info, file_.get());
         jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF);
         jpeg_read_header(&info, TRUE);
@@ -107,11 +97,11 @@ bool Decoder::ReadHeader() {
 }
 
 int Decoder::ExifNumber() const {
-    constexpr std::string_view kStart("Exif\0\0", 6);
+    constexpr std::string_view Start("Exif\0\0", 6);
     for (const jpeg_marker_struct* marker = info.marker_list; marker; marker = marker->next) {
         const std::string_view data(reinterpret_cast<const char*>(marker->data), marker->data_length);
-        if (marker->marker == JPEG_APP0 + 1 && data.starts_with(kStart))
-            return ExifOrientation(data.substr(kStart.size()));
+        if (marker->marker == JPEG_APP0 + 1 && data.starts_with(Start))
+            return ExifOrientation(data.substr(Start.size()));
     }
     return 1;
 }

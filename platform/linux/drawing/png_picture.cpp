@@ -1,9 +1,9 @@
+#include "platform/linux/drawing/library_jump.h"
 #include "platform/linux/drawing/picture.h"
 #include "platform/linux/drawing/picture_file.h"
 #include "platform/linux/drawing/picture_rows.h"
 #include "platform/painting/exif.h"
 
-#include <csetjmp>
 #include <vector>
 
 #include <png.h>
@@ -11,9 +11,8 @@
 namespace quorvane {
 namespace {
 
-// The library's state. It leaves its own routines by a jump on an error, so everything between Guarded and a
-// call of the library must be plain data.
-class Decoder {
+// The library's state. Where it gives up, its words are the reason.
+class Decoder : public LibraryJump {
   public:
     Decoder(const std::string& path, std::string& why)
         : why_(why)
@@ -21,14 +20,6 @@ class Decoder {
     ~Decoder() { png_destroy_read_struct(&png, &info, nullptr); }
     Decoder(const Decoder&) = delete;
     Decoder& operator=(const Decoder&) = delete;
-
-    // Runs `steps`; false, with the library's words as the reason, where it gave up in their midst.
-    template<typename Steps>
-    bool Guarded(Steps&& steps) {
-        if (setjmp(back_)) return false;
-        steps();
-        return true;
-    }
 
     bool ReadHeader() {
         if (!file_) return false;
@@ -73,12 +64,11 @@ class Decoder {
     [[noreturn]] static void OnError(png_structp png, png_const_charp words) {
         auto& decoder = *static_cast<Decoder*>(png_get_error_ptr(png));
         decoder.why_ = std::string("the picture is damaged: ") + words;
-        std::longjmp(decoder.back_, 1);
+        decoder.GiveUp();
     }
 
     std::string& why_;
     PictureFile file_;
-    std::jmp_buf back_{};
 };
 
 class PngPicture final : public LinuxPicture {
