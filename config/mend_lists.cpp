@@ -16,7 +16,6 @@ const std::string Root(RootKey);
 struct EntryValue {
     std::string key;
     std::string name;
-    bool needed = false;
 };
 
 bool IsStored(Store& store, const EntryValue& value) {
@@ -33,11 +32,6 @@ void MoveValue(Store& store, const EntryValue& from, const EntryValue& to) {
     }
 }
 
-bool IsWhole(Store& store, const std::vector<EntryValue>& values) {
-    return std::all_of(values.begin(), values.end(),
-                       [&](const EntryValue& value) { return !value.needed || IsStored(store, value); });
-}
-
 // Closes the gaps of one list.
 class ListMender {
   public:
@@ -51,9 +45,9 @@ class ListMender {
         const std::int32_t count = std::min(stored ? *stored : EntriesInARow(), list_.most);
         std::int32_t kept = 0;
         for (std::int32_t i = 0; i < count; ++i) {
-            if (!IsWhole(store_, Entry(i))) continue;
+            if (!IsThere(i)) continue;
             if (kept < i) Move(i, kept);
-            ++kept;
+            Fill(kept++);
         }
         if (kept != stored.value_or(0)) WriteCount(kept);
     }
@@ -62,10 +56,25 @@ class ListMender {
     std::vector<EntryValue> Entry(std::int32_t i) {
         std::vector<EntryValue> values;
         VisitEntry(section_, record_, list_.first + i, Root,
-                   [&](const auto& row, const std::string& key, const std::string& name, ValueAt) {
-                       values.push_back({key, name, row.onFailedRead == OnFailedRead::Report});
+                   [&](const auto&, const std::string& key, const std::string& name, ValueAt) {
+                       values.push_back({key, name});
                    });
         return values;
+    }
+
+    // An entry's first value is what makes it one: the path of a folder or file.
+    bool IsThere(std::int32_t i) { return IsStored(store_, Entry(i).front()); }
+
+    // Gives an entry the defaults of the values that no read may miss.
+    void Fill(std::int32_t i) {
+        list_.resize(record_, i + 1);
+        VisitEntry(section_, record_, list_.first + i, Root,
+                   [&](const auto& row, const std::string& key, const std::string& name, ValueAt at) {
+                       if (row.onFailedRead != OnFailedRead::Report || IsStored(store_, {key, name})) return;
+                       const FieldRef field = row.field(record_, at);
+                       StoreDefault(row.fallback(record_, {}, at), row.form, field);
+                       WriteValue({store_, key, name, {}}, row.form, field);
+                   });
     }
 
     void Move(std::int32_t from, std::int32_t to) {
@@ -89,7 +98,7 @@ class ListMender {
 
     std::int32_t EntriesInARow() {
         std::int32_t count = 0;
-        while (count < list_.most && IsWhole(store_, Entry(count)))
+        while (count < list_.most && IsThere(count))
             ++count;
         return count;
     }
@@ -104,7 +113,7 @@ class ListMender {
     Store& store_;
     const Section& section_;
     const SettingList<Settings>& list_;
-    Settings record_; // the rows ask for one, and none of these looks at it
+    Settings record_; // what the rows' fields belong to
 };
 
 } // namespace

@@ -274,7 +274,8 @@ TEST_F(SettingsTest, WhatDamageLeftOfAListClosesUp) {
     const auto lose = [this](const std::string& group, const std::string& name) {
         RegDeleteValue(machine.store, "", Hive::CurrentUser, Key(group), key_access::All, name);
     };
-    lose("Wallpaper sources", "Wallpaper source #1 pattern");
+    lose("Wallpaper sources", "Wallpaper source #1");
+    lose("Wallpaper sources", "Wallpaper source #2 pattern");
     lose("Favorites", "Is active favorites source #3"); // which has a default
     lose("Blacklist", "Blacklisted sources counter");
     lose("Blacklist", "Blacklisted source #3");
@@ -282,7 +283,7 @@ TEST_F(SettingsTest, WhatDamageLeftOfAListClosesUp) {
     const Settings mended = Read();
     EXPECT_TRUE(errors.empty());
     EXPECT_EQ(mended.WallpaperSrcCnt(), 2);
-    EXPECT_EQ(mended.WallpaperSources[1], whole.WallpaperSources[2]);
+    EXPECT_EQ(mended.WallpaperSources[1], (WallpaperSource{"/b", true, "", "inf"}));
     EXPECT_EQ(mended.WallpaperSources[2], whole.WallpaperSources[3]);
     EXPECT_EQ(mended.FavoritesSrcCnt(), 3);
     EXPECT_EQ(mended.FavoritesSources[3], (ListedFile{"/c", false}));
