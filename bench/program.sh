@@ -49,11 +49,7 @@ kill "$program"
 wait "$program"
 
 ctl() { "$programs/quorvanectl" settings set "$@"; }
-ctl 'Wallpaper sources\Wallpaper sources counter' 1
-ctl 'Wallpaper sources\Wallpaper source #1' "$PWD/samples/"
-ctl 'Wallpaper sources\Wallpaper source #1 pattern' '*.jpg;*.png;*.webp;*.svg'
-ctl 'Wallpaper sources\Wallpaper source #1 scan level' 0
-ctl 'Wallpaper sources\Is active wallpaper source #1' True
+"$programs/quorvanectl" sources add samples --pattern '*.jpg;*.png;*.webp;*.svg' --level 0
 ctl 'General\Change wallpaper periodically' 1
 ctl 'General\Wallpaper change interval' 3
 ctl 'General\Wallpaper change interval (current)' 6

@@ -109,7 +109,18 @@ says moonrise.png favourites list --pid "$first"
 wine_run "$home/quorvanectl.exe" do exit
 until_true "The first copy, alone" answers_as IS "$first"
 says Asked settings get 'General\Week name'
+
+# Killed while it works on an answer: a scan of all that the machine has takes longer than that.
+wine_run "$home/quorvanectl.exe" sources add 'Z:\'
+timeout 60 tests/program/windows/wine.sh "$home/quorvanectl.exe" do rescan >"$work/rescan" 2>&1 &
+asking=$!
+sleep 1
 wine_run taskkill /im quorvane.exe /f >/dev/null
+status=0
+wait "$asking" || status=$?
+[ "$status" = 1 ] && grep -q 'gave no answer' "$work/rescan" || fail "the client of a killed program: $status, $(cat "$work/rescan")"
+echo "ok: killed during an answer"
+wine_run "$home/quorvanectl.exe" sources remove 2
 says 'Quorvane is not running' status
 says Asked settings get 'General\Week name'
 has_value 'HKCU\Software\Quorvane\General' 'First RUN' False # a killed program leaves a whole tree

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <atomic>
+#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -139,13 +140,17 @@ TEST_F(LinuxChannelTest, TheNewestCopyStandsFirstAndAKilledOneIsGone) {
     ASSERT_EQ(pipe(ready), 0);
     const pid_t other = fork();
     if (other == 0) {
-        // A copy that listens and never answers, as one that is stopped.
+        // A copy that listens and never answers, as one that is stopped; asked "k" it is killed.
         const int listener = socket(AF_UNIX, SOCK_SEQPACKET, 0);
         const auto address = SocketAddress(SocketPath(ChannelFolder(), getpid()));
         const bool good =
             bind(listener, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0 &&
             listen(listener, 5) == 0 && write(ready[1], "", 1) == 1;
-        if (good) pause();
+        char bytes[8];
+        while (good) {
+            const int asking = accept(listener, nullptr, nullptr);
+            if (recv(asking, bytes, sizeof bytes, 0) > 1 && bytes[1] == 'k') raise(SIGKILL);
+        }
         _exit(1);
     }
     char byte = 0;
@@ -156,7 +161,7 @@ TEST_F(LinuxChannelTest, TheNewestCopyStandsFirstAndAKilledOneIsGone) {
     EXPECT_EQ(copies[0].process, other);
     EXPECT_EQ(copies[1].process, getpid());
     EXPECT_EQ(client->Ask(other, "q", 50).outcome, Outcome::NoAnswer);
-    kill(other, SIGKILL);
+    EXPECT_EQ(client->Ask(other, "k", 600'000).outcome, Outcome::NoAnswer) << "at once, not in ten minutes";
     waitpid(other, nullptr, 0);
     copies = client->Copies();
     ASSERT_EQ(copies.size(), 1U);
