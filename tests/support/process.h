@@ -93,6 +93,19 @@ class Process {
     std::optional<int> status_;
 };
 
+// Runs `work` in a process of its own, which ends with its answer.
+inline pid_t StartChild(const std::function<int()>& work) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work());
+    return child;
+}
+// The status of a child that has come to its end: 0 where it answered 0.
+inline int StatusOf(pid_t child) {
+    int status = -1;
+    waitpid(child, &status, 0);
+    return status;
+}
+
 // Runs a command to its end and answers what it printed.
 inline std::string Output(const std::vector<std::string>& command,
                           const std::vector<std::string>& environment = {}) {

@@ -2,12 +2,10 @@
 #include "platform/linux/base/salvage.h"
 #include "platform/linux/base/sqlite.h"
 #include "platform/linux/base/sqlite_store.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/process.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <random>
 
 namespace quorvane {
@@ -18,6 +16,7 @@ namespace fs = std::filesystem;
 constexpr int Values = 300;
 constexpr std::size_t PageSize = 4096;
 const StoreKey Key{"", Hive::CurrentUser, "Software\\Quorvane\\List Of Things"};
+const StoreKey Gone{"", Hive::CurrentUser, "Gone"}; // all its values are deleted again
 
 StoredValue ValueOf(int number) {
     if (number % 2 == 0) return {ValueType::Integer, std::string(4, static_cast<char>(number))};
@@ -29,27 +28,22 @@ std::string NameOf(int number) {
     return "Value #" + std::to_string(number);
 }
 
-std::string Content(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 class DamagedStoreTest : public testing::Test {
   protected:
     DamagedStoreTest() {
         auto store = SqliteStore::Open(file, why);
         store->BeginBatch();
-        for (int number = 0; number < Values; ++number)
+        for (int number = 0; number < Values; ++number) {
             store->Set(Key, NameOf(number), ValueOf(number));
-        for (int number = 0; number < Values; ++number)
-            store->Set({"", Hive::CurrentUser, "Gone"}, NameOf(number), ValueOf(number));
+            store->Set(Gone, NameOf(number), ValueOf(number));
+        }
         store->EndBatch();
         store->BeginBatch();
         for (int number = 0; number < Values; ++number)
-            store->DeleteValue({"", Hive::CurrentUser, "Gone"}, NameOf(number));
+            store->DeleteValue(Gone, NameOf(number));
         store->EndBatch();
         store.reset();
-        whole = Content(file);
+        whole = test::ReadWhole(file);
     }
 
     // A file of this content, and how many of its values the tree has once it was opened.
@@ -68,7 +62,7 @@ class DamagedStoreTest : public testing::Test {
             ++read;
         }
         StoredValue gone;
-        EXPECT_NE(store->Query({"", Hive::CurrentUser, "Gone"}, NameOf(7), gone), store_error::None);
+        EXPECT_NE(store->Query(Gone, NameOf(7), gone), store_error::None);
         return read;
     }
 
@@ -90,7 +84,7 @@ TEST_F(DamagedStoreTest, OneBadPageCostsWhatStoodOnIt) {
         if (why.empty()) continue; // a page that holds nothing any more
         EXPECT_NE(why.find("set aside as [" + file + ".damaged]"), std::string::npos) << why;
         EXPECT_NE(why.find(" values that could still be read."), std::string::npos) << why;
-        EXPECT_TRUE(Content(file + ".damaged") == content);
+        EXPECT_TRUE(test::ReadWhole(file + ".damaged") == content);
         losses += Values - read;
     }
     EXPECT_LE(losses, Values + 20) << "no value stands on two pages, but for those of several";
@@ -152,7 +146,7 @@ TEST_F(DamagedStoreTest, ADiskThatCannotBeReadIsNoDamage) {
     EXPECT_TRUE(SqliteStore::Open(file, why));
     sqlite3_vfs_register(before, 1);
     sqlite3_vfs_unregister(&disk);
-    EXPECT_TRUE(Content(file) == whole);
+    EXPECT_TRUE(test::ReadWhole(file) == whole);
     EXPECT_FALSE(fs::exists(file + ".damaged"));
 }
 

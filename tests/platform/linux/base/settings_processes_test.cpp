@@ -3,16 +3,11 @@
 #include "config/settings.h"
 #include "platform/linux/base/sqlite_store.h"
 #include "platform/memory/memory_platform.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/process.h"
 
 #include <gtest/gtest.h>
 
 #include <sched.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <chrono>
-#include <csignal>
 
 namespace quorvane {
 namespace {
@@ -36,22 +31,21 @@ class SettingsProcessesTest : public testing::Test {
     // Writes the whole of both records in turn, `times` times, and says by one byte that the first stands.
     // The status is the number of failures.
     pid_t StartWriter(const std::string& marks, int times, int told) {
-        const pid_t child = fork();
-        if (child != 0) return child;
-        int failures = 0;
-        MemoryPlatform machine;
-        std::string why;
-        auto store = SqliteStore::Open(file, why);
-        if (!store || !why.empty()) _exit(100);
-        SettingsContext context{*store, machine.files, machine.clock, {}};
-        context.events.ShowErrorDialog = [&](std::int32_t, const std::string&) { ++failures; };
-        for (int i = 0; i < times; ++i) {
-            Settings record = RecordOf(marks[static_cast<std::size_t>(i) % marks.size()]);
-            WriteRecord(record, context);
-            if (i == 0 && write(told, "1", 1) != 1) _exit(101);
-        }
-        store.reset();
-        _exit(failures);
+        return test::StartChild([&] {
+            int failures = 0;
+            MemoryPlatform machine;
+            std::string why;
+            const auto store = SqliteStore::Open(file, why);
+            if (!store || !why.empty()) return 100;
+            SettingsContext context{*store, machine.files, machine.clock, {}};
+            context.events.ShowErrorDialog = [&](std::int32_t, const std::string&) { ++failures; };
+            for (int i = 0; i < times; ++i) {
+                Settings record = RecordOf(marks[static_cast<std::size_t>(i) % marks.size()]);
+                WriteRecord(record, context);
+                if (i == 0 && write(told, "1", 1) != 1) return 101;
+            }
+            return failures;
+        });
     }
 
     // Every value of the tree belongs to one of the marks.
@@ -102,9 +96,7 @@ TEST_F(SettingsProcessesTest, AKilledWriterLeavesEachValueOldOrNew) {
         while (std::chrono::steady_clock::now() < until)
             sched_yield();
         kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFSIGNALED(status)) << "the writer ended by itself";
+        EXPECT_TRUE(WIFSIGNALED(test::StatusOf(child))) << "the writer ended by itself";
         close(told[0]);
         close(told[1]);
         ExpectWholeTree("AB");
@@ -115,11 +107,8 @@ TEST_F(SettingsProcessesTest, TwoWritersAtOnceLoseNothingButTheOrder) {
     int told[2];
     ASSERT_EQ(pipe(told), 0);
     const pid_t writers[] = {StartWriter("A", 25, told[1]), StartWriter("B", 25, told[1])};
-    for (const pid_t writer : writers) {
-        int status = -1;
-        waitpid(writer, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    for (const pid_t writer : writers)
+        EXPECT_EQ(test::StatusOf(writer), 0);
     close(told[0]);
     close(told[1]);
     ExpectWholeTree("AB");

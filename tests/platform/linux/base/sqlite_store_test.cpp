@@ -2,18 +2,9 @@
 #include "platform/linux/base/sqlite_store.h"
 #include "platform/linux/base/system_values.h"
 #include "tests/contracts/store_contract.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/process.h"
 
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <csignal>
-#include <cstdlib>
-#include <fstream>
-#include <functional>
-#include <iterator>
 
 namespace quorvane {
 namespace {
@@ -75,8 +66,7 @@ TEST_F(SqliteStoreTest, SetsADamagedFileAsideAndBeginsAFreshOne) {
         ASSERT_TRUE(store);
         const std::string aside = file + (++number == 1 ? ".damaged" : ".damaged-" + std::to_string(number));
         EXPECT_NE(why.find("[" + aside + "]"), std::string::npos) << why;
-        std::ifstream kept(aside);
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), garbage);
+        EXPECT_EQ(test::ReadWhole(aside), garbage);
         EXPECT_EQ(store->Set(Key, "v", Text("1")), store_error::None);
         store.reset();
         EXPECT_EQ(TextOf(*Open(), "v"), "1") << "the fresh file is kept";
@@ -127,20 +117,16 @@ TEST_F(SqliteStoreTest, AnswersAnErrorWhereTheDiskIsFull) {
     auto store = Open();
     ASSERT_EQ(store->Set(Key, "old", Text("old")), store_error::None);
     // The child lives under a limit on file sizes, which is how a full disk shows to it.
-    const pid_t child = fork();
-    if (child == 0) {
-        std::string reason;
-        auto full = SqliteStore::Open(file, reason);
+    const pid_t child = test::StartChild([this] {
+        auto full = Open();
         signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{100'000, 100'000};
         setrlimit(RLIMIT_FSIZE, &limit);
         const int error = full->Set(Key, "big", Text(std::string(1'000'000, 'x')));
         const bool stillReads = TextOf(*full, "old") == "old";
-        _exit(error == store_error::WriteFault && full->LastError() == error && stillReads ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+        return error == store_error::WriteFault && full->LastError() == error && stillReads ? 0 : 1;
+    });
+    EXPECT_EQ(test::StatusOf(child), 0);
     EXPECT_EQ(TextOf(*store, "old"), "old");
     EXPECT_EQ(TextOf(*store, "big"), "(none)");
 }
@@ -179,34 +165,19 @@ TEST_F(SqliteStoreTest, WaitsForTheOpeningOfOthersOnlySoLong) {
     EXPECT_TRUE(OpeningLock("/proc/settings.db").Free()) << "where none can be made";
 }
 
-// Runs `work` in a process of its own with the tree open.
-pid_t StartProcess(const std::string& file, const std::function<void(Store&)>& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        std::string why;
-        auto store = SqliteStore::Open(file, why);
-        if (!store) _exit(2);
-        work(*store);
-        store.reset();
-        _exit(why.empty() ? 0 : 3);
-    }
-    return child;
-}
-
 TEST_F(SqliteStoreTest, ManyProcessesBeginOneFileAtOnce) {
     std::vector<pid_t> children;
     for (int i = 0; i < 8; ++i) {
-        children.push_back(StartProcess(file, [i](Store& store) {
-            for (int n = 0; n < 20; ++n) {
-                if (store.Set(Key, std::to_string(i) + "/" + std::to_string(n), Text("x")) != 0) _exit(4);
-            }
+        children.push_back(test::StartChild([this, i] {
+            const auto store = Open();
+            int failures = !store || !why.empty();
+            for (int n = 0; n < 20 && store; ++n)
+                failures += store->Set(Key, std::to_string(i) + "/" + std::to_string(n), Text("x")) != 0;
+            return failures;
         }));
     }
-    for (const pid_t child : children) {
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    for (const pid_t child : children)
+        EXPECT_EQ(test::StatusOf(child), 0);
     std::vector<std::string> names;
     Open()->ValueNames(Key, names);
     EXPECT_EQ(names.size(), 160U);
