@@ -2,7 +2,7 @@
 
 #include "alarms/criteria/compiler.h"
 #include "alarms/criteria/lexer.h"
-#include "tests/alarms/criteria/reference.h"
+#include "fuzz/reference/criteria_analysis.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -3,8 +3,8 @@
 
 #include "alarms/criteria/program.h"
 #include "alarms/criteria/trial.h"
+#include "fuzz/reference/criteria_evaluation.h"
 #include "platform/shared/seeded_random.h"
-#include "tests/alarms/criteria/evaluation_reference.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -20,9 +20,6 @@ TEST(CriteriaCommand, CompilesOrSaysWhyNot) {
     EXPECT_EQ(bad.out, R"({"text": "-1", "compiled": "", "message": "Syntax Error!\r\nAt leksem: 2\r\n"})"
                        "\n");
     EXPECT_EQ(bad.err, "Syntax Error!\r\nAt leksem: 2\r\n");
-    const Ran exhausted = RunCriteria({"compile", std::string(3000, '(')});
-    EXPECT_EQ(exhausted.status, Refused);
-    EXPECT_EQ(exhausted.err, "Out of system resources!\r\nStack underrun, while syntax check...\n");
 }
 
 TEST(CriteriaCommand, ABatchKeepsAResultForEachLine) {

@@ -21,9 +21,8 @@ class EngineCommands : public testing::Test {
   protected:
     EngineCommands() {
         fs::create_directories(folder_ / "one" / "two");
-        for (const char* name : {"a.JPG", "b.png", "one/c.jpg", "one/two/d.jpg"}) {
+        for (const char* name : {"a.JPG", "b.png", "one/c.jpg", "one/two/d.jpg"})
             std::ofstream(folder_ / name) << "no picture";
-        }
         // The defaults, whatever the person who runs the tests has stored.
         std::ofstream(folder_ / "none.reg") << "Windows Registry Editor Version 5.00\n";
     }
@@ -146,25 +145,6 @@ TEST_F(EngineCommands, RenderPlacesAPictureOnItsBackground) {
     EXPECT_EQ(render("out.jpg", "40x20"), WrongUsage);
     EXPECT_EQ(render("out.bmp", "40x0"), WrongUsage);
     EXPECT_EQ(render("none/out.bmp", "40x20"), Refused);
-}
-
-TEST_F(EngineCommands, RenderPutsTheCalendarWhereItSays) {
-    const auto render = [&](const char* position) {
-        return Run({"render",     "--json",
-                    "--settings", Path("none.reg"),
-                    "--out",      Path("out.bmp"),
-                    "--size",     "800x600",
-                    "--at",       "2026-11-21 10:00:00",
-                    "--set",      std::string("General\\Calendar position=") + position,
-                    "--set",      "General\\Use calendar background=1",
-                    "--set",      "General\\Show week number=0",
-                    "--set",      "General\\Show all week numbers=0",
-                    "--set",      "Colors\\Calendar background color=0x102030"});
-    };
-    ASSERT_EQ(render("1"), Done);
-    EXPECT_NE(ran_.out.find("\"calendar\": {\"x\": 0, \"y\": 0, \"width\": "), std::string::npos) << ran_.out;
-    EXPECT_EQ(FilePixel(folder_ / "out.bmp", 804, 604, 1, 1), (std::vector<int>{0x10, 0x20, 0x30}));
-    EXPECT_EQ(FilePixel(folder_ / "out.bmp", 804, 604, 803, 603), (std::vector<int>{0, 0, 0}));
 }
 
 } // namespace

@@ -23,9 +23,8 @@ TEST(PathList, KeepsEveryPathWhereItWasAdded) {
     EXPECT_EQ(list[1], "/a/first");
     EXPECT_EQ(list[2], "/" + longName);
     EXPECT_EQ(list[3], "/" + exactName);
-    for (int i = 0; i < 20'000; ++i) {
+    for (int i = 0; i < 20'000; ++i)
         ASSERT_EQ(list[i + 4], "/pictures/summer/" + std::to_string(i) + ".jpg");
-    }
     EXPECT_THROW(list[20'004], RunTimeError);
     EXPECT_THROW(list[-1], RunTimeError);
 

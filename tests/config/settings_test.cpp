@@ -101,14 +101,10 @@ TEST_F(SettingsTest, AFilledTreeIsReadAndWrittenInItsExactForms) {
     const std::string filled = Golden("filled_tree.reg");
     ImportRegFile(filled, machine.store, RegScope::Program);
     const Settings settings = Read();
-    EXPECT_EQ(settings.Favorites_Probability, 0.5);
     EXPECT_EQ(settings.CaptionFont, (FontRecord{false, true, 9.75F, true, true, "Serif"}));
     EXPECT_EQ(settings.HOT_KEY_NewNote, (HotKeyRecord{true, 2, 3, 1, 44}));
-    EXPECT_EQ(settings.ScreenEvents[3].CMD, "run 3");
     EXPECT_EQ(settings.AlarmRecords[1].ExecCount, alarm_count::Infinite);
     EXPECT_EQ(settings.AlarmRecords[1].Programs[2], "third");
-    EXPECT_EQ(settings.AlarmRecords_Count(), 2);
-    EXPECT_EQ(settings.Custom_Days[1], (CustomDay{24, 12, 255}));
     Clear();
     Write(settings);
     const std::string written = Tree();

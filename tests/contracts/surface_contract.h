@@ -69,31 +69,23 @@ TEST_P(SurfaceContract, BeginsBlackAndFillsWhatLiesInside) {
     EXPECT_EQ(At(surface->Pixels(), 3, 12), Rgb(0, 0, 0));
 }
 
-TEST_P(SurfaceContract, RefusesASurfaceWithoutPixels) {
-    EXPECT_EQ(drawing->CreateSurface({0, 5}), nullptr);
-    EXPECT_EQ(drawing->CreateSurface({5, -1}), nullptr);
-}
-
 TEST_P(SurfaceContract, RectangleGradientsRunFromCornerToCorner) {
     const int width = 200, height = 150;
     const auto surface = Make(width, height);
     const GradientVertex first = Vertex(0, 0, Rgb(255, 0, 40)),
                          second = Vertex(width, height, Rgb(0, 128, 240));
-    surface->GradientRectangle(first, second, GradientDirection::TopToBottom);
-    EXPECT_EQ(At(surface->Pixels(), 0, 0), Rgb(255, 0, 40));
-    for (int y = 0; y < height; y += 7) {
-        const double part = static_cast<double>(y) / height;
-        const std::string where = "row " + std::to_string(y);
-        ExpectNear(At(surface->Pixels(), 0, y), 255 - 255 * part, 128 * part, 40 + 200 * part, where);
-        EXPECT_EQ(At(surface->Pixels(), width - 1, y), At(surface->Pixels(), 0, y)) << where;
-    }
-    surface->GradientRectangle(first, second, GradientDirection::LeftToRight);
-    EXPECT_EQ(At(surface->Pixels(), 0, height - 1), Rgb(255, 0, 40));
-    for (int x = 0; x < width; x += 7) {
-        const double part = static_cast<double>(x) / width;
-        const std::string where = "column " + std::to_string(x);
-        ExpectNear(At(surface->Pixels(), x, 0), 255 - 255 * part, 128 * part, 40 + 200 * part, where);
-        EXPECT_EQ(At(surface->Pixels(), x, height - 1), At(surface->Pixels(), x, 0)) << where;
+    for (const bool down : {true, false}) {
+        surface->GradientRectangle(first, second,
+                                   down ? GradientDirection::TopToBottom : GradientDirection::LeftToRight);
+        const int length = down ? height : width;
+        for (int at = 0; at < length; at += 7) {
+            const double part = static_cast<double>(at) / length;
+            const std::string where = (down ? "row " : "column ") + std::to_string(at);
+            const Color near = At(surface->Pixels(), down ? 0 : at, down ? at : 0);
+            ExpectNear(near, 255 - 255 * part, 128 * part, 40 + 200 * part, where);
+            EXPECT_EQ(At(surface->Pixels(), down ? width - 1 : at, down ? at : height - 1), near) << where;
+        }
+        EXPECT_EQ(At(surface->Pixels(), 0, 0), Rgb(255, 0, 40));
     }
 }
 
@@ -235,7 +227,9 @@ TEST_P(SurfaceContract, TextIsCutAtTheSurface) {
     EXPECT_FALSE(Painted(surface->Pixels(), Rgb(0, 0, 0)) == PixelRect{});
 }
 
-TEST_P(SurfaceContract, TwipsComeFromTheResolution) {
+TEST_P(SurfaceContract, TwipsComeFromTheResolutionAndSurfacesHavePixels) {
+    EXPECT_EQ(drawing->CreateSurface({0, 5}), nullptr);
+    EXPECT_EQ(drawing->CreateSurface({5, -1}), nullptr);
     EXPECT_GT(drawing->TwipsPerPixelX(), 1);
     EXPECT_LE(drawing->TwipsPerPixelX(), 20);
     EXPECT_GT(drawing->TwipsPerPixelY(), 1);

@@ -24,9 +24,8 @@ class FileListTest : public EngineBench {
         record_.RESCANWALLPAPERSOURCESNOW = true;
         whole_ = fileList_.BuildFileList();
         std::vector<std::string> paths;
-        for (std::int32_t index = 1; index <= record_.Wallpapers_Cnt(); ++index) {
+        for (std::int32_t index = 1; index <= record_.Wallpapers_Cnt(); ++index)
             paths.emplace_back(record_.Wallpapers[index]);
-        }
         return paths;
     }
 
@@ -118,9 +117,8 @@ TEST_F(FileListTest, ScansWhenAskedToOrWhenThePeriodicRescanIsOff) {
 }
 
 TEST_F(FileListTest, AListingEndsAt32767Entries) {
-    for (int i = 0; i < 32768; ++i) {
+    for (int i = 0; i < 32768; ++i)
         files_.Put("/many/" + std::to_string(i));
-    }
     AddSource("/many", "*.*", "0");
     EXPECT_EQ(Rescan().size(), 32767U);
     EXPECT_EQ(record_.Wallpapers_Max_Cnt(), 35000);
@@ -128,9 +126,8 @@ TEST_F(FileListTest, AListingEndsAt32767Entries) {
 }
 
 TEST_F(FileListTest, EventsRunAtOnceAndThenAtMostTwiceASecond) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 20; ++i)
         files_.Put("/slow/" + std::to_string(i) + "/x.jpg");
-    }
     files_.onList = [this](const std::string&) { clock_.MoveWall(100); };
     clock_.SetNow({2026, 3, 1, 23, 59, 59, 0}); // over midnight
     std::vector<int> moments;                   // milliseconds since the second began

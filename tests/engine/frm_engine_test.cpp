@@ -88,9 +88,8 @@ TEST_F(EngineTest, TheCalendarIsKeptClearOfPanelsWhereThatIsWanted) {
     machine_.desktop.workArea.reset();
     const auto caption = [](const std::vector<std::string>& log) {
         PixelPoint at;
-        for (const std::string& line : log) {
+        for (const std::string& line : log)
             if (std::sscanf(line.c_str(), "text %d,%d", &at.x, &at.y) == 2) break;
-        }
         return at;
     };
     EXPECT_EQ(caption(clear), (PixelPoint{caption(bare).x + 102, caption(bare).y + 32}));

@@ -57,9 +57,8 @@ class Process {
         dup2(open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600), STDOUT_FILENO);
         dup2(open(errors.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600), STDERR_FILENO);
         std::vector<char*> arguments;
-        for (const std::string& argument : command) {
+        for (const std::string& argument : command)
             arguments.push_back(const_cast<char*>(argument.c_str()));
-        }
         arguments.push_back(nullptr);
         execvp(arguments[0], arguments.data());
         _exit(127);

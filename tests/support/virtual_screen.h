@@ -19,9 +19,8 @@ class VirtualScreen {
         std::string number;
         char digit = 0;
         pollfd ready{ends[0], POLLIN, 0};
-        while (poll(&ready, 1, 20'000) > 0 && read(ends[0], &digit, 1) == 1 && digit != '\n') {
+        while (poll(&ready, 1, 20'000) > 0 && read(ends[0], &digit, 1) == 1 && digit != '\n')
             number += digit;
-        }
         close(ends[0]);
         if (!number.empty()) display_ = ":" + number;
     }

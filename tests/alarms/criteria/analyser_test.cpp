@@ -1,6 +1,6 @@
 #include "alarms/criteria/analyser.h"
 
-#include "tests/alarms/criteria/reference.h"
+#include "fuzz/reference/criteria_analysis.h"
 
 #include <gtest/gtest.h>
 

@@ -192,9 +192,8 @@ std::string TakenLog(ConformanceForm& form, Hands& hands) {
 
 void CheckMirror(ConformanceForm& form, Hands& hands, const char* when) {
     hands.Settle();
-    for (Control* control : form.Controls()) {
+    for (Control* control : form.Controls())
         EXPECT_EQ(hands.Shown(*control), control->ValueText()) << control->FullName() << ' ' << when;
-    }
 }
 
 namespace {
@@ -259,6 +258,10 @@ void CheckPerson(ConformanceForm& form, Hands& hands) {
     EXPECT_EQ(TakenLog(form, hands), "cmdOk clicked");
     hands.Click(form.cmdOff);
     EXPECT_EQ(TakenLog(form, hands), "") << "a button that is switched off";
+    form.fraKind.SetEnabled(false);
+    hands.Toggle(form.optKind[0]);
+    EXPECT_EQ(TakenLog(form, hands), "") << "in a frame that is switched off";
+    form.fraKind.SetEnabled(true);
     hands.PressKey(form.txtName, key_code::Enter, 0);
     EXPECT_EQ(TakenLog(form, hands), "cmdOk clicked");
     hands.PressKey(form.txtName, key_code::Escape, 0);

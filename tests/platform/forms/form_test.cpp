@@ -129,19 +129,6 @@ TEST_F(FormTest, HandlersFailIntoTheLoopAndNotIntoTheHost) {
     EXPECT_EQ(failure, "11Division by zero");
 }
 
-TEST_F(FormTest, DisabledAndHiddenControlsCannotBeReached) {
-    Form form(forms_, "frmAny");
-    Frame Frame1(form, "Frame1", "Around");
-    CheckBox Check1(Frame1, "Check1", "Box");
-    form.Show();
-    Frame1.SetEnabled(false);
-    MemoryFormView::Do(form, &Check1, act::Check{true});
-    EXPECT_FALSE(Check1.Value());
-    Frame1.SetEnabled(true);
-    MemoryFormView::Do(form, &Check1, act::Check{true});
-    EXPECT_TRUE(Check1.Value());
-}
-
 TEST_F(FormTest, LayoutGivesEveryTextItsRoomAndTheRestToWhatStretches) {
     Form form(forms_, "frmAny");
     Label Label1(form, "Label1", "Ten letter");
@@ -176,36 +163,32 @@ TEST_F(FormTest, EveryWordFollowsTheLanguageAndRaisesNothing) {
     Forms forms(machine_.Services(), &strings);
     Form form(forms, "frmAny");
     Menu mnu_popup(form, "mnu_popup");
-    TabStrip TabStrip1(form, "TabStrip1");
-    Frame Frame1(TabStrip1, "Frame1", {"Preview", 200});
-    CheckBox Check1(Frame1, "Check1", {"&Use", 201});
+    CheckBox Check1(form, "Check1", {"&Use", 201});
     ListView ListView1(form, "ListView1");
     ComboBox Combo1(form, "Combo1");
     form.SetCaption({"Settings", 202});
-    form.SetLayout(Column({TabStrip1, ListView1, Combo1}));
+    form.SetLayout(Column({Check1, ListView1, Combo1}));
     Check1.SetToolTip({"Now", 203});
     mnu_popup.onOpen = [&] { mnu_popup.Add("late", 0, {"E&xit", 9}); };
     mnu_popup.Add("first", 0, {"Views", 204}).Add("below", 1, {"Top", 205});
-    TabStrip1.SetTabs({{"&General", 5}, {"&Notes", 206}});
     ListView1.SetColumns({{{"Id", 207}, 900}});
     Combo1.SetItems({{"Never", 208}, "3"});
     Combo1.SetListIndex(0);
-    Combo1.onClick = Combo1.onChange = TabStrip1.onClick = [] { FAIL() << "nothing was chosen"; };
+    Combo1.onClick = Combo1.onChange = [] { FAIL() << "nothing was chosen"; };
     const auto words = [&] {
-        return form.Caption() + " " + TabStrip1.ValueText() + " " + Frame1.Caption() + " " +
-               Check1.Caption() + " " + Check1.ToolTip() + " " + ListView1.Columns()[0].caption.Text() + " " +
-               Combo1.Text() + " " + mnu_popup.Items()[0].caption.Text() + " " +
-               mnu_popup.Items()[0].items[0].caption.Text();
+        return form.Caption() + " " + Check1.Caption() + " " + Check1.ToolTip() + " " +
+               ListView1.Columns()[0].caption.Text() + " " + Combo1.Text() + " " +
+               mnu_popup.Items()[0].caption.Text() + " " + mnu_popup.Items()[0].items[0].caption.Text();
     };
     form.Show();
-    EXPECT_EQ(words(), "Settings 0 \"&General\" \"&Notes\" Preview &Use Now Id Never Views Top");
+    EXPECT_EQ(words(), "Settings &Use Now Id Never Views Top");
     strings.SetLoaded(true);
     for (int id = 1; id < 300; ++id)
         strings.Set(id, "#" + std::to_string(id));
     strings.SetRightToLeft(true);
     forms.Localise();
     EXPECT_TRUE(form.RightToLeft());
-    EXPECT_EQ(words(), "#202 0 \"#5\" \"#206\" #200 #201 #203 #207 #208 #204 #205");
+    EXPECT_EQ(words(), "#202 #201 #203 #207 #208 #204 #205");
     EXPECT_EQ(static_cast<MemoryFormView*>(form.View())->Shown(Combo1), "0 \"#208\" of 2");
     mnu_popup.Open();
     EXPECT_EQ(mnu_popup.Items()[1].caption.Text(), "#9") << "an entry that is added as the menu opens";
@@ -216,7 +199,7 @@ TEST_F(FormTest, EveryWordFollowsTheLanguageAndRaisesNothing) {
     strings.SetLoaded(false);
     forms.Localise();
     EXPECT_FALSE(form.RightToLeft());
-    EXPECT_EQ(words(), "Settings 0 \"&General\" \"&Notes\" Preview Other Now Id Never Views Top");
+    EXPECT_EQ(words(), "Settings Other Now Id Never Views Top");
 }
 
 TEST_F(FormTest, AResizeIsForFormsThatHaveNoSizeOfTheirOwn) {

@@ -29,9 +29,8 @@ TEST(NamePattern, TableOfPatternsAndNames) {
         {"*ЖУК*", "Мой жук.png", true},
         {"[a]*", "a.png", false}, // brackets mean themselves
     };
-    for (const Row& row : rows) {
+    for (const Row& row : rows)
         EXPECT_EQ(NamePattern(row.pattern).Fits(row.name), row.fits) << row.pattern << " on " << row.name;
-    }
 }
 
 // The meaning of the wildcards word for word, in exponential time.
@@ -47,9 +46,8 @@ TEST(NamePattern, AgreesWithTheSlowMeaningOnRandomTexts) {
     std::mt19937 random(1);
     const auto text = [&](std::string_view letters, std::size_t longest) {
         std::string made(random() % (longest + 1), ' ');
-        for (char& c : made) {
+        for (char& c : made)
             c = letters[random() % letters.size()];
-        }
         return made;
     };
     for (int i = 0; i < 20000; ++i) {

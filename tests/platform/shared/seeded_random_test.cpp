@@ -21,9 +21,8 @@ TEST(SeededRandom, FillsItsRangeEvenly) {
         ++buckets[static_cast<std::size_t>(number * 100)];
     }
     double chiSquare = 0;
-    for (const int count : buckets) {
+    for (const int count : buckets)
         chiSquare += std::pow(count - Draws / 100, 2) / (Draws / 100);
-    }
     EXPECT_LT(chiSquare, 160) << "99 degrees of freedom: one in ten thousand lies above";
 }
 

@@ -21,9 +21,8 @@ class SessionManager {
         char* address = IceComposeNetworkIdList(listenerCount_, listeners_);
         address_ = address ? address : "";
         std::free(address);
-        for (int i = 0; i < listenerCount_; ++i) {
+        for (int i = 0; i < listenerCount_; ++i)
             IceSetHostBasedAuthProc(listeners_[i], AllowHost);
-        }
     }
     ~SessionManager() {
         if (client_) {
@@ -54,12 +53,10 @@ class SessionManager {
     }
     void Serve() {
         std::vector<pollfd> waits;
-        for (int i = 0; i < listenerCount_; ++i) {
+        for (int i = 0; i < listenerCount_; ++i)
             waits.push_back({IceGetListenConnectionNumber(listeners_[i]), POLLIN, 0});
-        }
-        for (const IceConn connection : connections_) {
+        for (const IceConn connection : connections_)
             waits.push_back({IceConnectionNumber(connection), POLLIN, 0});
-        }
         if (poll(waits.data(), waits.size(), 5) <= 0) return;
         const std::size_t listeners = static_cast<std::size_t>(listenerCount_);
         IceConn gone = nullptr;
@@ -79,6 +76,30 @@ class SessionManager {
 
   private:
     static Bool AllowHost(char*) { return True; }
+    static void FreeName(char* name) { std::free(name); }
+
+    template<typename Item, void (*Free)(Item*)>
+    static void FreeAll(SmsConn, SmPointer, int count, Item** items) {
+        for (int i = 0; i < count; ++i)
+            Free(items[i]);
+        std::free(items);
+    }
+    static Status Register(SmsConn client, SmPointer self, char* previous) {
+        if (previous) return 0; // a session of which nothing is known
+        SmsRegisterClientReply(client, SmsGenerateClientID(client));
+        SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone, False);
+        static_cast<SessionManager*>(self)->registered_ = true;
+        return 1;
+    }
+    static void HasSaved(SmsConn client, SmPointer self, Bool) {
+        auto& own = *static_cast<SessionManager*>(self);
+        if (!own.first_) {
+            own.saved_ = true;
+            return;
+        }
+        own.first_ = false; // of the save that a new client begins with
+        SmsSaveComplete(client);
+    }
 
     static Status TakeClient(SmsConn connection, SmPointer self, unsigned long* mask, SmsCallbacks* callbacks,
                              char**) {
@@ -88,50 +109,17 @@ class SessionManager {
                 SmsSaveYourselfDoneProcMask | SmsCloseConnectionProcMask | SmsSetPropertiesProcMask |
                 SmsDeletePropertiesProcMask | SmsGetPropertiesProcMask;
         *callbacks = {};
-        callbacks->register_client = {[](SmsConn client, SmPointer manager, char* previous) -> Status {
-                                          if (previous) {
-                                              return 0; // a session of which nothing is known
-                                          }
-                                          char* id = SmsGenerateClientID(client);
-                                          SmsRegisterClientReply(client, id);
-                                          std::free(id);
-                                          SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone,
-                                                          False);
-                                          static_cast<SessionManager*>(manager)->registered_ = true;
-                                          return 1;
-                                      },
-                                      self};
+        callbacks->register_client = {Register, self};
         callbacks->interact_request = {[](SmsConn client, SmPointer, int) { SmsInteract(client); }, self};
         callbacks->interact_done = {[](SmsConn, SmPointer, Bool) {}, self};
         callbacks->save_yourself_request = {[](SmsConn, SmPointer, int, Bool, int, Bool, Bool) {}, self};
         callbacks->save_yourself_phase2_request = {
             [](SmsConn client, SmPointer) { SmsSaveYourselfPhase2(client); }, self};
-        callbacks->save_yourself_done = {[](SmsConn client, SmPointer manager, Bool) {
-                                             auto& own = *static_cast<SessionManager*>(manager);
-                                             if (!own.first_) {
-                                                 own.saved_ = true;
-                                                 return;
-                                             }
-                                             own.first_ = false; // of the save that a new client begins with
-                                             SmsSaveComplete(client);
-                                         },
-                                         self};
+        callbacks->save_yourself_done = {HasSaved, self};
         callbacks->close_connection = {
             [](SmsConn, SmPointer, int count, char** reasons) { SmFreeReasons(count, reasons); }, self};
-        callbacks->set_properties = {[](SmsConn, SmPointer, int count, SmProp** properties) {
-                                         for (int i = 0; i < count; ++i) {
-                                             SmFreeProperty(properties[i]);
-                                         }
-                                         std::free(properties);
-                                     },
-                                     self};
-        callbacks->delete_properties = {[](SmsConn, SmPointer, int count, char** names) {
-                                            for (int i = 0; i < count; ++i) {
-                                                std::free(names[i]);
-                                            }
-                                            std::free(names);
-                                        },
-                                        self};
+        callbacks->set_properties = {FreeAll<SmProp, SmFreeProperty>, self};
+        callbacks->delete_properties = {FreeAll<char, FreeName>, self};
         callbacks->get_properties = {
             [](SmsConn client, SmPointer) { SmsReturnProperties(client, 0, nullptr); }, self};
         return 1;

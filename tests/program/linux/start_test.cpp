@@ -7,9 +7,8 @@ namespace {
 
 int Count(const std::string& text, const std::string& part) {
     int count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
         ++count;
-    }
     return count;
 }
 
@@ -26,9 +25,8 @@ TEST_F(ProgramTest, TheScreenShowsTheBitmapThatWasWritten) {
     ASSERT_EQ(screen.size(), QSize(Width, Height));
     int different = 0;
     for (int y = 0; y < Height; ++y) {
-        for (int x = 0; x < Width; ++x) {
+        for (int x = 0; x < Width; ++x)
             different += screen.pixel(x, y) != file.pixel(x + 2, y + 2) ? 1 : 0;
-        }
     }
     EXPECT_EQ(different, 0);
     // A picture of the screen's aspect fills it; the lower left corner is far from the calendar.
@@ -81,9 +79,8 @@ TEST_F(ProgramTest, WithoutATrayItRunsSaysSoOnceAndTheIconComesLater) {
 TEST_F(ProgramTest, ADamagedTreeIsSetAsideAndAFreshOneBegun) {
     OpenStore().reset();
     fs::path store;
-    for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "home/XDG_CONFIG_HOME")) {
+    for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "home/XDG_CONFIG_HOME"))
         if (entry.is_regular_file() && entry.file_size() > 0) store = entry.path();
-    }
     ASSERT_FALSE(store.empty());
     std::ofstream(store, std::ios::trunc) << "this was a tree of settings once, and now it is none";
     Start();
@@ -94,9 +91,8 @@ TEST_F(ProgramTest, ADamagedTreeIsSetAsideAndAFreshOneBegun) {
     }));
     EXPECT_EQ(Count(Said(), "set aside"), 1);
     int kept = 0;
-    for (const auto& entry : fs::directory_iterator(store.parent_path())) {
+    for (const auto& entry : fs::directory_iterator(store.parent_path()))
         kept += ReadWhole(entry.path()).starts_with("this was a tree") ? 1 : 0;
-    }
     EXPECT_EQ(kept, 1) << "nothing is lost";
     program_->Signal(SIGTERM);
     EXPECT_EQ(program_->WaitForEnd(), 0) << "also while the box stands";
@@ -104,27 +100,14 @@ TEST_F(ProgramTest, ADamagedTreeIsSetAsideAndAFreshOneBegun) {
 }
 
 TEST_F(ProgramTest, AHomeThatCannotBeWrittenEndsNothing) {
-    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
         environment_.push_back(std::string(name) + "=/proc/nowhere");
-    }
     StartDesktop();
     Start();
     ASSERT_TRUE(WaitForIcon());
     EXPECT_NE(Said(), "");
     program_->Signal(SIGTERM);
     EXPECT_EQ(program_->WaitForEnd(), 0);
-}
-
-TEST_F(ProgramTest, AskedForItsVersionItShowsABoxAndEnds) {
-    StartDesktop();
-    Start({"/v"});
-    ASSERT_TRUE(WaitFor([this] {
-        return Ask({"xdotool", "search", "--onlyvisible", "--name", "^Quorvane II$"}).size() > 1;
-    }));
-    Ask({"xdotool", "search", "--onlyvisible", "--name", "^Quorvane II$", "windowactivate", "--sync", "key",
-         "Return"});
-    EXPECT_EQ(program_->WaitForEnd(), 0);
-    EXPECT_EQ(Get("General", "First RUN"), "(missing)") << "nothing is saved";
 }
 
 } // namespace

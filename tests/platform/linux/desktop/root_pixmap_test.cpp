@@ -19,9 +19,8 @@ QRgb PatternAt(int x, int y) {
 std::string WritePattern(const test::TemporaryFolder& folder, int width, int height) {
     QImage image(width, height, QImage::Format_RGB888);
     for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
+        for (int x = 0; x < width; ++x)
             image.setPixel(x, y, PatternAt(x, y));
-        }
     }
     const std::string path = (folder.Path() / "pattern.bmp").string();
     EXPECT_TRUE(image.save(QString::fromStdString(path)));

@@ -54,9 +54,8 @@ class WallpaperTableTest : public ::testing::Test {
         std::string text = ReadWhole(Calls());
         std::filesystem::remove(Calls());
         const std::string folder = folder_.Path().string();
-        for (std::size_t at = 0; (at = text.find(folder)) != std::string::npos;) {
+        for (std::size_t at = 0; (at = text.find(folder)) != std::string::npos;)
             text.replace(at, folder.size(), "@");
-        }
         return std::regex_replace(text, std::regex("wallpaper-[0-9]+\\.bmp"), "NEW");
     }
     bool Tell(const std::string& desktop, WallpaperStyle style, int milliseconds = 20'000) {
@@ -262,9 +261,8 @@ TEST_F(WallpaperTableTest, PlainXIsForWhoeverHasNoRow) {
 
 TEST_F(WallpaperTableTest, MissingProgramsAndReadOnlyFoldersAnswerAndHangNothing) {
     setenv("PATH", bin_.c_str(), 1);
-    for (const char* desktop : {"GNOME", "XFCE", "LXQt", "sway", "MATE"}) {
+    for (const char* desktop : {"GNOME", "XFCE", "LXQt", "sway", "MATE"})
         EXPECT_FALSE(Tell(desktop, WallpaperStyle::Stretched)) << desktop;
-    }
     setenv("PATH", (bin_.string() + ":" + path_).c_str(), 1);
     Fake("gsettings");
     handover_.stateFolder = "/proc/nowhere";
