@@ -32,5 +32,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PassOver([&] { leksems = ScanCriterion(text).leksems; });
     CompareWithTheSlowWalk(leksems, AnalyserStackEntries);
     CompareWithTheSlowWalk(leksems, 4 + size % 32);
+    // The same bytes as leksems, which reach the analyser whatever the lexer would say.
+    std::string direct;
+    for (std::size_t i = 0; i < size; ++i)
+        direct += "aboocpf-()[]{}||"[data[i] % 16];
+    CompareWithTheSlowWalk(direct, AnalyserStackEntries);
+    CompareWithTheSlowWalk(direct, 4 + size % 32);
     return 0;
 }

@@ -3,10 +3,9 @@
 #include "commands/json.h"
 #include "commands/message.h"
 #include "commands/setting_values.h"
-#include "config/registry.h"
-#include "config/schema.h"
 #include "platform/memory/memory_platform.h"
 #include "tests/support/recorded_program.h"
+#include "tests/support/stored_tree.h"
 
 #include <gtest/gtest.h>
 
@@ -44,10 +43,7 @@ class CommandsTest : public testing::Test {
         return place;
     }
     std::string Stored(const std::string& key, const std::string& name) {
-        std::string text = "(missing)";
-        RegReadValue(machine_.store, "", Hive::CurrentUser, std::string(RootKey) + "\\" + key,
-                     key_access::Read, name, text);
-        return text;
+        return test::StoredText(machine_.store, key, name);
     }
 
     MemoryPlatform machine_;

@@ -7,6 +7,7 @@
 #include "config/schema_walk.h"
 #include "core/text.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/support/stored_tree.h"
 
 #include <gtest/gtest.h>
 
@@ -54,7 +55,7 @@ class SettingsTest : public testing::Test {
     static std::string Key(const std::string& group) { return std::string(RootKey) + "\\" + group; }
     template<typename Value>
     void Put(const std::string& group, std::string_view name, const Value& value) {
-        RegWriteValue(machine.store, "", Hive::CurrentUser, Key(group), key_access::All, name, value);
+        test::PutStored(machine.store, group, name, value);
     }
     void PutDecimalSign(const char* sign) {
         RegWriteValue(machine.store, "", Hive::CurrentUser, "Control Panel\\International", key_access::All,

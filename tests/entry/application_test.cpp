@@ -1,12 +1,12 @@
 #include "entry/application.h"
 
 #include "commands/message.h"
-#include "config/registry.h"
 #include "core/run_time_error.h"
 #include "entry/check_fonts.h"
 #include "entry/command_line.h"
 #include "platform/forms/dump.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/support/stored_tree.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -36,23 +36,15 @@ class ApplicationTest : public ::testing::Test {
             machine_.drawing.AddPicture(name, {10, 10}, Rgb(1, 2, 3));
         }
         machine_.desktop.screenSize = {40, 20};
-        Set("Wallpaper sources", "Wallpaper sources counter", 1);
-        Set("Wallpaper sources", "Wallpaper source #1", "/pics");
-        Set("Wallpaper sources", "Wallpaper source #1 pattern", "*.png");
-        Set("Wallpaper sources", "Is active wallpaper source #1", "True");
-        Set("Wallpaper sources", "Wallpaper source #1 scan level", "0");
+        test::ChooseFolder(machine_.store, "/pics");
     }
 
     template<typename Value>
     void Set(const std::string& key, const std::string& name, const Value& value) {
-        RegWriteValue(machine_.store, "", Hive::CurrentUser, "Software\\Quorvane\\" + key, key_access::All,
-                      name, value);
+        test::PutStored(machine_.store, key, name, value);
     }
     std::string Get(const std::string& key, const std::string& name) {
-        std::string value = "(missing)";
-        RegReadValue(machine_.store, "", Hive::CurrentUser, "Software\\Quorvane\\" + key, key_access::All,
-                     name, value);
-        return value;
+        return test::StoredText(machine_.store, key, name);
     }
     bool WasSaved() { return Get("General", "First RUN") == "False"; }
 

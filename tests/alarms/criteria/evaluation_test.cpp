@@ -190,35 +190,6 @@ TEST_F(CriteriaEvaluation, TheTrialShowsEveryValueLeft) {
     EXPECT_EQ(exhausted.boxMessage, "Out of system resources!\r\nStack underrun, while syntax check...");
 }
 
-// Texts of instructions in any order, most of them no criterion at all.
-std::string RandomInstructions(std::mt19937& engine) {
-    static const std::vector<std::string> pieces{
-        "0;0",   "0;1",    "0;2.5",  "0;12",   "0;3000000000", "9;hh",  "9;nn",   "9;rr",         "9;zz",
-        "1;+",   "1;-",    "1;^",    "2;*",    "2;/",          "2;\\",  "2;&",    "3;=",          "3;<",
-        "3;>=",  "3;<>",   "2;&",    "1;^",    "3;=",          "4;NEG", "5;INT",  "6;ABS",        "7;FRAC",
-        "8;fst", "8;frst", "8;fsqr", "8;f_10", "8;what",       "0;~",   "9;hh~0", "3;=~9;hh~0;12"};
-    std::string text;
-    for (auto count = engine() % 14; count > 0; --count)
-        text += (text.empty() ? "" : "~") + pieces[engine() % pieces.size()];
-    return text;
-}
-
-TEST_F(CriteriaEvaluation, TheDecodedProgramAgreesWithTheArrays) {
-    std::mt19937 engine(7);
-    CriteriaMemory slowMemory;
-    int held = 0;
-    for (int round = 0; round < 2000; ++round) {
-        now_.hour = static_cast<int>(engine() % 24);
-        now_.minute = static_cast<int>(engine() % 3);
-        const CriteriaMoment moment(now_, random_);
-        const std::string compiled = RandomInstructions(engine);
-        ASSERT_TRUE(reference::Agree(compiled, moment, memory_, slowMemory)) << compiled;
-        CriteriaMemory fresh;
-        held += TestCriteria(compiled, moment, fresh);
-    }
-    EXPECT_GT(held, 200);
-}
-
 TEST_F(CriteriaEvaluation, MoreInstructionsThanTheArrayHoldsAreFalse) {
     for (const std::size_t count : {9999U, 10000U, 10001U, 10002U}) {
         for (const char* const last : {"0;1", "6;ABS", "1;+"}) {

@@ -173,6 +173,10 @@ bool ConformanceForm::OnCloseByFrame() {
     return true;
 }
 
+TwipPoint GroundOf(const Form& form) {
+    return {form.Margin() / 2, form.ClientSize().height - form.Margin() / 2};
+}
+
 std::string LookText(const std::string& tip, Color fore, Color back) {
     const auto text = [](Color color) {
         return std::to_string(Red(color)) + "," + std::to_string(Green(color)) + "," +
@@ -275,12 +279,17 @@ void CheckPerson(ConformanceForm& form, Hands& hands) {
 // What is done to the form itself.
 void CheckGround(ConformanceForm& form, Hands& hands) {
     using enum act::MousePhase;
-    hands.MouseOnGround(form, Down, 1, shift_state::Ctrl);
-    hands.MouseOnGround(form, Move, 1, 0);
-    hands.MouseOnGround(form, Up, 1, 0);
+    const auto mouse = [&](act::MousePhase phase, int button, int shift) {
+        TwipPoint at = GroundOf(form);
+        if (phase == Move) at.x += form.Host().Scale().TwipsX(1);
+        hands.Mouse(form, nullptr, phase, button, shift, at);
+    };
+    mouse(Down, 1, shift_state::Ctrl);
+    mouse(Move, 1, 0);
+    mouse(Up, 1, 0);
     EXPECT_EQ(TakenLog(form, hands), "mouse down 1 2; mouse move 1 0; mouse up 1 0");
-    hands.MouseOnGround(form, Down, 4, 0);
-    hands.MouseOnGround(form, Up, 4, 0);
+    mouse(Down, 4, 0);
+    mouse(Up, 4, 0);
     EXPECT_EQ(TakenLog(form, hands), "mouse down 4 0; mouse up 4 0");
     hands.DoubleClickGround(form);
     EXPECT_EQ(TakenLog(form, hands),

@@ -80,16 +80,15 @@ class Hands {
     virtual void Step(RangeControl& control, int by) = 0; // by the arrow keys
     virtual void PickDate(Control& control, const DateTime& value) = 0;
     virtual void ChooseFromMenuBar(Form& form, int menu, int entry) = 0;
-    // In the lower left corner of the form, where no control is. A move has the buttons held that `button`
-    // says.
-    virtual void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) = 0;
-    virtual void DoubleClickGround(Form& form) = 0;
+    // A button goes down or up, or the pointer moves while it is held; from the upper left corner of the
+    // control, or of the form where there is none.
+    virtual void Mouse(Form& form, Control* control, act::MousePhase phase, int button, int shift,
+                       TwipPoint at) = 0;
+    virtual void DoubleClickGround(Form& form) = 0; // at GroundOf(form)
     // Has the form's popup opened, by the right button in that corner or by the menu key in `control`, waits
     // until `ready` and picks an entry.
     virtual void PickFromPopup(Form& form, Control* control, int entry,
                                const std::function<bool()>& ready) = 0;
-    // A button goes down or up, or the pointer moves while it is held; from the control's upper left corner.
-    virtual void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) = 0;
     virtual void MoveWindow(Form& form, TwipPoint upperLeft) = 0; // of the frame
     virtual void ResizeWindow(Form& form, TwipSize client) = 0;
     virtual void Minimise(Form& form, bool minimized) = 0;
@@ -105,6 +104,9 @@ class Hands {
     // Lets the host work off what is waiting.
     virtual void Settle() = 0;
 };
+
+// In the lower left corner of the form, where no control is.
+TwipPoint GroundOf(const Form& form);
 
 // "tip "Your name" fore 0,70,140 back 225,245,225".
 std::string LookText(const std::string& tip, Color fore, Color back);

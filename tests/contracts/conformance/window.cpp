@@ -80,14 +80,16 @@ void CheckMouse(ConformanceForm& form, Hands& hands) {
                                                                  : "move ";
         form.log.push_back(phase + std::to_string(mouse.button) + " " + Point(mouse.at));
     };
-    hands.Mouse(form.picFace, act::MousePhase::Down, 1, at(10, 5));
-    hands.Mouse(form.picFace, act::MousePhase::Move, 1, at(14, 9));
-    hands.Mouse(form.picFace, act::MousePhase::Up, 1, at(14, 9));
+    hands.Mouse(form, &form.picFace, act::MousePhase::Down, 1, 0, at(10, 5));
+    hands.Mouse(form, &form.picFace, act::MousePhase::Move, 1, 0, at(14, 9));
+    hands.Mouse(form, &form.picFace, act::MousePhase::Up, 1, 0, at(14, 9));
     EXPECT_EQ(TakenLog(form, hands), "down 1 " + Point(at(10, 5)) + "; move 1 " + Point(at(14, 9)) +
                                          "; up 1 " + Point(at(14, 9)) + "; picFace clicked");
-    hands.Mouse(form.picFace, act::MousePhase::Down, 1, at(10, 5));
-    hands.Mouse(form.picFace, act::MousePhase::Up, 1, at(-20, 5));
-    EXPECT_EQ(TakenLog(form, hands), "down 1 " + Point(at(10, 5)) + "; up 1 " + Point(at(-20, 5)))
+    hands.Mouse(form, &form.picFace, act::MousePhase::Down, 1, 0, at(10, 5));
+    hands.Mouse(form, &form.picFace, act::MousePhase::Move, 1, 0, at(-20, 5));
+    hands.Mouse(form, &form.picFace, act::MousePhase::Up, 1, 0, at(-20, 5));
+    EXPECT_EQ(TakenLog(form, hands),
+              "down 1 " + Point(at(10, 5)) + "; move 1 " + Point(at(-20, 5)) + "; up 1 " + Point(at(-20, 5)))
         << "no click beside it";
     form.picFace.onMouse = {};
 }

@@ -52,16 +52,19 @@ class MemoryHands final : public Hands {
         const ShownMenu bar = form.MenuBar()->Open();
         Menu::Choose(bar.items[static_cast<std::size_t>(menu)].items[static_cast<std::size_t>(entry)]);
     }
-    void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override {
-        const TwipPoint corner{form.Margin() / 2, form.ClientSize().height - form.Margin() / 2};
-        MemoryFormView::Do(form, nullptr, act::Mouse{phase, button, shift, corner, corner});
+    void Mouse(Form& form, Control* control, act::MousePhase phase, int button, int shift,
+               TwipPoint at) override {
+        MemoryFormView::Do(form, control, act::Mouse{phase, button, shift, at, at});
+        if (!control || phase != act::MousePhase::Up || button != 1) return;
+        const TwipRect area = control->Bounds();
+        if (at.x >= 0 && at.y >= 0 && at.x < area.width && at.y < area.height) Click(*control);
     }
     void DoubleClickGround(Form& form) override {
-        MouseOnGround(form, act::MousePhase::Down, 1, 0);
-        MouseOnGround(form, act::MousePhase::Up, 1, 0);
-        MouseOnGround(form, act::MousePhase::Down, 1, 0);
+        using enum act::MousePhase;
+        for (const act::MousePhase phase : {Down, Up, Down})
+            Mouse(form, nullptr, phase, 1, 0, GroundOf(form));
         MemoryFormView::Do(form, nullptr, act::DoubleClick{});
-        MouseOnGround(form, act::MousePhase::Up, 1, 0);
+        Mouse(form, nullptr, Up, 1, 0, GroundOf(form));
     }
     void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override {
         machine_.forms.whileMenu = [&, this] {
@@ -70,16 +73,10 @@ class MemoryHands final : public Hands {
         };
         machine_.forms.menuChoices = {"Entry " + std::to_string(entry) + " as opened"};
         if (!control) {
-            MouseOnGround(form, act::MousePhase::Down, 2, 0);
-            MouseOnGround(form, act::MousePhase::Up, 2, 0);
+            Mouse(form, nullptr, act::MousePhase::Down, 2, 0, GroundOf(form));
+            Mouse(form, nullptr, act::MousePhase::Up, 2, 0, GroundOf(form));
         }
         MemoryFormView::Do(form, nullptr, act::ContextMenu{control != nullptr});
-    }
-    void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) override {
-        MemoryFormView::Do(form_, &control, act::Mouse{phase, button, 0, at, at});
-        const bool inside =
-            at.x >= 0 && at.y >= 0 && at.x < control.Bounds().width && at.y < control.Bounds().height;
-        if (phase == act::MousePhase::Up && button == 1 && inside) Click(control);
     }
     void MoveWindow(Form& form, TwipPoint upperLeft) override {
         MemoryFormView::Do(form, nullptr, act::Move{upperLeft});

@@ -123,30 +123,26 @@ class WindowsHands final : public Hands {
         }
     }
     void ChooseFromMenuBar(Form& form, int menu, int entry) override {
-        const HWND window = static_cast<WindowsFormView*>(form.View())->Window();
+        const HWND window = WindowOf(form);
         const HMENU submenu = GetSubMenu(GetMenu(window), menu);
         SendMessageW(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(submenu), menu);
         SendMessageW(window, WM_COMMAND, GetMenuItemID(submenu, entry), 0);
     }
-    void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override {
-        const WPARAM held = button == 1 ? MK_LBUTTON : button == 2 ? MK_RBUTTON : MK_MBUTTON;
+    void Mouse(Form& form, Control* control, act::MousePhase phase, int button, int shift,
+               TwipPoint at) override {
         const UINT down = button == 1 ? WM_LBUTTONDOWN : button == 2 ? WM_RBUTTONDOWN : WM_MBUTTONDOWN;
-        const UINT up = button == 1 ? WM_LBUTTONUP : button == 2 ? WM_RBUTTONUP : WM_MBUTTONUP;
+        const WPARAM held = button == 1 ? MK_LBUTTON : button == 2 ? MK_RBUTTON : MK_MBUTTON;
+        const UINT message = phase == act::MousePhase::Move ? WM_MOUSEMOVE
+                             : phase == act::MousePhase::Up ? down + 1
+                                                            : down;
         HoldKeys(shift);
-        switch (phase) {
-        case act::MousePhase::Down:
-            return SendToCorner(form, down, held);
-        case act::MousePhase::Move:
-            return SendToCorner(form, WM_MOUSEMOVE, held);
-        case act::MousePhase::Up:
-            return SendToCorner(form, up, 0);
-        }
+        SendMessageW(control ? Window(*control) : WindowOf(form), message,
+                     phase == act::MousePhase::Up ? 0 : held, PlaceOf(form, at));
     }
     void DoubleClickGround(Form& form) override {
-        MouseOnGround(form, act::MousePhase::Down, 1, 0);
-        MouseOnGround(form, act::MousePhase::Up, 1, 0);
-        SendToCorner(form, WM_LBUTTONDBLCLK, MK_LBUTTON);
-        MouseOnGround(form, act::MousePhase::Up, 1, 0);
+        const LPARAM place = PlaceOf(form, GroundOf(form));
+        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+            SendMessageW(WindowOf(form), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, place);
     }
     void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override {
         const HWND window = WindowOf(form);
@@ -166,20 +162,9 @@ class WindowsHands final : public Hands {
             PostMessageW(Window(*control), WM_KEYUP, VK_APPS, static_cast<LPARAM>(0xC0000001));
             events_.RunWhile([&pick] { return pick != 0; });
         } else {
-            MouseOnGround(form, act::MousePhase::Down, 2, 0);
-            MouseOnGround(form, act::MousePhase::Up, 2, 0);
+            Mouse(form, nullptr, act::MousePhase::Down, 2, 0, GroundOf(form));
+            Mouse(form, nullptr, act::MousePhase::Up, 2, 0, GroundOf(form));
         }
-    }
-    void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) override {
-        const TwipScale scale = form_.Host().Scale();
-        const LPARAM place = MAKELPARAM(scale.PixelsX(at.x), scale.PixelsY(at.y));
-        const UINT down = button == 2 ? WM_RBUTTONDOWN : WM_LBUTTONDOWN;
-        const UINT up = button == 2 ? WM_RBUTTONUP : WM_LBUTTONUP;
-        const UINT message = phase == act::MousePhase::Down   ? down
-                             : phase == act::MousePhase::Move ? WM_MOUSEMOVE
-                                                              : up;
-        const WPARAM held = phase == act::MousePhase::Up ? 0 : button == 2 ? MK_RBUTTON : MK_LBUTTON;
-        SendMessageW(Window(control), message, held, place);
     }
     void MoveWindow(Form& form, TwipPoint upperLeft) override {
         const TwipScale scale = form.Host().Scale();
@@ -200,9 +185,7 @@ class WindowsHands final : public Hands {
     void Minimise(Form& form, bool minimized) override {
         SendMessageW(WindowOf(form), WM_SYSCOMMAND, minimized ? SC_MINIMIZE : SC_RESTORE, 0);
     }
-    void CloseByFrame(Form& form) override {
-        SendMessageW(static_cast<WindowsFormView*>(form.View())->Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    }
+    void CloseByFrame(Form& form) override { SendMessageW(WindowOf(form), WM_SYSCOMMAND, SC_CLOSE, 0); }
     std::string Shown(Control& control) override {
         const HWND window = Window(control);
         const auto ask = [window](UINT message) {
@@ -298,10 +281,9 @@ class WindowsHands final : public Hands {
         if (shift & shift_state::Shift) keys[VK_SHIFT] = 0x80;
         SetKeyboardState(keys);
     }
-    static void SendToCorner(Form& form, UINT message, WPARAM keys) {
-        RECT area{};
-        GetClientRect(WindowOf(form), &area);
-        SendMessageW(WindowOf(form), message, keys, MAKELPARAM(4, area.bottom - 4));
+    static LPARAM PlaceOf(Form& form, TwipPoint at) {
+        const TwipScale scale = form.Host().Scale();
+        return MAKELPARAM(scale.PixelsX(at.x), scale.PixelsY(at.y));
     }
     // The form's tool tips are a window that belongs to its own.
     std::string TipOf(HWND widget) {

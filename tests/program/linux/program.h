@@ -1,8 +1,7 @@
 #pragma once
 
-#include "config/registry.h"
 #include "platform/headless.h"
-#include "platform/store.h"
+#include "tests/support/stored_tree.h"
 #include "tests/support/virtual_screen.h"
 
 #include <QImage>
@@ -46,25 +45,16 @@ class ProgramTest : public ::testing::Test {
             image.fill(color);
             ASSERT_TRUE(image.save(QString::fromStdString((pictures_ / name).string())));
         }
-        Set("Wallpaper sources", "Wallpaper sources counter", 1);
-        Set("Wallpaper sources", "Wallpaper source #1", pictures_.string() + "/");
-        Set("Wallpaper sources", "Wallpaper source #1 pattern", "*.png");
-        Set("Wallpaper sources", "Is active wallpaper source #1", "True");
-        Set("Wallpaper sources", "Wallpaper source #1 scan level", "0");
+        ChooseFolder(*OpenStore(), pictures_.string() + "/");
     }
 
     // The stored tree, as another program reads and writes it.
     template<typename Value>
     void Set(const std::string& key, const std::string& name, const Value& value) {
-        EXPECT_EQ(RegWriteValue(*OpenStore(), "", Hive::CurrentUser, "Software\\Quorvane\\" + key,
-                                key_access::All, name, value),
-                  1);
+        EXPECT_TRUE(PutStored(*OpenStore(), key, name, value));
     }
     std::string Get(const std::string& key, const std::string& name) {
-        std::string value = "(missing)";
-        RegReadValue(*OpenStore(), "", Hive::CurrentUser, "Software\\Quorvane\\" + key, key_access::All, name,
-                     value);
-        return value;
+        return StoredText(*OpenStore(), key, name);
     }
     std::unique_ptr<Store> OpenStore() {
         setenv("XDG_CONFIG_HOME", (folder_.Path() / "home/XDG_CONFIG_HOME").c_str(), 1);

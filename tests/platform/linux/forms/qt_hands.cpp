@@ -237,20 +237,24 @@ void QtHands::ChooseFromMenuBar(Form& form, int menu, int entry) {
 }
 
 // Through the window, which sends them on as the display's own are.
-void QtHands::MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) {
-    QWidget* window = static_cast<QtFormView*>(form.View())->Window();
-    const QPoint corner(4, window->height() - 4);
+void QtHands::Mouse(Form& form, Control* control, act::MousePhase phase, int button, int shift,
+                    TwipPoint at) {
+    const TwipScale scale = form.Host().Scale();
+    const QWidget* window = static_cast<QtFormView*>(form.View())->Window();
+    const QPoint inside(scale.PixelsX(at.x), scale.PixelsY(at.y));
+    const int menuBar = window->height() - scale.PixelsY(form.ClientSize().height);
+    const QPoint place = control ? WidgetOf(*control)->mapTo(window, inside) : inside + QPoint(0, menuBar);
     const Qt::MouseButton which = button == 1   ? Qt::LeftButton
                                   : button == 2 ? Qt::RightButton
                                                 : Qt::MiddleButton;
     const auto modifiers = shift & shift_state::Ctrl ? Qt::ControlModifier : Qt::NoModifier;
     switch (phase) {
     case act::MousePhase::Down:
-        return QTest::mousePress(window->windowHandle(), which, modifiers, corner);
+        return QTest::mousePress(window->windowHandle(), which, modifiers, place);
     case act::MousePhase::Move:
-        return QTest::mouseMove(window->windowHandle(), corner + QPoint(1, 0));
+        return QTest::mouseMove(window->windowHandle(), place);
     case act::MousePhase::Up:
-        return QTest::mouseRelease(window->windowHandle(), which, modifiers, corner);
+        return QTest::mouseRelease(window->windowHandle(), which, modifiers, place);
     }
 }
 
@@ -276,22 +280,8 @@ void QtHands::PickFromPopup(Form& form, Control* control, int entry, const std::
         const test::Process key({"xdotool", "key", "Menu"});
         EXPECT_TRUE(QTest::qWaitFor([&pick] { return !pick.isActive(); }, 20'000));
     } else {
-        MouseOnGround(form, act::MousePhase::Down, 2, 0);
-        MouseOnGround(form, act::MousePhase::Up, 2, 0);
-    }
-}
-
-void QtHands::Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) {
-    const TwipScale scale = form_.Host().Scale();
-    const QPoint place(scale.PixelsX(at.x), scale.PixelsY(at.y));
-    const Qt::MouseButton pressed = button == 2 ? Qt::RightButton : Qt::LeftButton;
-    QWidget* widget = WidgetOf(control);
-    if (phase == act::MousePhase::Down) {
-        QTest::mousePress(widget, pressed, {}, place);
-    } else if (phase == act::MousePhase::Move) {
-        QTest::mouseMove(widget, place);
-    } else {
-        QTest::mouseRelease(widget, pressed, {}, place);
+        Mouse(form, nullptr, act::MousePhase::Down, 2, 0, GroundOf(form));
+        Mouse(form, nullptr, act::MousePhase::Up, 2, 0, GroundOf(form));
     }
 }
 

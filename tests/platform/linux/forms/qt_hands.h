@@ -22,10 +22,10 @@ class QtHands final : public Hands {
     void Step(RangeControl& control, int by) override;
     void PickDate(Control& control, const DateTime& value) override;
     void ChooseFromMenuBar(Form& form, int menu, int entry) override;
-    void MouseOnGround(Form& form, act::MousePhase phase, int button, int shift) override;
+    void Mouse(Form& form, Control* control, act::MousePhase phase, int button, int shift,
+               TwipPoint at) override;
     void DoubleClickGround(Form& form) override;
     void PickFromPopup(Form& form, Control* control, int entry, const std::function<bool()>& ready) override;
-    void Mouse(Control& control, act::MousePhase phase, int button, TwipPoint at) override;
     void MoveWindow(Form& form, TwipPoint upperLeft) override;
     void ResizeWindow(Form& form, TwipSize client) override;
     void Minimise(Form& form, bool minimized) override;
