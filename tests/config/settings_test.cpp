@@ -144,12 +144,10 @@ TEST_F(SettingsTest, SettingsAreFoundByTheirNamesAlone) {
         StoredForm form;
     } there[] = {
         {"wallpaper SOURCES", "wallpaper source #12 PATTERN", StoredForm::Text},
-        {"Custom Day(s)", "Counter", StoredForm::Integer},
         {"Custom Day(s)", "Color #366", StoredForm::ColorText},
         {"General", "Alarms counter", StoredForm::CountText},
         {"Alarms", "10 - Program #32", StoredForm::Text},
         {"Hotkeys", "Event #0 TTL", StoredForm::Integer},
-        {"Profiles\\3", "Creation date", StoredForm::Text},
         {"Profiles\\3\\Fonts", "Caption font size", StoredForm::LocaleSingle},
         {"Profiles\\Default\\Notes", "Note #1", StoredForm::Text},
     };

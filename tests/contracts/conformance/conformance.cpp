@@ -8,7 +8,7 @@ namespace quorvane {
 
 ConformanceForm::ConformanceForm(Forms& forms)
     : Form(forms, "frmConformance") {
-    SetCaption("Every kind of control");
+    SetCaption({"Every kind of control", 206});
     SetDefaultButton(&cmdOk);
     SetCancelButton(&cmdCancel);
     Fill();
@@ -36,7 +36,7 @@ void ConformanceForm::Fill() {
     cboUnit.SetListIndex(1);
     cboFree.SetItems({"Arial", "Courier"});
     cboFree.SetText("Tahoma");
-    lvwAlarms.SetColumns({{"Alarm name", 1500}, {"Alarm time", 1500}});
+    lvwAlarms.SetColumns({{{"Alarm name", 209}, 1500}, {"Alarm time", 1500}});
     lvwAlarms.SetCheckBoxes(true);
     lvwAlarms.SetRows(
         {{{"Tea", "HH == 17"}, true, ""}, {{"Meeting", "DW = 1"}, false, ""}, {{"Holiday"}, false, ""}});
@@ -59,7 +59,7 @@ void ConformanceForm::Fill() {
     cmdOff.SetEnabled(false);
 
     MenuItem& file = mnuBar.Add("mnu_file", NoIndex, "&File");
-    file.Add("mnu_open", 0, "&Open", [this] { log.push_back("menu Open"); });
+    file.Add("mnu_open", 0, {"&Open", 207}, [this] { log.push_back("menu Open"); });
     file.AddSeparator();
     file.Add("mnu_exit", 1, "E&xit", [this] { log.push_back("menu Exit"); });
     MenuItem& views = mnuBar.Add("mnu_views", NoIndex, "&Views");
@@ -92,43 +92,27 @@ void ConformanceForm::BuildPopup(const std::string& when) {
 }
 
 void ConformanceForm::Listen() {
+    const auto logClicks = [this](auto&... controls) {
+        ((controls.onClick = [this, &controls] { log.push_back(controls.FullName() + " clicked"); }), ...);
+    };
     const auto logValue = [this](Control& control) {
         return [this, &control] { log.push_back(control.FullName() + " = " + control.ValueText()); };
     };
-    const auto logName = [this](Control& control, const char* what) {
-        return [this, &control, what] { log.push_back(control.FullName() + ' ' + what); };
-    };
-    lblPage[1].onClick = logName(lblPage[1], "clicked");
-    fraKind.onClick = logName(fraKind, "clicked");
-    picFace.onClick = logName(picFace, "clicked");
-    cmdOk.onClick = logName(cmdOk, "clicked");
-    cmdCancel.onClick = logName(cmdCancel, "clicked");
-    cmdOff.onClick = logName(cmdOff, "clicked");
-    txtName.onChange = logValue(txtName);
-    txtCount.onChange = logValue(txtCount);
-    txtText.onChange = logValue(txtText);
-    rtbMessage.onChange = logValue(rtbMessage);
-    chkActive.onClick = logValue(chkActive);
-    optKind[0].onClick = logValue(optKind[0]);
-    optKind[1].onClick = logValue(optKind[1]);
-    optOther.onClick = logValue(optOther);
-    cboUnit.onClick = logValue(cboUnit);
-    cboFree.onClick = logValue(cboFree);
-    cboFree.onChange = logValue(cboFree);
+    const auto logChoices = [&](auto&... controls) { ((controls.onClick = logValue(controls)), ...); };
+    const auto logChanges = [&](auto&... controls) { ((controls.onChange = logValue(controls)), ...); };
+    logClicks(lblPage[1], fraKind, picFace, cmdOk, cmdCancel, cmdOff);
+    logChoices(chkActive, optKind[0], optKind[1], optOther, cboUnit, cboFree);
+    logChanges(txtName, txtCount, txtText, rtbMessage, cboFree, sldAlpha, scrZone, dtpStart, mvwDay);
     lvwAlarms.onItemClick = [this] { log.push_back("row " + std::to_string(lvwAlarms.SelectedRow())); };
     lvwAlarms.onItemCheck = [this](int row) {
         log.push_back("row " + std::to_string(row) + " checked or cleared");
     };
-    lvwAlarms.onDoubleClick = logName(lvwAlarms, "double click");
+    lvwAlarms.onDoubleClick = [this] { log.push_back("lvwAlarms double click"); };
     tabPages.onClick = [this] {
         lblPage[1].SetVisible(tabPages.SelectedTab() == 0);
         lblPage[2].SetVisible(tabPages.SelectedTab() == 1);
         log.push_back("tab " + std::to_string(tabPages.SelectedTab()));
     };
-    sldAlpha.onChange = logValue(sldAlpha);
-    scrZone.onChange = logValue(scrZone);
-    dtpStart.onChange = logValue(dtpStart);
-    mvwDay.onChange = logValue(mvwDay);
     onMouse = [this](const act::Mouse& mouse) {
         const char* const phases[] = {"down", "move", "up"};
         const bool inCorner = mouse.at.x < Margin() && mouse.at.y > ClientSize().height - Margin();
@@ -417,10 +401,10 @@ void CheckConformance(ConformanceForm& form, Hands& hands, LocaleStrings& string
     CheckCode(form, hands);
 
     EXPECT_EQ(DumpForm(form),
-              "Form frmConformance \"Every kind of control\"\n"
+              "Form frmConformance \"Every kind of control\" #206\n"
               "  Menu mnuBar bar\n"
               "    MenuItem mnu_file \"&File\"\n"
-              "      MenuItem mnu_open(0) \"&Open\"\n"
+              "      MenuItem mnu_open(0) \"&Open\" #207\n"
               "      MenuItem \"-\"\n"
               "      MenuItem mnu_exit(1) \"E&xit\"\n"
               "    MenuItem mnu_views \"&Views\"\n"

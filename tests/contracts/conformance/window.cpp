@@ -56,17 +56,32 @@ void CheckLanguage(ConformanceForm& form, Hands& hands, LocaleStrings& strings) 
     strings.Set(203, "Eine Art, die breiter ist");
     strings.Set(204, "&Allgemein");
     strings.Set(205, "Stunde(n)");
+    strings.Set(206, "Jede Art");
+    strings.Set(207, "&\u00D6ffnen");
+    strings.Set(208, "Ihr Name");
+    strings.Set(209, "Name des Weckers");
+    strings.Set(210, "Anzahl");
+    form.txtName.SetToolTip({"Your name", 208});
     strings.SetRightToLeft(true);
     form.Collection().Localise();
     EXPECT_EQ(TakenLog(form, hands), "") << "other words are no event";
+    EXPECT_TRUE(form.RightToLeft());
     EXPECT_EQ(form.optKind[0].Caption(), "Erste");
     EXPECT_EQ(form.optKind[1].Caption(), "Second") << "a word that the file lacks";
     EXPECT_EQ(form.tabPages.Tabs()[0].Text(), "&Allgemein");
     EXPECT_EQ(form.cboUnit.Text(), "Stunde(n)");
+    EXPECT_EQ(form.Caption() + form.mnuBar.Items()[0].items[0].caption.Text(), "Jede Art&\u00D6ffnen");
+    EXPECT_TRUE(hands.ShownLook(form.txtName).starts_with("tip \"Ihr Name\""));
+    EXPECT_EQ(form.lvwAlarms.Columns()[0].caption.Text(), "Name des Weckers");
+    form.lblCount.SetCaption({"Count", 210});
+    EXPECT_EQ(form.lblCount.Caption(), "Anzahl") << "set while the language holds";
     CheckMirror(form, hands, "in another language");
     strings.SetLoaded(false);
     form.Collection().Localise();
-    EXPECT_EQ(form.cboUnit.Text(), "hour(s)");
+    EXPECT_FALSE(form.RightToLeft());
+    EXPECT_EQ(form.cboUnit.Text() + form.lblCount.Caption(), "hour(s)Count");
+    form.txtName.SetToolTip("");
+    form.lblCount.SetCaption("Count");
     CheckMirror(form, hands, "in the built-in words again");
 }
 

@@ -612,16 +612,5 @@ TEST_F(KeyboardTest, OpacityAndOrderAreTheSystems) {
     EXPECT_TRUE(GetWindowLongW(Window(form), GWL_EXSTYLE) & WS_EX_TOPMOST);
 }
 
-TEST_F(KeyboardTest, AFormMayGoInTheMiddleOfItsOwnReport) {
-    auto form = std::make_unique<KeyForm>(forms_);
-    form->chkOn.onClick = [&] { form->Unload(); };
-    form->Show();
-    const HWND window = Window(*form);
-    SendMessageW(reinterpret_cast<HWND>(form->View()->NativeHandle(form->chkOn)), BM_CLICK, 0, 0);
-    EXPECT_EQ(form->View(), nullptr);
-    events_.Pump();
-    EXPECT_FALSE(IsWindow(window));
-}
-
 } // namespace
 } // namespace quorvane

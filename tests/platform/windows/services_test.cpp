@@ -1,8 +1,5 @@
-#include "config/settings.h"
 #include "core/run_time_error.h"
-#include "platform/shared/memory_store.h"
 #include "platform/windows/base/clock.h"
-#include "platform/windows/base/files.h"
 #include "platform/windows/base/store.h"
 #include "platform/windows/base/system.h"
 #include "platform/windows/base/wide.h"
@@ -114,13 +111,7 @@ TEST(WindowsSession, AutostartIsAValueOfTheRunKey) {
     WindowsSession session(events, store);
     const StoreKey run{"", Hive::CurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"};
     StoredValue read;
-    WindowsFiles files;
-    WindowsClock clock;
-    MemoryStore settings;
-    GlobalRecord record;
-    record.AutoStartApplication = 1;
-    record.RunOnWin9x = true;
-    WriteSettings(record, {settings, files, clock, {}}, session);
+    EXPECT_EQ(session.SetAutostart(true, "/win9x"), 0);
     ASSERT_EQ(store.Query(run, "Quorvane II", read), store_error::None);
     EXPECT_NE(read.data.find("\\test_platform_windows.exe /win9x"), std::string::npos) << read.data;
     EXPECT_EQ(session.SetAutostart(false, ""), 0);

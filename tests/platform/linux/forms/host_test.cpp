@@ -113,24 +113,6 @@ TEST_F(QtForms, CutNothing) {
     }
 }
 
-TEST_F(QtForms, EndInsideTheirOwnEvents) {
-    class Closing : public Form {
-      public:
-        explicit Closing(Forms& forms)
-            : Form(forms, "frmClosing") {
-            cmdClose.onClick = [this] { Unload(); };
-            SetLayout(Column({cmdClose}));
-        }
-        Button cmdClose{*this, "cmdClose", "Close"};
-    };
-    Closing& form = forms_.Own(std::make_unique<Closing>(forms_));
-    QtHands hands(form);
-    events_.Post([&] { hands.Click(form.cmdClose); });
-    form.ShowModal();
-    EXPECT_TRUE(forms_.Loaded().empty());
-    hands.Settle();
-}
-
 TEST_F(QtForms, ShowWhereTheKeyboardIs) {
     Form form(forms_, "frmKeys");
     Button cmdOk(form, "cmdOk"), cmdOther(form, "cmdOther");
