@@ -31,6 +31,7 @@ TEST(NamePattern, TableOfPatternsAndNames) {
         {"x*ab*ab", "xab.ba", false},
         {"x*?b", "xb", false},
         {"x**.?", "x.a.b", true},
+        {"x?*", "xa", true},
     };
     for (const Row& row : rows)
         EXPECT_EQ(NamePattern(row.pattern).Fits(row.name), row.fits) << row.pattern << " on " << row.name;

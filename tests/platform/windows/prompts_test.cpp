@@ -141,19 +141,17 @@ TEST_F(PromptsTest, AMenuAnswersWithWhatWasChosen) {
     WindowsTray tray(events_);
     Menu menu;
     int chosen = 0;
-    const auto add = [&](const char* caption, int number) {
-        MenuItem& item = menu.Add({});
-        item.caption = caption;
-        item.onClick = [&chosen, number] { chosen = number; };
-    };
-    add("&First", 1);
+    menu.Add("first", 0, "&First", [&] { chosen = 1; });
     menu.AddSeparator();
-    add("&Second", 2);
+    menu.Add("second", 0, "&Second", [&] { chosen = 2; });
     int ticks = 0;
     events_.StartTimer("engine", 10, [&] { ++ticks; });
     const DWORD begin = GetTickCount();
+    bool due = false;
     const std::function<void()> pick = [&] {
-        if (!FindWindowW(L"#32768", nullptr) || GetTickCount() - begin < 100) return events_.Post(pick);
+        // The timer would have ticked between the two looks: its moment has passed before the second.
+        if (!FindWindowW(L"#32768", nullptr) || !std::exchange(due, GetTickCount() - begin > 30))
+            return events_.Post(pick);
         EXPECT_EQ(ticks, 0) << "timers are held";
         menu.Clear();                                         // what is shown stays good
         tray.Popup(menu);                                     // a second one does not open

@@ -1,17 +1,11 @@
 #include "platform/linux/base/base_folders.h"
 #include "platform/linux/base/files.h"
 #include "tests/contracts/files_contract.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/process.h"
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <pwd.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace quorvane {
 namespace {
@@ -30,9 +24,17 @@ class LinuxFilesMaker {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, FilesContract, LinuxFilesMaker);
 
-TEST(LinuxFiles, LinksCountOnceAndNeverLeadRoundInACircle) {
-    const test::TemporaryFolder folder;
-    const fs::path root = folder.Path().string();
+class LinuxFilesTest : public testing::Test {
+  protected:
+    std::ptrdiff_t Entries() const { return std::distance(fs::directory_iterator(root), {}); }
+
+    test::TemporaryFolder folder;
+    const fs::path root = folder.Path();
+    LinuxFiles files;
+    std::string why;
+};
+
+TEST_F(LinuxFilesTest, LinksCountOnceAndNeverLeadRoundInACircle) {
     fs::create_directories(root / "pictures/deep");
     fs::create_directories(root / "other");
     std::ofstream(root / "other/x.png") << "x";
@@ -45,24 +47,20 @@ TEST(LinuxFiles, LinksCountOnceAndNeverLeadRoundInACircle) {
     fs::create_symlink(root / "nowhere.png", root / "pictures/dangling.png");
     ASSERT_EQ(mkfifo((root / "pictures/pipe.png").c_str(), 0600), 0);
 
-    LinuxFiles files;
     FolderListing listing;
-    EXPECT_TRUE(files.List(folder.Path().string() + "/pictures", "*.png", listing));
-    EXPECT_EQ(Sorted(listing.folders), (Names{"album", "deep"}));
+    const auto folders = [&](const char* in) {
+        EXPECT_TRUE(files.List((root / in).string(), "*.png", listing)) << in;
+        return Sorted(listing.folders);
+    };
+    EXPECT_EQ(folders("pictures"), (Names{"album", "deep"}));
     EXPECT_EQ(Sorted(listing.files), Names{"link.png"});
-    EXPECT_TRUE(files.List(folder.Path().string() + "/pictures/deep", "*.png", listing));
-    EXPECT_EQ(listing.folders.size(), 0U);
-    EXPECT_TRUE(files.List(folder.Path().string() + "/pictures/album/", "*.png", listing));
-    EXPECT_EQ(listing.folders.size(), 0U) << "back to where the path came from";
-    EXPECT_TRUE(files.List(folder.Path().string() + "/other", "*.png", listing));
-    EXPECT_EQ(Sorted(listing.folders), Names{"back"}) << "no circle yet";
+    EXPECT_EQ(folders("pictures/deep"), Names{});
+    EXPECT_EQ(folders("pictures/album/"), Names{}) << "back to where the path came from";
+    EXPECT_EQ(folders("other"), Names{"back"}) << "no circle yet";
 }
 
-TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
-    const test::TemporaryFolder folder;
-    LinuxFiles files;
-    const std::string target = folder.Path().string() + "/real.bmp";
-    const std::string link = folder.Path().string() + "/link.bmp";
+TEST_F(LinuxFilesTest, ReplacingKeepsRightsAndLinks) {
+    const std::string target = root / "real.bmp", link = root / "link.bmp";
     ASSERT_TRUE(StoreFile(files, target, "old"));
     fs::permissions(target, fs::perms(0640));
     fs::create_symlink("real.bmp", link);
@@ -70,22 +68,18 @@ TEST(LinuxFiles, ReplacingKeepsRightsAndLinks) {
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(files.Read(target), "new");
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-    std::string why;
-    EXPECT_FALSE(files.Replace(folder.Path().string(), why));
+    EXPECT_FALSE(files.Replace(root, why));
     EXPECT_EQ(why, "not a regular file");
 }
 
-TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
-    const test::TemporaryFolder folder;
-    LinuxFiles files;
-    const std::string target = folder.Path().string() + "/Wallpaper.bmp";
+TEST_F(LinuxFilesTest, AFullDiskLeavesTheOldFileWhole) {
+    const std::string target = root / "Wallpaper.bmp";
     ASSERT_TRUE(StoreFile(files, target, "old"));
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     signal(SIGXFSZ, SIG_IGN);
     const rlimit small{1000, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    std::string why;
     {
         const auto writer = files.Replace(target, why);
         ASSERT_TRUE(writer);
@@ -95,44 +89,34 @@ TEST(LinuxFiles, AFullDiskLeavesTheOldFileWhole) {
     }
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(files.Read(target), "old");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path().string()), fs::directory_iterator()), 1);
+    EXPECT_EQ(Entries(), 1);
     EXPECT_FALSE(files.Replace("/proc/Wallpaper.bmp", why)) << "nothing can be made there";
     EXPECT_EQ(why, "No such file or directory");
 }
 
-TEST(LinuxFiles, WhatAKilledProcessLeftGoesWithTheNextSave) {
-    const test::TemporaryFolder folder;
-    LinuxFiles files;
+TEST_F(LinuxFilesTest, WhatAKilledProcessLeftGoesWithTheNextSave) {
     // As long as a name can be, its last letters of two bytes each.
     std::string name = "w";
     while (name.size() < 255)
         name += "\u0436";
-    const std::string target = folder.Path().string() + "/" + name;
-    std::string why;
+    const std::string target = root / name;
     const auto alive = files.Replace(target, why);
     ASSERT_TRUE(alive) << why;
     ASSERT_TRUE(alive->Write("alive", 5));
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto dead = files.Replace(target, why);
-        _exit(dead && dead->Write("dead", 4) ? 0 : 1);
-    }
-    int status = 1;
-    waitpid(child, &status, 0);
-    ASSERT_EQ(status, 0);
-    const auto count = [&] {
-        return std::distance(fs::directory_iterator(folder.Path().string()), fs::directory_iterator());
-    };
-    EXPECT_EQ(count(), 2);
+    const pid_t child = test::StartChild([&] {
+        auto* dead = files.Replace(target, why).release(); // what a killed process leaves
+        return dead && dead->Write("dead", 4) ? 0 : 1;
+    });
+    ASSERT_EQ(test::StatusOf(child), 0);
+    EXPECT_EQ(Entries(), 2);
     ASSERT_TRUE(StoreFile(files, target, "new"));
-    EXPECT_EQ(count(), 2) << "what is being written stays";
+    EXPECT_EQ(Entries(), 2) << "what is being written stays";
     EXPECT_TRUE(alive->Commit());
-    EXPECT_EQ(count(), 1);
+    EXPECT_EQ(Entries(), 1);
     EXPECT_EQ(files.Read(target), "alive");
 }
 
-TEST(LinuxFiles, ReadsWhatTellsNoSizeAndFindsItsFolders) {
-    LinuxFiles files;
+TEST_F(LinuxFilesTest, ReadsWhatTellsNoSizeAndFindsItsFolders) {
     EXPECT_GT(files.Read("/proc/self/maps").value_or("").size(), 1000U);
     EXPECT_EQ(files.Read("/dev/zero"), std::nullopt) << "it would never end";
     EXPECT_TRUE(files.Exists(files.ProgramDirectory() + "/test_platform_linux_base"));
