@@ -137,10 +137,10 @@ class WindowsHands final : public Hands {
                                                             : down;
         HoldKeys(shift);
         SendMessageW(control ? Window(*control) : WindowOf(form), message,
-                     phase == act::MousePhase::Up ? 0 : held, PlaceOf(form, at));
+                     phase == act::MousePhase::Up ? 0 : held, PointIn(form, at));
     }
     void DoubleClickGround(Form& form) override {
-        const LPARAM place = PlaceOf(form, GroundOf(form));
+        const LPARAM place = PointIn(form, GroundOf(form));
         for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
             SendMessageW(WindowOf(form), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, place);
     }
@@ -281,7 +281,7 @@ class WindowsHands final : public Hands {
         if (shift & shift_state::Shift) keys[VK_SHIFT] = 0x80;
         SetKeyboardState(keys);
     }
-    static LPARAM PlaceOf(Form& form, TwipPoint at) {
+    static LPARAM PointIn(Form& form, TwipPoint at) {
         const TwipScale scale = form.Host().Scale();
         return MAKELPARAM(scale.PixelsX(at.x), scale.PixelsY(at.y));
     }
