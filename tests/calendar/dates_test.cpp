@@ -57,13 +57,6 @@ TEST(Dates, DaysBeforeTheFirstMonday) {
     EXPECT_EQ(GetWeekNumber(31, 12, 2012), "54") << "366 days from a Sunday on";
 }
 
-TEST(Dates, DayNumbersAndLeapYears) {
-    EXPECT_TRUE(IsThisLeapYear(2000) && !IsThisLeapYear(1900) && IsThisLeapYear(2024));
-    EXPECT_EQ(GetDayNumber(1, 3, 2024), 61);
-    EXPECT_EQ(GetDayNumber(31, 12, 2023), 365);
-    EXPECT_EQ(GetDayNumber(31, 12, 2024), 366);
-}
-
 TEST(Dates, NamesComeFromTheLocaleAndFallBackOnTheBuiltInWords) {
     LocaleStrings locale;
     RegionalValues regional;

@@ -41,7 +41,6 @@ TEST(CriteriaCommand, ABatchKeepsAResultForEachLine) {
 TEST(CriteriaCommand, TestsAndTriesAtAMoment) {
     EXPECT_EQ(RunCriteria({"test", "--json", "3;=~9;nn~0;30"}).out,
               "{\"compiled\": \"3;=~9;nn~0;30\", \"result\": true}\n");
-    EXPECT_EQ(RunCriteria({"try", "hh+1"}).out, "1;+~9;hh~0;1Result: 13 \n");
     EXPECT_EQ(RunCriteria({"try", "--json", "(hh"}).out,
               "{\"text\": \"(hh\", \"output\": \"9;hhResult: 12 \"}\n");
     EXPECT_EQ(RunCriteria({"ponder", "hh"}).status, WrongUsage);
