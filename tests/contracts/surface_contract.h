@@ -81,9 +81,9 @@ TEST_P(SurfaceContract, RectangleGradientsRunFromCornerToCorner) {
         for (int at = 0; at < length; at += 7) {
             const double part = static_cast<double>(at) / length;
             const std::string where = (down ? "row " : "column ") + std::to_string(at);
-            const Color near = At(surface->Pixels(), down ? 0 : at, down ? at : 0);
-            ExpectNear(near, 255 - 255 * part, 128 * part, 40 + 200 * part, where);
-            EXPECT_EQ(At(surface->Pixels(), down ? width - 1 : at, down ? at : height - 1), near) << where;
+            const Color edge = At(surface->Pixels(), down ? 0 : at, down ? at : 0);
+            ExpectNear(edge, 255 - 255 * part, 128 * part, 40 + 200 * part, where);
+            EXPECT_EQ(At(surface->Pixels(), down ? width - 1 : at, down ? at : height - 1), edge) << where;
         }
         EXPECT_EQ(At(surface->Pixels(), 0, 0), Rgb(255, 0, 40));
     }
