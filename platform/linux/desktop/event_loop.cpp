@@ -24,11 +24,7 @@ int Slack(int interval) {
 
 } // namespace
 
-QtEventLoop::QtEventLoop() {
-    wake_.setSingleShot(true);
-    wake_.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&wake_, &QTimer::timeout, &context_, [this] { RunDue(); });
-}
+QtEventLoop::QtEventLoop() = default;
 
 TimerId QtEventLoop::StartTimer(std::string_view, int intervalMilliseconds, std::function<void()> tick) {
     const int interval = std::max(intervalMilliseconds, 1);
@@ -179,11 +175,15 @@ void QtEventLoop::OnFailure(std::function<void(int number, const char* descripti
 // the others going.
 void QtEventLoop::RunDue() {
     if (held_ > 0) return;
-    const auto before = timers_;
-    for (const auto& timer : before) {
+    const TimerId newest = lastId_;
+    for (TimerId done = 0; done < newest;) {
+        const auto next = std::find_if(timers_.begin(), timers_.end(),
+                                       [done](const auto& timer) { return timer->id > done; });
+        if (next == timers_.end() || (*next)->id > newest) break;
+        const std::shared_ptr<Timer> timer = *next;
+        done = timer->id;
         const std::int64_t now = SteadyMilliseconds();
-        const bool stillRuns = std::find(timers_.begin(), timers_.end(), timer) != timers_.end();
-        if (!stillRuns || timer->asleep || timer->due > now) continue;
+        if (timer->asleep || timer->due > now) continue;
         timer->SetNextDue(now);
         Arm();
         Deliver(timer->tick);
@@ -201,7 +201,8 @@ void QtEventLoop::Arm() {
     if (next && held_ == 0) {
         if (wake_.isActive() && armedFor_ == *next) return;
         armedFor_ = *next;
-        wake_.start(static_cast<int>(std::clamp<std::int64_t>(*next - SteadyMilliseconds(), 0, 1'000'000)));
+        const auto wait = std::clamp<std::int64_t>(*next - SteadyMilliseconds(), 0, 1'000'000);
+        wake_.start(static_cast<int>(wait), Qt::PreciseTimer, &context_);
     } else {
         wake_.stop();
     }

@@ -2,8 +2,8 @@
 
 #include "platform/event_loop.h"
 
+#include <QBasicTimer>
 #include <QObject>
-#include <QTimer>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -11,8 +11,9 @@
 
 namespace quorvane {
 
-// The events of a QApplication, which must exist before. One QTimer wakes for all timers: those that fall due
-// close to each other run in one waking, and one that runs inside another's nested loop is not held back.
+// The events of a QApplication, which must exist before. One timer of the toolkit wakes for all: those that
+// fall due close to each other run in one waking, and one that runs inside another's nested loop is not held
+// back.
 class QtEventLoop final : public EventLoop {
   public:
     QtEventLoop();
@@ -45,6 +46,22 @@ class QtEventLoop final : public EventLoop {
         void SetNextDue(std::int64_t now);
     };
 
+    // What queued calls hang on, and what the waking comes to.
+    class Context : public QObject {
+      public:
+        explicit Context(QtEventLoop& loop)
+            : loop_(loop) {}
+
+      protected:
+        void timerEvent(QTimerEvent*) override {
+            loop_.wake_.stop();
+            loop_.RunDue();
+        }
+
+      private:
+        QtEventLoop& loop_;
+    };
+
     std::shared_ptr<Timer> Find(TimerId timer) const;
     void RunOnePosted();
     void RunDue();
@@ -54,9 +71,9 @@ class QtEventLoop final : public EventLoop {
     void End(int status);
     void LeaveWhereEnded() const;
 
-    QObject context_; // what queued calls hang on
-    QTimer wake_;
-    std::vector<std::shared_ptr<Timer>> timers_;
+    Context context_{*this};
+    QBasicTimer wake_;
+    std::vector<std::shared_ptr<Timer>> timers_; // in the order of their ids
     std::deque<std::function<void()>> posted_;
     std::function<void(int, const char*)> failureHandler_;
     std::optional<int> ended_; // the exit status, once the process is to end
