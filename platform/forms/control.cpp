@@ -1,6 +1,7 @@
 #include "platform/forms/control.h"
 
 #include "platform/forms/form.h"
+#include "platform/forms/sizes.h"
 
 #include <algorithm>
 

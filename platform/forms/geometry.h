@@ -2,6 +2,7 @@
 
 #include "platform/drawing.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quorvane {
@@ -35,6 +36,15 @@ struct Insets {
     int right = 0;
     int bottom = 0;
 };
+
+inline TwipSize operator+(const TwipSize& size, const Insets& around) {
+    return {size.width + around.left + around.right, size.height + around.top + around.bottom};
+}
+
+// As wide as the wider one, as high as the higher.
+inline TwipSize Larger(const TwipSize& a, const TwipSize& b) {
+    return {std::max(a.width, b.width), std::max(a.height, b.height)};
+}
 
 // Twips a pixel of the screen.
 struct TwipScale {

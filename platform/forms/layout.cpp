@@ -3,6 +3,7 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "platform/forms/form_host.h"
+#include "platform/forms/sizes.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -13,182 +14,9 @@ namespace quorvane {
 namespace {
 
 // Twips, at the usual 96 dots per inch 15 a pixel.
-constexpr int Spacing = 90;       // between neighbours
-constexpr int FramePadding = 105; // between a frame and what it holds
-constexpr TwipSize LeastButton{1125, 345};
-constexpr int Thickness = 255; // of a scroll bar or a progress bar
-constexpr int SliderThickness = 375;
-constexpr int TabPadding = 360; // around the caption of a tab
-constexpr int TabRoom = 9000;   // what a strip takes for its tabs before it begins another row
+constexpr int Spacing = 90; // between neighbours
 
-TwipSize operator+(const TwipSize& size, const Insets& around) {
-    return {size.width + around.left + around.right, size.height + around.top + around.bottom};
-}
-
-TwipSize Larger(const TwipSize& a, const TwipSize& b) {
-    return {std::max(a.width, b.width), std::max(a.height, b.height)};
-}
-
-FontSpec FontOf(const Control& control, FormMetrics& host) {
-    return control.Font() ? *control.Font() : host.DefaultFont();
-}
-
-// Deals tabs out to rows of at most `room`, in their order: the number in each row.
-std::vector<int> FilledRows(const std::vector<int>& widths, int room) {
-    std::vector<int> rows;
-    int used = 0;
-    for (const int width : widths) {
-        if (rows.empty() || used + width > room) {
-            rows.push_back(0);
-            used = 0;
-        }
-        ++rows.back();
-        used += width;
-    }
-    return rows;
-}
-
-int WidestOf(const std::vector<int>& rows, const std::vector<int>& widths) {
-    int widest = 0;
-    std::size_t tab = 0;
-    for (const int count : rows) {
-        int width = 0;
-        for (int i = 0; i < count; ++i)
-            width += widths[tab++];
-        widest = std::max(widest, width);
-    }
-    return widest;
-}
-
-// As few rows as `room` allows, the widest of them as narrow as it can be.
-std::vector<int> EvenRows(const std::vector<int>& widths, int room) {
-    std::vector<int> rows = FilledRows(widths, room);
-    int least = widths.empty() ? 0 : *std::max_element(widths.begin(), widths.end());
-    int most = WidestOf(rows, widths);
-    while (least < most) {
-        const int middle = least + (most - least) / 2;
-        std::vector<int> tried = FilledRows(widths, middle);
-        if (tried.size() > rows.size()) {
-            least = middle + 1;
-        } else {
-            most = WidestOf(tried, widths);
-            rows = std::move(tried);
-        }
-    }
-    return rows;
-}
-
-std::vector<int> TabWidths(const TabStrip& tabs, FormMetrics& host) {
-    std::vector<int> widths;
-    const FontSpec font = FontOf(tabs, host);
-    for (const Words& caption : tabs.Tabs())
-        widths.push_back(host.TextSize(font, PlainCaption(caption.Text()), 0).width + TabPadding);
-    return widths;
-}
-
-// The room of one row of tabs: what lies above the pane's border.
-int TabRowHeight(FormMetrics& host) {
-    const Insets chrome = host.Chrome(ControlKind::TabStrip);
-    return chrome.top - chrome.bottom;
-}
-
-// The size of a control without children.
-class Sizer final : public ControlVisitor {
-  public:
-    explicit Sizer(FormMetrics& host)
-        : host_(host) {}
-
-    TwipSize size;
-
-    void Visit(Label& control) override { size = Text(control, control.WrapWidth()) + Around(control); }
-    void Visit(TextBox& control) override { VisitText(control); }
-    void Visit(RichTextBox& control) override { VisitText(control); }
-    void Visit(Button& control) override { size = Larger(Text(control, 0) + Around(control), LeastButton); }
-    void Visit(CheckBox& control) override { size = Text(control, 0) + Around(control); }
-    void Visit(OptionButton& control) override { size = Text(control, 0) + Around(control); }
-    void Visit(ComboBox& control) override {
-        size = Letters(control, control.columns, 1);
-        const FontSpec font = FontOf(control, host_);
-        for (const Words& item : control.Items()) {
-            size.width = std::max(size.width, host_.TextSize(font, item.Text(), 0).width);
-        }
-        size = size + Around(control);
-    }
-    void Visit(ListView& control) override {
-        size = Letters(control, 0, control.lines + 1);
-        size.height += size.height / 5; // rows stand further apart than lines of text
-        for (const ListView::Column& column : control.Columns())
-            size.width += column.width;
-        size = size + Around(control);
-    }
-    void Visit(TabStrip& control) override {
-        const std::vector<int> widths = TabWidths(control, host_);
-        size.width = WidestOf(EvenRows(widths, TabRoom), widths);
-    }
-    void Visit(Frame& control) override { size = {Text(control, 0).width + 4 * FramePadding, 0}; }
-    void Visit(Slider& control) override { size = {control.length, SliderThickness}; }
-    void Visit(ProgressBar& control) override { size = {control.length, Thickness}; }
-    void Visit(ScrollBar& control) override {
-        size = control.Vertical() ? TwipSize{Thickness, control.length} : TwipSize{control.length, Thickness};
-    }
-    void Visit(DatePicker& control) override {
-        size = host_.TextSize(FontOf(control, host_), "00.00.0000 00:00:00", 0) + Around(control);
-    }
-    void Visit(MonthView& control) override {
-        // Seven days and a column for the week, a title, a line of day names and six weeks.
-        const TwipSize cell = Letters(control, 4, 1);
-        size = TwipSize{8 * cell.width, 8 * (cell.height + cell.height / 3)} + Around(control);
-    }
-    void Visit(PictureBox& control) override {
-        size = control.Preferred();
-        if (control.HasBorder()) size = size + Around(control);
-    }
-
-  private:
-    Insets Around(const Control& control) { return host_.Chrome(control.Kind()); }
-    TwipSize Text(const Control& control, int wrapWidth) {
-        return host_.TextSize(FontOf(control, host_), PlainCaption(control.Caption()), wrapWidth);
-    }
-    TwipSize Letters(const Control& control, int columns, int lines) {
-        const TwipSize letter = host_.TextSize(FontOf(control, host_), "0", 0);
-        return {letter.width * columns, letter.height * lines};
-    }
-    void VisitText(const TextControl& control) {
-        // Several lines have a page's margins whatever the kind.
-        const ControlKind kind = control.MultiLine() ? ControlKind::RichTextBox : ControlKind::TextBox;
-        size = Letters(control, control.columns, control.lines) + host_.Chrome(kind);
-    }
-
-    FormMetrics& host_;
-};
-
-// Whether a control takes height that is left over.
-bool GrowsDown(const Control& control) {
-    switch (control.Kind()) {
-    case ControlKind::TextBox:
-        return static_cast<const TextBox&>(control).MultiLine();
-    case ControlKind::ScrollBar:
-        return static_cast<const ScrollBar&>(control).Vertical();
-    case ControlKind::RichTextBox:
-    case ControlKind::ListView:
-    case ControlKind::TabStrip:
-    case ControlKind::Frame:
-    case ControlKind::MonthView:
-    case ControlKind::PictureBox:
-        return true;
-    case ControlKind::Label:
-    case ControlKind::Button:
-    case ControlKind::CheckBox:
-    case ControlKind::OptionButton:
-    case ControlKind::ComboBox:
-    case ControlKind::Slider:
-    case ControlKind::ProgressBar:
-    case ControlKind::DatePicker:
-        return false;
-    }
-    return false;
-}
-
+// Whether a piece takes height that is left over.
 bool GrowsDown(const LayoutItem& item) {
     if (item.kind == LayoutItem::Kind::Control) return GrowsDown(*item.control);
     return item.kind != LayoutItem::Kind::Nothing;
@@ -453,9 +281,8 @@ class LayoutRun {
     }
 
     // What a container draws around its children, and the padding inside that.
-    Insets Frame(const Control& container, const std::vector<int>& tabRows) {
-        Insets around = host_.Chrome(container.Kind());
-        if (tabRows.size() > 1) around.top += static_cast<int>(tabRows.size() - 1) * TabRowHeight(host_);
+    Insets Frame(const Control& container, std::size_t tabRows) {
+        Insets around = ChromeOf(container, host_, tabRows);
         around.left += FramePadding;
         around.top += FramePadding;
         around.right += FramePadding;
@@ -465,18 +292,17 @@ class LayoutRun {
 
     TwipSize MeasureControl(Control& control) {
         if (const auto known = sizes_.find(&control); known != sizes_.end()) return known->second;
-        Sizer sizer(host_);
-        control.Accept(sizer);
-        TwipSize size = sizer.size;
+        TwipSize size = PreferredSize(control, host_);
         if (const auto* container = dynamic_cast<Container*>(&control)) {
             const TwipSize inner = Measure(container->Layout());
-            std::vector<int> rows;
+            std::size_t tabRows = 0;
             if (const auto* tabs = dynamic_cast<const TabStrip*>(&control)) {
-                const std::vector<int> widths = TabWidths(*tabs, host_);
-                rows = EvenRows(widths, std::max((inner + Frame(control, {})).width, TabRoom));
-                size.width = WidestOf(rows, widths);
+                const int room = std::max((inner + Frame(control, 1)).width, TabRoom);
+                const TabRows rows = DealTabs(*tabs, host_, room);
+                tabRows = rows.counts.size();
+                size.width = rows.width;
             }
-            size = Larger(size, inner + Frame(control, rows));
+            size = Larger(size, inner + Frame(control, tabRows));
         }
         sizes_[&control] = size;
         return size;
@@ -492,16 +318,16 @@ class LayoutRun {
     }
 
     void PlaceControl(Control& control, const TwipRect& area) {
-        std::vector<int> rows;
+        std::size_t tabRows = 0;
         if (auto* tabs = dynamic_cast<TabStrip*>(&control)) {
-            rows = EvenRows(TabWidths(*tabs, host_), area.width);
-            tabs->SetTabRows(rows);
+            tabs->SetTabRows(DealTabs(*tabs, host_, area.width).counts);
+            tabRows = tabs->TabRows().size();
         }
         control.SetBounds(
             {mirrored_ ? width_ - area.x - area.width : area.x, area.y, area.width, area.height});
         const auto* container = dynamic_cast<Container*>(&control);
         if (!container) return;
-        const TwipSize taken = TwipSize{} + Frame(control, rows);
+        const TwipSize taken = TwipSize{} + Frame(control, tabRows);
         const TwipRect inner{FramePadding, FramePadding, area.width - taken.width,
                              area.height - taken.height};
         const int outside = std::exchange(width_, inner.width + 2 * FramePadding);
@@ -570,20 +396,6 @@ void ArrangeForm(Form& form, FormMetrics& host, TwipSize size) {
     const int margin = form.Margin();
     LayoutRun(form, host, size.width)
         .Arrange(form.Layout(), {margin, margin, size.width - 2 * margin, size.height - 2 * margin});
-}
-
-Insets ChromeOf(const Control& container, FormMetrics& host) {
-    Insets chrome = host.Chrome(container.Kind());
-    const auto* tabs = dynamic_cast<const TabStrip*>(&container);
-    if (tabs && tabs->TabRows().size() > 1)
-        chrome.top += static_cast<int>(tabs->TabRows().size() - 1) * TabRowHeight(host);
-    return chrome;
-}
-
-TwipSize PreferredSize(Control& control, FormMetrics& host) {
-    Sizer sizer(host);
-    control.Accept(sizer);
-    return sizer.size;
 }
 
 } // namespace quorvane

@@ -71,9 +71,5 @@ LayoutItem Stretch();
 TwipSize MeasureForm(Form& form, FormMetrics& host);
 // Gives every control of the form its place in an inner area of `size`.
 void ArrangeForm(Form& form, FormMetrics& host, TwipSize size);
-// What a container's widget draws around its children, with all rows of tabs.
-Insets ChromeOf(const Control& container, FormMetrics& host);
-// What a control would like to be, by its kind, text and font.
-TwipSize PreferredSize(Control& control, FormMetrics& host);
 
 } // namespace quorvane

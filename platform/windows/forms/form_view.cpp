@@ -1,5 +1,6 @@
 #include "platform/windows/forms/form_view.h"
 
+#include "platform/forms/sizes.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/desktop/event_loop.h"
 #include "platform/windows/drawing/drawing.h"

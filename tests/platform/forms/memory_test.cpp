@@ -1,4 +1,5 @@
 #include "core/utf8.h"
+#include "platform/forms/sizes.h"
 #include "platform/memory/memory_platform.h"
 #include "tests/contracts/conformance/conformance.h"
 
