@@ -108,7 +108,7 @@ Resampler::Resampler(PixelSize input, PixelSize output, const PixelRect& part, S
     firstRow_ = inputRow_ = down_.first.front();
     endRow_ = down_.Last(static_cast<std::size_t>(part.height) - 1) + 1;
     for (auto& row : rows_)
-        row.resize(static_cast<std::size_t>(input.width) * 4);
+        row.resize((RowStart + static_cast<std::size_t>(input.width) * 4) / sizeof(CacheLine) + 1);
     PrepareAcross(MakeAxis(input.width, output.width, part.x, part.width, AcrossTotal));
 }
 
@@ -134,8 +134,8 @@ void Resampler::PrepareAcross(const AxisWeights& across) {
 }
 
 void Resampler::Push() {
-    const std::uint8_t* row = rows_[current_].data();
-    const std::uint8_t* previous = rows_[1 - current_].data();
+    const std::uint8_t* row = RowBytes(current_);
+    const std::uint8_t* previous = RowBytes(1 - current_);
     while (nextOut_ < part_.height) {
         const std::size_t o = static_cast<std::size_t>(nextOut_);
         const int first = down_.first[o], last = down_.Last(o);

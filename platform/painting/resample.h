@@ -40,11 +40,19 @@ class Resampler {
     bool Done() const { return nextOut_ == part_.height; }
 
     // Room for one input row, to be filled before Push.
-    std::uint8_t* InputRow() { return rows_[current_].data(); }
+    std::uint8_t* InputRow() { return RowBytes(current_); }
     // Takes the row in, which is FirstRow() at the first call and one farther at each that follows.
     void Push();
 
   private:
+    struct alignas(64) CacheLine {
+        std::uint8_t bytes[64];
+    };
+    // A decoder writes past the cache where a row begins on one of the widest vectors: it does not know that
+    // the row is read at once.
+    static constexpr std::size_t RowStart = 16;
+
+    std::uint8_t* RowBytes(std::size_t row) { return rows_[row].data()->bytes + RowStart; }
     void Add(const std::uint8_t* row, std::uint16_t weight);
     void Emit();
     void PrepareAcross(const AxisWeights& across);
@@ -60,7 +68,7 @@ class Resampler {
     std::size_t needed_ = 0; // channels of them
     bool fresh_ = true;      // no row added to the output row under way
     std::size_t current_ = 0;
-    std::vector<std::uint8_t> rows_[2];
+    std::vector<CacheLine> rows_[2];
     std::vector<std::uint16_t> sums_; // of one output row, before its width is changed
     std::size_t groups_ = 0;          // of input pixels that each output pixel is summed from
     std::vector<std::uint16_t> acrossWeights_;

@@ -1,3 +1,4 @@
+#include "platform/linux/drawing/jpeg_source.h"
 #include "platform/linux/drawing/library_jump.h"
 #include "platform/linux/drawing/picture.h"
 #include "platform/linux/drawing/picture_file.h"
@@ -45,16 +46,15 @@ class Decoder : public LibraryJump {
 
     std::string openWhy_;
     PictureFile file_;
-    // The library asks for 4 KiB at a time, which would be a call of the system each.
-    std::vector<char> readAhead_ = std::vector<char>(std::size_t{64} << 10);
+    JpegSource source_;
     jpeg_error_mgr errors_{};
     jpeg_progress_mgr progress_{};
     bool exhausted_ = false;
 };
 
 Decoder::Decoder(const std::string& path)
-    : file_(OpenPictureFile(path, openWhy_)) {
-    if (file_) std::setvbuf(file_.get(), readAhead_.data(), _IOFBF, readAhead_.size());
+    : file_(OpenPictureFile(path, openWhy_))
+    , source_(file_.get()) {
     info.err = jpeg_std_error(&errors_);
     info.client_data = this;
     errors_.error_exit = OnError;
@@ -90,7 +90,7 @@ bool Decoder::ReadHeader() {
         info.client_data = this;
         info.progress = &progress_;
         info.mem->max_memory_to_use = MostMemory;
-        jpeg_stdio_src(&info, file_.get());
+        info.src = &source_;
         jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF);
         jpeg_read_header(&info, TRUE);
     });
