@@ -10,19 +10,21 @@
 namespace quorvane {
 namespace {
 
-void SaveCanvas(Surface& canvas, const std::string& path, const Platform& platform, Complaints& complaints) {
+void SaveCanvas(Surface& canvas, const std::string& path, const GlobalRecord& record,
+                const Platform& platform, Complaints& complaints) {
     const std::string ownFolder = platform.files.WritableDirectory();
     if (path.starts_with(ownFolder)) platform.files.MakeFolder(ownFolder);
     std::string why;
-    if (!SaveBitmap(canvas.Pixels(), platform.files, path, why))
+    if (!SaveBitmap(canvas, platform.files, path, why))
         complaints.Tell(path, "the wallpaper cannot be saved; the old file stays (" + why + ")");
+    TellLateFailure(canvas, record, complaints);
 }
 
 // The style is left empty, whatever the position is.
 void SaveSystemWallpaper(Surface* canvas, const GlobalRecord& record, const Platform& platform,
                          Complaints& complaints) {
     const std::string path = record.System_Directory + platform.files.Separator() + "System.bmp";
-    if (canvas) SaveCanvas(*canvas, path, platform, complaints);
+    if (canvas) SaveCanvas(*canvas, path, record, platform, complaints);
     PublishSystemWallpaper(platform.store, platform.prompts, path, "");
 }
 
@@ -37,7 +39,7 @@ void ReportInTray(const TrayRecord& report, Tray& tray) {
 void ApplyWallpaper(ComposedWallpaper composed, int mode, const GlobalRecord& record,
                     const Platform& platform, Complaints& complaints) {
     if (mode == change_mode::User && composed.canvas) {
-        SaveCanvas(*composed.canvas, record.Wallpaper, platform, complaints);
+        SaveCanvas(*composed.canvas, record.Wallpaper, record, platform, complaints);
     } else if (mode == change_mode::SystemDefault) {
         SaveSystemWallpaper(composed.canvas.get(), record, platform, complaints);
     }

@@ -29,7 +29,7 @@ ComposedWallpaper Composition::Compose(const std::string& file, PixelSize screen
     const PixelSize target = TargetSize(record.WallpaperResolution, screen);
     const PixelSize size{target.width + CanvasMargin, target.height + CanvasMargin};
     ComposedWallpaper composed;
-    composed.canvas = parts_.drawing.CreateSurface(size);
+    composed.canvas = parts_.drawing.CreateCanvas(size);
     PassOver([&] { parts_.fileList.BuildFileList(); });
     GradientVertices vertices = SettingsVertices(record, size);
     if (record.UseRandomColors) DrawRandomColors(vertices, record, parts_.random);
@@ -37,7 +37,7 @@ ComposedWallpaper Composition::Compose(const std::string& file, PixelSize screen
     ChoosePicture(file);
     if (composed.canvas) {
         const std::int64_t loading = parts_.clock.Ticks();
-        DrawPicture(*composed.canvas, target);
+        DrawPicture(composed, target);
         composed.loadMilliseconds = parts_.clock.Ticks() - loading;
         if (record.PaintCalendar) composed.calendar = paintCalendar_(*composed.canvas);
     }
@@ -51,22 +51,28 @@ void Composition::ChoosePicture(const std::string& file) {
     if (!candidate.empty()) parts_.record.LastSelectedWallpaper = candidate;
 }
 
-void Composition::DrawPicture(Surface& canvas, PixelSize target) {
+void Composition::DrawPicture(ComposedWallpaper& composed, PixelSize target) {
     const std::string path = parts_.record.LastSelectedWallpaper;
     if (path.empty()) return;
     std::string why;
-    const std::unique_ptr<Picture> picture = parts_.drawing.LoadPicture(path, why);
+    composed.picture = parts_.drawing.LoadPicture(path, why);
+    const Picture* picture = composed.picture.get();
     bool readable = picture != nullptr;
     Breather breather(parts_.clock, parts_.events);
     int drawn = 0;
     PassOver([&] {
         if (!picture) return;
         PlacePicture(parts_.record.WallpaperPosition, target, picture->Size(), [&](const PixelRect& place) {
-            readable = readable && canvas.StretchPicture(*picture, place, why);
+            readable = readable && composed.canvas->StretchPicture(*picture, place, why);
             if (++drawn % TilesToABreath == 0) breather.Breathe();
         });
     });
     if (!readable) parts_.complaints.Tell(path, why);
+}
+
+void TellLateFailure(const Surface& canvas, const GlobalRecord& record, Complaints& complaints) {
+    const std::string why = canvas.LateFailure();
+    if (!why.empty()) complaints.Tell(record.LastSelectedWallpaper, why);
 }
 
 } // namespace quorvane

@@ -15,10 +15,12 @@
 
 namespace quorvane {
 
+// A canvas may put off the painting until it is saved, and with it the picture's decoding and its complaint.
 struct ComposedWallpaper {
+    std::unique_ptr<Picture> picture;     // on the canvas; null where there is none
     std::unique_ptr<Surface> canvas;      // null where there was no memory for it
     PixelRect calendar;                   // the block on the canvas; empty where none was painted
-    std::int64_t loadMilliseconds = 0;    // reading and decoding the picture
+    std::int64_t loadMilliseconds = 0;    // reading the picture, and decoding it where that is not put off
     std::int64_t composeMilliseconds = 0; // everything else
 };
 
@@ -50,11 +52,14 @@ class Composition {
 
   private:
     void ChoosePicture(const std::string& file);
-    void DrawPicture(Surface& canvas, PixelSize target);
+    void DrawPicture(ComposedWallpaper& composed, PixelSize target);
 
     Parts parts_;
     CalendarPainter paintCalendar_;
 };
+
+// Tells what was wrong with the picture when the canvas was saved.
+void TellLateFailure(const Surface& canvas, const GlobalRecord& record, Complaints& complaints);
 
 // The size that a WallpaperResolution from 0 to 4 stands for; the screen's for any other.
 PixelSize TargetSize(int wallpaperResolution, PixelSize screen);

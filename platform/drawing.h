@@ -87,7 +87,8 @@ class Surface {
     virtual void Line(double x1, double y1, double x2, double y2, double width, Color color) = 0;
     // The whole picture onto `target`, in halftone quality; what lies outside the surface is cut, and what
     // was painted before shows where the picture is transparent. False, with the reason in `why`, where the
-    // picture cannot be decoded; the surface may then hold a part of it.
+    // picture cannot be decoded; the surface may then hold a part of it. Where the painting is put off,
+    // LateFailure tells instead.
     virtual bool StretchPicture(const Picture& picture, const PixelRect& target, std::string& why) = 0;
 
     // Advance width and line height of one line of text.
@@ -97,6 +98,10 @@ class Surface {
     virtual void PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) = 0;
 
     virtual PixelView Pixels() = 0;
+    // The pixels as a Windows bitmap of 24 bits. False where a write failed. The commit is the caller's.
+    virtual bool WriteBitmap(FileWriter& out) = 0;
+    // Why a picture could not be decoded whose painting had been put off; empty where none failed so far.
+    virtual std::string LateFailure() const { return {}; }
 };
 
 class Drawing {
@@ -105,12 +110,14 @@ class Drawing {
 
     // Black all over. Null where there is no memory for it.
     virtual std::unique_ptr<Surface> CreateSurface(PixelSize size) = 0;
+    // The same for what is painted once and then saved. The painting may be put off until it is, so that only
+    // a few rows need exist at a time: pictures painted on it must outlive it.
+    virtual std::unique_ptr<Surface> CreateCanvas(PixelSize size) { return CreateSurface(size); }
     // Reads the header alone. Null, with the reason in `why`, for a file that is no picture of a known
     // format.
     virtual std::unique_ptr<Picture> LoadPicture(const std::string& path, std::string& why) = 0;
 
     // The pixels as a PNG file. False where they could not be encoded or written; the commit is the caller's.
-    // Bitmap files are written by platform/bitmap_file.h.
     virtual bool WritePng(const PixelView& pixels, FileWriter& out) = 0;
 
     // 1440 divided by the dots per inch of the screen.

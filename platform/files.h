@@ -44,10 +44,19 @@ struct FolderListing {
 class FileWriter {
   public:
     virtual ~FileWriter() = default;
-    virtual bool Write(const void* bytes, std::size_t count) = 0;
+    // On from where the last Write ended.
+    bool Write(const void* bytes, std::size_t count) {
+        const std::uint64_t place = std::exchange(next_, next_ + count);
+        return WriteAt(place, bytes, count);
+    }
+    // `place` counts bytes from the beginning. What is never written is zero.
+    virtual bool WriteAt(std::uint64_t place, const void* bytes, std::size_t count) = 0;
     virtual bool Commit() = 0;
     // Why a Write or Commit failed, in words for a person.
     virtual std::string Why() const = 0;
+
+  private:
+    std::uint64_t next_ = 0;
 };
 
 // Paths are UTF-8 in the platform's own form.

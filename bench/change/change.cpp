@@ -3,7 +3,6 @@
 // KiB: at rest before, at the highest, and at rest afterwards.
 #include "platform/files.h"
 #include "platform/linux/drawing/drawing.h"
-#include "platform/painting/bitmap_file.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -24,8 +23,9 @@ class PlainWriter final : public FileWriter {
         std::setvbuf(file_, nullptr, _IONBF, 0);
     }
     ~PlainWriter() override { std::fclose(file_); }
-    bool Write(const void* bytes, std::size_t count) override {
-        return std::fwrite(bytes, 1, count, file_) == count;
+    bool WriteAt(std::uint64_t place, const void* bytes, std::size_t count) override {
+        return std::fseek(file_, static_cast<long>(place), SEEK_SET) == 0 &&
+               std::fwrite(bytes, 1, count, file_) == count;
     }
     bool Commit() override { return true; }
     std::string Why() const override { return {}; }
@@ -51,9 +51,9 @@ long Highest() {
 
 bool Change(Drawing& drawing, const char* in, const char* out, PixelSize screen) {
     const PixelSize size{screen.width + 4, screen.height + 4};
-    const auto surface = drawing.CreateSurface(size);
     std::string why;
     const auto picture = drawing.LoadPicture(in, why);
+    const auto surface = drawing.CreateCanvas(size);
     if (!surface || !picture) return false;
     const GradientVertex upper{0, 0, 0, 0, -256, 255};
     const GradientVertex lower{size.width, size.height, -256, 0, 0, 255};
@@ -66,7 +66,7 @@ bool Change(Drawing& drawing, const char* in, const char* out, PixelSize screen)
     surface->StretchPicture(*picture, {(size.width - width) / 2, (size.height - height) / 2, width, height},
                             why);
     PlainWriter writer(out);
-    return WriteBitmap(surface->Pixels(), writer);
+    return surface->WriteBitmap(writer);
 }
 
 } // namespace

@@ -44,12 +44,12 @@ Format FormatOf(const std::string& path) {
     throw UsageError("--out ends in .bmp or .png");
 }
 
-bool Save(const PixelView& pixels, Drawing& drawing, Files& files, const std::string& path, Format format,
+bool Save(Surface& canvas, Drawing& drawing, Files& files, const std::string& path, Format format,
           std::string& why) {
-    if (format == Format::Bitmap) return SaveBitmap(pixels, files, path, why);
+    if (format == Format::Bitmap) return SaveBitmap(canvas, files, path, why);
     const auto writer = files.Replace(path, why);
     if (!writer) return false;
-    if (drawing.WritePng(pixels, *writer) && writer->Commit()) return true;
+    if (drawing.WritePng(canvas.Pixels(), *writer) && writer->Commit()) return true;
     why = writer->Why();
     return false;
 }
@@ -80,7 +80,9 @@ int Render(const Arguments& arguments, Streams& streams) {
     if (!composed.canvas) throw RefusedInput("there is no memory for a canvas of that size");
     const std::int64_t start = rig.clock->Ticks();
     std::string why;
-    if (!Save(composed.canvas->Pixels(), *drawing, *rig.files, *out, format, why))
+    const bool saved = Save(*composed.canvas, *drawing, *rig.files, *out, format, why);
+    TellLateFailure(*composed.canvas, rig.record, rig.complaints);
+    if (!saved)
         throw RefusedInput(*out + ": the wallpaper cannot be saved; the old file stays (" + why + ")");
     const std::int64_t saveMilliseconds = rig.clock->Ticks() - start;
 

@@ -3,6 +3,7 @@
 #include "core/numbers.h"
 #include "core/utf8.h"
 #include "platform/files.h"
+#include "platform/painting/bitmap_file.h"
 #include "platform/painting/raster.h"
 
 #include <algorithm>
@@ -90,6 +91,7 @@ class MemorySurface final : public Surface {
     void PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) override;
 
     PixelView Pixels() override { return canvas_.View(); }
+    bool WriteBitmap(FileWriter& out) override { return quorvane::WriteBitmap(Pixels(), out); }
 
   private:
     std::vector<std::uint8_t> bytes_;

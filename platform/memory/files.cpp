@@ -14,10 +14,13 @@ class MemoryFileWriter final : public FileWriter {
         : files_(files)
         , path_(std::move(path)) {}
 
-    bool Write(const void* bytes, std::size_t count) override {
-        whole_ = whole_ && content_.size() + count <= files_.freeBytes;
-        if (whole_) content_.append(static_cast<const char*>(bytes), count);
-        return whole_;
+    bool WriteAt(std::uint64_t place, const void* bytes, std::size_t count) override {
+        const std::size_t end = std::max(content_.size(), static_cast<std::size_t>(place) + count);
+        whole_ = whole_ && end <= files_.freeBytes;
+        if (!whole_) return false;
+        content_.resize(end);
+        content_.replace(static_cast<std::size_t>(place), count, static_cast<const char*>(bytes), count);
+        return true;
     }
 
     bool Commit() override {

@@ -14,15 +14,21 @@ namespace {
 // one write of everything.
 constexpr std::size_t KStripeBytes = 128 * 1024;
 
-std::size_t RowBytes(PixelSize size) {
-    return (static_cast<std::size_t>(size.width) * 3 + 3) / 4 * 4;
+} // namespace
+
+std::size_t BitmapRowBytes(int width) {
+    return (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
 }
 
-} // namespace
+bool FitsBitmap(PixelSize size) {
+    if (size.width <= 0 || size.height <= 0) return false;
+    return BitmapRowBytes(size.width) <= (std::numeric_limits<std::uint32_t>::max() - BitmapHeaderBytes) /
+                                             static_cast<std::size_t>(size.height);
+}
 
 std::array<std::uint8_t, BitmapHeaderBytes> BitmapHeader(PixelSize size) {
     const auto pixelBytes =
-        static_cast<std::uint32_t>(RowBytes(size) * static_cast<std::size_t>(size.height));
+        static_cast<std::uint32_t>(BitmapRowBytes(size.width) * static_cast<std::size_t>(size.height));
     std::array<std::uint8_t, BitmapHeaderBytes> header{};
     const auto put = [&](std::size_t at, std::uint32_t value, std::size_t bytes) {
         for (std::size_t i = 0; i < bytes; ++i)
@@ -42,12 +48,9 @@ std::array<std::uint8_t, BitmapHeaderBytes> BitmapHeader(PixelSize size) {
 }
 
 bool WriteBitmap(const PixelView& pixels, FileWriter& out) {
-    if (pixels.size.width <= 0 || pixels.size.height <= 0) return false;
+    if (!FitsBitmap(pixels.size)) return false;
     const std::size_t used = static_cast<std::size_t>(pixels.size.width) * 3;
-    const std::size_t padded = RowBytes(pixels.size);
-    const std::size_t height = static_cast<std::size_t>(pixels.size.height);
-    if (padded > (std::numeric_limits<std::uint32_t>::max() - BitmapHeaderBytes) / height) return false;
-
+    const std::size_t padded = BitmapRowBytes(pixels.size.width);
     const auto header = BitmapHeader(pixels.size);
     std::vector<std::uint8_t> stripe(std::max(KStripeBytes, BitmapHeaderBytes + padded));
     std::memcpy(stripe.data(), header.data(), header.size());
@@ -64,10 +67,10 @@ bool WriteBitmap(const PixelView& pixels, FileWriter& out) {
     return out.Write(stripe.data(), filled);
 }
 
-bool SaveBitmap(const PixelView& pixels, Files& files, const std::string& path, std::string& why) {
+bool SaveBitmap(Surface& surface, Files& files, const std::string& path, std::string& why) {
     const auto writer = files.Replace(path, why);
     if (!writer) return false;
-    if (WriteBitmap(pixels, *writer) && writer->Commit()) return true;
+    if (surface.WriteBitmap(*writer) && writer->Commit()) return true;
     why = writer->Why();
     return false;
 }

@@ -106,19 +106,22 @@ std::int64_t EdgeAt(const GradientVertex& one, const GradientVertex& other, int 
 
 } // namespace
 
-PixelRect Clip(const PixelRect& area, PixelSize size) {
-    const std::int64_t left = std::max(area.x, 0), top = std::max(area.y, 0);
-    const std::int64_t right =
-        std::min<std::int64_t>(static_cast<std::int64_t>(area.x) + area.width, size.width);
-    const std::int64_t bottom =
-        std::min<std::int64_t>(static_cast<std::int64_t>(area.y) + area.height, size.height);
+PixelRect Clip(const PixelRect& area, const PixelRect& bounds) {
+    const auto end = [](int start, int length) { return std::int64_t{start} + length; };
+    const std::int64_t left = std::max(area.x, bounds.x), top = std::max(area.y, bounds.y);
+    const std::int64_t right = std::min(end(area.x, area.width), end(bounds.x, bounds.width));
+    const std::int64_t bottom = std::min(end(area.y, area.height), end(bounds.y, bounds.height));
     if (left >= right || top >= bottom) return {};
     return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right - left),
             static_cast<int>(bottom - top)};
 }
 
+PixelRect Clip(const PixelRect& area, PixelSize size) {
+    return Clip(area, PixelRect{0, 0, size.width, size.height});
+}
+
 void FillArea(const Canvas& canvas, const PixelRect& area, Color color) {
-    const PixelRect part = Clip(area, canvas.size);
+    const PixelRect part = Clip(area, canvas.Area());
     if (part.width == 0) return;
     const std::ptrdiff_t offset = part.x * static_cast<std::ptrdiff_t>(KPixelBytes);
     const std::uint8_t* first = canvas.Row(part.y) + offset;
@@ -135,7 +138,7 @@ void FillGradientRectangle(const Canvas& canvas, const GradientVertex& upperLeft
     if (across ? first.x > second.x : first.y > second.y) std::swap(first, second);
     const PixelRect whole{std::min(first.x, second.x), std::min(first.y, second.y),
                           std::abs(second.x - first.x), std::abs(second.y - first.y)};
-    const PixelRect part = Clip(whole, canvas.size);
+    const PixelRect part = Clip(whole, canvas.Area());
     if (part.width == 0) return;
 
     const std::ptrdiff_t offset = part.x * static_cast<std::ptrdiff_t>(KPixelBytes);
@@ -160,7 +163,7 @@ void FillGradientTriangle(const Canvas& canvas, const GradientVertex& a, const G
               [](const GradientVertex* one, const GradientVertex* other) { return one->y < other->y; });
     const auto [upper, middle, lower] = corners;
     const Plane plane = PlaneThrough(a, b, c);
-    for (int y = std::max(upper->y, 0); y < std::min(lower->y, canvas.size.height); ++y) {
+    for (int y = std::max(upper->y, canvas.from); y < std::min(lower->y, canvas.end); ++y) {
         const std::int64_t longEdge = EdgeAt(*upper, *lower, y);
         const std::int64_t shortEdge =
             y < middle->y ? EdgeAt(*upper, *middle, y) : EdgeAt(*middle, *lower, y);
@@ -183,11 +186,10 @@ void BlendPixel(std::uint8_t* pixel, Color color, double share) {
             static_cast<std::uint8_t>(std::lround(pixel[lane] + (wanted[lane] - pixel[lane]) * share));
 }
 
-// The whole numbers from `first` up to but not `last` that lie on a side of `length` pixels.
-std::pair<int, int> OnSide(double first, double last, int length) {
-    const double most = length;
-    return {static_cast<int>(std::clamp(std::floor(first), 0.0, most)),
-            static_cast<int>(std::clamp(std::ceil(last), 0.0, most))};
+// The whole numbers from `first` up to but not `last` that lie on a side of pixels from `from` up to `end`.
+std::pair<int, int> OnSide(double first, double last, double from, double end) {
+    return {static_cast<int>(std::clamp(std::floor(first), from, end)),
+            static_cast<int>(std::clamp(std::ceil(last), from, end))};
 }
 
 } // namespace
@@ -204,7 +206,8 @@ void FillLine(const Canvas& canvas, double x1, double y1, double x2, double y2, 
     const double most = std::min(width, 1.0);
     const double runX = x2 - x1, runY = y2 - y1;
     const double square = runX * runX + runY * runY;
-    const auto [top, bottom] = OnSide(std::min(y1, y2) - reach, std::max(y1, y2) + reach, canvas.size.height);
+    const auto [top, bottom] =
+        OnSide(std::min(y1, y2) - reach, std::max(y1, y2) + reach, canvas.from, canvas.end);
     for (int y = top; y < bottom; ++y) {
         const double middleY = y + 0.5;
         // The part of the line that is near enough to this row.
@@ -216,7 +219,7 @@ void FillLine(const Canvas& canvas, double x1, double y1, double x2, double y2, 
         }
         const double endA = x1 + from * runX, endB = x1 + to * runX;
         const auto [left, right] =
-            OnSide(std::min(endA, endB) - reach, std::max(endA, endB) + reach, canvas.size.width);
+            OnSide(std::min(endA, endB) - reach, std::max(endA, endB) + reach, 0, canvas.size.width);
         std::uint8_t* row = canvas.Row(y);
         for (int x = left; x < right; ++x) {
             const double toX = x + 0.5 - x1, toY = middleY - y1;

@@ -7,17 +7,23 @@
 
 namespace quorvane {
 
-// Pixels to paint on, laid out as those of a PixelView. Whoever made the view owns them.
+// Pixels to paint on, laid out as those of a PixelView. Whoever made the view owns them. A stripe of a canvas
+// has the rows `from` to `end` alone; what is painted on it lies where it lies on the whole.
 struct Canvas {
-    std::uint8_t* top = nullptr;
+    std::uint8_t* top = nullptr; // row `from`
     std::ptrdiff_t stride = 0;
-    PixelSize size;
+    PixelSize size; // of the whole
+    int from = 0;
+    int end = size.height;
 
-    std::uint8_t* Row(int y) const { return top + y * stride; }
-    PixelView View() const { return {top, stride, size}; }
+    std::uint8_t* Row(int y) const { return top + (y - from) * stride; }
+    PixelView View() const { return {top, stride, size}; } // of a whole canvas
+    PixelRect Area() const { return {0, from, size.width, end - from}; }
 };
 
-// The part of `area` that lies on a surface of this size; empty (0, 0, 0, 0) where nothing does.
+// The part of `area` that lies within `bounds`, or on a surface of this size; empty (0, 0, 0, 0) where
+// nothing does.
+PixelRect Clip(const PixelRect& area, const PixelRect& bounds);
 PixelRect Clip(const PixelRect& area, PixelSize size);
 
 // The channel of a vertex as a number from 0 to 65535.

@@ -1,6 +1,7 @@
 #include "platform/painting/row_painter.h"
 
 #include <cstring>
+#include <utility>
 
 namespace quorvane {
 namespace {
@@ -57,8 +58,13 @@ void PutRun(std::uint8_t* row, int x, const std::uint8_t* pixels, int count, Row
 } // namespace
 
 RowPainter::RowPainter(const Canvas& canvas, const PixelRect& target, Orientation orientation, Mode mode)
-    : canvas_(canvas)
-    , visible_(Clip(target, canvas.size))
+    : RowPainter(
+          canvas.size, [canvas](int y) { return canvas.Row(y); }, target, orientation, mode) {}
+
+RowPainter::RowPainter(PixelSize canvas, Rows rows, const PixelRect& target, Orientation orientation,
+                       Mode mode)
+    : rows_(std::move(rows))
+    , visible_(Clip(target, canvas))
     , orientation_(orientation)
     , mode_(mode) {
     const int left = visible_.x - target.x, top = visible_.y - target.y;
@@ -75,7 +81,7 @@ RowPainter::RowPainter(const Canvas& canvas, const PixelRect& target, Orientatio
 }
 
 void RowPainter::PutPixels(int x, int y, const std::uint8_t* pixels, int count) {
-    PutRun(canvas_.Row(visible_.y + y), visible_.x + x, pixels, count, mode_);
+    PutRun(rows_(visible_.y + y), visible_.x + x, pixels, count, mode_);
 }
 
 void RowPainter::Put(int row, const std::uint8_t* pixels) {
@@ -112,7 +118,7 @@ void RowPainter::Finish() {
 
 void LayDown(const std::uint8_t* pixels, const Canvas& canvas, const PixelRect& target,
              RowPainter::Mode mode) {
-    const PixelRect part = Clip(target, canvas.size);
+    const PixelRect part = Clip(target, canvas.Area());
     for (int y = part.y; y < part.y + part.height; ++y) {
         const std::ptrdiff_t from =
             static_cast<std::ptrdiff_t>(y - target.y) * target.width + (part.x - target.x);

@@ -4,6 +4,7 @@
 #include "platform/painting/raster.h"
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace quorvane {
@@ -16,7 +17,12 @@ class RowPainter {
     // are.
     enum class Mode { Copy, Blend, Keep };
 
+    // Gives a row of the canvas, whole and ready to be painted on. They are asked for from the top down where
+    // the orientation neither transposes nor mirrors along y.
+    using Rows = std::function<std::uint8_t*(int y)>;
+
     // `target` must reach into the canvas.
+    RowPainter(PixelSize canvas, Rows rows, const PixelRect& target, Orientation orientation, Mode mode);
     RowPainter(const Canvas& canvas, const PixelRect& target, Orientation orientation, Mode mode);
 
     // The whole of the target and the part of it that lies on the canvas, both as the rows are stored.
@@ -31,7 +37,7 @@ class RowPainter {
   private:
     void PutPixels(int x, int y, const std::uint8_t* pixels, int count);
 
-    Canvas canvas_;
+    Rows rows_;
     PixelRect visible_;
     Orientation orientation_;
     Mode mode_;

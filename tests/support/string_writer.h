@@ -10,10 +10,12 @@ namespace quorvane::test {
 // A file in a text, on a disk that holds `room` bytes.
 class StringWriter final : public FileWriter {
   public:
-    bool Write(const void* data, std::size_t count) override {
+    bool WriteAt(std::uint64_t place, const void* data, std::size_t count) override {
         largest = std::max(largest, count);
-        if (bytes.size() + count > room) return false;
-        bytes.append(static_cast<const char*>(data), count);
+        const std::size_t at = static_cast<std::size_t>(place);
+        if (at + count > room) return false;
+        bytes.resize(std::max(bytes.size(), at + count));
+        bytes.replace(at, count, static_cast<const char*>(data), count);
         return true;
     }
     bool Commit() override { return true; }

@@ -165,12 +165,13 @@ class LinuxFileWriter final : public FileWriter {
         if (!temporary_.empty()) unlink(temporary_.c_str());
     }
 
-    bool Write(const void* bytes, std::size_t count) override {
+    bool WriteAt(std::uint64_t place, const void* bytes, std::size_t count) override {
         const char* at = static_cast<const char*>(bytes);
         while (whole_ && count > 0) {
-            const ssize_t written = write(descriptor_.Number(), at, count);
+            const ssize_t written = pwrite(descriptor_.Number(), at, count, static_cast<off_t>(place));
             if (written >= 0) {
                 at += written;
+                place += static_cast<std::uint64_t>(written);
                 count -= static_cast<std::size_t>(written);
             } else if (errno != EINTR) {
                 Fail();

@@ -3,7 +3,7 @@
 #include "platform/files.h"
 #include "platform/headless.h"
 #include "platform/linux/drawing/picture.h"
-#include "platform/linux/drawing/surface.h"
+#include "platform/linux/drawing/striped_surface.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -12,8 +12,6 @@
 #include <QScreen>
 
 #include <malloc.h>
-
-#include <limits>
 
 namespace quorvane {
 namespace {
@@ -42,11 +40,12 @@ LinuxDrawing::LinuxDrawing() {
 }
 
 std::unique_ptr<Surface> LinuxDrawing::CreateSurface(PixelSize size) {
-    if (size.width <= 0 || size.height <= 0 || size.width > std::numeric_limits<int>::max() / 3)
-        return nullptr;
-    MappedBuffer buffer(static_cast<std::size_t>(size.width) * 3 * static_cast<std::size_t>(size.height));
-    if (!buffer.Data()) return nullptr;
-    return std::make_unique<LinuxSurface>(size, std::move(buffer), Dots(), gui_);
+    return MakeSurface(size, Dots(), gui_);
+}
+
+std::unique_ptr<Surface> LinuxDrawing::CreateCanvas(PixelSize size) {
+    if (!FitsSurface(size)) return nullptr;
+    return std::make_unique<StripedSurface>(size, Dots(), gui_);
 }
 
 std::unique_ptr<Picture> LinuxDrawing::LoadPicture(const std::string& path, std::string& why) {

@@ -11,6 +11,7 @@ class LinuxDrawing final : public Drawing {
     LinuxDrawing();
 
     std::unique_ptr<Surface> CreateSurface(PixelSize size) override;
+    std::unique_ptr<Surface> CreateCanvas(PixelSize size) override;
     std::unique_ptr<Picture> LoadPicture(const std::string& path, std::string& why) override;
     bool WritePng(const PixelView& pixels, FileWriter& out) override;
     double TwipsPerPixelX() const override;

@@ -40,6 +40,16 @@ bool LinuxPicture::Draw(const Canvas& canvas, const PixelRect& target, std::stri
     });
 }
 
+bool LinuxPicture::DrawRows(PixelSize canvas, RowPainter::Rows rows, const PixelRect& target,
+                            std::string& why) const {
+    if (Clip(target, canvas).width == 0) return true;
+    const QuietQt quiet;
+    RowPainter painter(canvas, std::move(rows), target, orientation_, mode_);
+    const bool rendered = Render(painter, why);
+    painter.Finish();
+    return rendered;
+}
+
 std::unique_ptr<LinuxPicture> OpenPicture(const std::string& path, GuiSession& gui, std::string& why) {
     const QuietQt quiet;
     std::array<char, 1024> bytes{};

@@ -17,6 +17,11 @@ class LinuxPicture : public Picture {
 
     bool Draw(const Canvas& canvas, const PixelRect& target, std::string& why) const;
 
+    // Whether DrawRows asks for the rows of the canvas from the top down.
+    bool RowsDescend() const { return !orientation_.transposed && !orientation_.mirrorY; }
+    // The same onto a canvas that is had row by row, with nothing kept for a second time.
+    bool DrawRows(PixelSize canvas, RowPainter::Rows rows, const PixelRect& target, std::string& why) const;
+
   protected:
     LinuxPicture(PixelSize storedSize, Orientation orientation, RowPainter::Mode mode)
         : storedSize_(storedSize)

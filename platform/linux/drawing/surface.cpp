@@ -3,11 +3,13 @@
 #include "platform/linux/drawing/font.h"
 #include "platform/linux/drawing/gui_session.h"
 #include "platform/linux/drawing/picture.h"
+#include "platform/painting/bitmap_file.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace quorvane {
@@ -27,10 +29,10 @@ QString TextOf(std::string_view text) {
 
 } // namespace
 
-LinuxSurface::LinuxSurface(PixelSize size, MappedBuffer buffer, ScreenDots dots, GuiSession& gui)
-    : buffer_(std::move(buffer))
-    , canvas_{buffer_.Data(), std::ptrdiff_t{3} * size.width, size}
-    , image_(buffer_.Data(), size.width, size.height, canvas_.stride, QImage::Format_BGR888)
+LinuxSurface::LinuxSurface(const Canvas& canvas, ScreenDots dots, GuiSession& gui, MappedBuffer pixels)
+    : pixels_(std::move(pixels))
+    , canvas_(canvas)
+    , image_(canvas.top, canvas.size.width, canvas.end - canvas.from, canvas.stride, QImage::Format_BGR888)
     , gui_(gui) {
     image_.setDotsPerMeterX(static_cast<int>(std::lround(dots.x * KInchesPerMetre)));
     image_.setDotsPerMeterY(static_cast<int>(std::lround(dots.y * KInchesPerMetre)));
@@ -74,7 +76,24 @@ void LinuxSurface::PrintText(double x, double y, const FontSpec& font, Color col
     const QFont face = FontOf(font, &image_);
     painter.setFont(face);
     painter.setPen(QColor(Red(color), Green(color), Blue(color)));
-    painter.drawText(QPointF(x, y + QFontMetricsF(face).ascent()), TextOf(text));
+    painter.drawText(QPointF(x, y - canvas_.from + QFontMetricsF(face).ascent()), TextOf(text));
+}
+
+bool LinuxSurface::WriteBitmap(FileWriter& out) {
+    return quorvane::WriteBitmap(Pixels(), out);
+}
+
+bool FitsSurface(PixelSize size) {
+    return size.width > 0 && size.height > 0 && size.width <= std::numeric_limits<int>::max() / 3;
+}
+
+std::unique_ptr<LinuxSurface> MakeSurface(PixelSize size, ScreenDots dots, GuiSession& gui) {
+    if (!FitsSurface(size)) return nullptr;
+    const std::ptrdiff_t stride = std::ptrdiff_t{3} * size.width;
+    MappedBuffer pixels(static_cast<std::size_t>(stride) * static_cast<std::size_t>(size.height));
+    if (!pixels.Data()) return nullptr;
+    const Canvas canvas{pixels.Data(), stride, size};
+    return std::make_unique<LinuxSurface>(canvas, dots, gui, std::move(pixels));
 }
 
 } // namespace quorvane

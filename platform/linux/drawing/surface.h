@@ -16,8 +16,9 @@ struct ScreenDots {
 
 class LinuxSurface final : public Surface {
   public:
-    // `buffer` holds the pixels, three bytes each, row by row without gaps.
-    LinuxSurface(PixelSize size, MappedBuffer buffer, ScreenDots dots, GuiSession& gui);
+    // Paints on `canvas`, or a stripe of one, with its rows in the order of memory where text is printed.
+    // `pixels` is kept as long as the surface, for a canvas that lies in it.
+    LinuxSurface(const Canvas& canvas, ScreenDots dots, GuiSession& gui, MappedBuffer pixels = {});
 
     PixelSize Size() const override { return canvas_.size; }
     void Fill(const PixelRect& area, Color color) override;
@@ -30,12 +31,18 @@ class LinuxSurface final : public Surface {
     double TextHeight(const FontSpec& font) override;
     void PrintText(double x, double y, const FontSpec& font, Color color, std::string_view text) override;
     PixelView Pixels() override { return canvas_.View(); }
+    bool WriteBitmap(FileWriter& out) override;
 
   private:
-    MappedBuffer buffer_;
+    MappedBuffer pixels_;
     Canvas canvas_;
     QImage image_; // on the same pixels
     GuiSession& gui_;
 };
+
+bool FitsSurface(PixelSize size);
+
+// Null where there is no memory for it, or the size is none.
+std::unique_ptr<LinuxSurface> MakeSurface(PixelSize size, ScreenDots dots, GuiSession& gui);
 
 } // namespace quorvane

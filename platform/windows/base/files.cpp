@@ -56,13 +56,17 @@ class TemporaryFile final : public FileWriter {
 
     bool IsOpen() const { return file_.IsOpen(); }
 
-    bool Write(const void* bytes, std::size_t count) override {
+    bool WriteAt(std::uint64_t place, const void* bytes, std::size_t count) override {
         const char* from = static_cast<const char*>(bytes);
         while (whole_ && count > 0) {
             const DWORD piece = static_cast<DWORD>(std::min<std::size_t>(count, 1U << 26));
+            OVERLAPPED at{};
+            at.Offset = static_cast<DWORD>(place);
+            at.OffsetHigh = static_cast<DWORD>(place >> 32);
             DWORD written = 0;
-            Hold(WriteFile(file_.Get(), from, piece, &written, nullptr) && written > 0);
+            Hold(WriteFile(file_.Get(), from, piece, &written, &at) && written > 0);
             from += written;
+            place += written;
             count -= written;
         }
         return whole_;

@@ -1,6 +1,7 @@
 #include "platform/windows/drawing/drawing.h"
 
 #include "platform/files.h"
+#include "platform/painting/bitmap_file.h"
 #include "platform/painting/raster.h"
 #include "platform/windows/base/wide.h"
 #include "platform/windows/drawing/picture.h"
@@ -127,6 +128,7 @@ class DibSurface final : public Surface {
         GdiFlush();
         return {bits_, StrideOf(size_.width), size_};
     }
+    bool WriteBitmap(FileWriter& out) override { return quorvane::WriteBitmap(Pixels(), out); }
 
   private:
     static TRIVERTEX Corner(const GradientVertex& vertex) {

@@ -180,5 +180,89 @@ TEST_F(PictureTest, RefusesAbsurdSizes) {
     EXPECT_NE(why.find("too large"), std::string::npos) << why;
 }
 
+constexpr PixelSize CanvasSize{501, 400}; // several stripes of rows that are filled up to four bytes
+constexpr PixelRect All{0, 0, CanvasSize.width, CanvasSize.height}, Fitted{0, 33, CanvasSize.width, 334};
+
+struct Placed {
+    std::string content; // of the picture's file
+    std::vector<PixelRect> targets;
+};
+
+class CanvasTest : public testing::Test, protected PictureBench {
+  protected:
+    CanvasTest()
+        : PictureBench(std::make_unique<LinuxDrawing>()) {}
+
+    // What a change paints. False where a picture could not be.
+    bool Paint(Surface& surface, const Placed& placed, bool text) {
+        surface.GradientTriangle({0, 0, -256, 0, 0}, {501, 0, 0, -256, 0}, {0, 400, 0, 0, -256});
+        surface.GradientRectangle({300, 50, -256, 0, 0}, {390, 350, 0, -256, 9},
+                                  GradientDirection::TopToBottom);
+        surface.Line(20, 390, 480, 10, 3.5, Rgb(9, 8, 7));
+        if (text) surface.PrintText(150, 5, {"", 20}, Rgb(255, 255, 255), "below the picture");
+        picture = Load(placed.content);
+        for (const PixelRect& target : placed.targets)
+            if (!surface.StretchPicture(*picture, target, why)) return false;
+        if (text) surface.Fill({200, 60, 120, 60}, Rgb(50, 60, 70));
+        for (int line = 0; text && line < 5; ++line)
+            surface.PrintText(203, 60 + 21 * line, {"", 14, false, line == 3}, Rgb(250, 240, 9),
+                              "\u0160g, 31");
+        return true;
+    }
+
+    std::unique_ptr<Picture> picture;
+};
+
+TEST_F(CanvasTest, WritesWhatASurfaceWouldWrite) {
+    const std::string jpeg = Content("quarters.jpg");
+    std::vector<Placed> cases{
+        {jpeg, {}},
+        {jpeg, {All}},
+        {jpeg, {{-40, -70, 700, 900}}},
+        {jpeg, {{205, 170, 90, 60}}},
+        {jpeg, {{0, 0, 300, 300}, {300, 0, 300, 300}, {0, 300, 300, 300}}},
+        {jpeg, {{600, 0, 20, 20}}},
+        {jpeg.substr(0, jpeg.size() - 20), {Fitted}},
+        {Content("half_clear.png"), {Fitted}},
+        {Content("interlaced.png"), {All}},
+        {Content("quarters.svg"), {Fitted}},
+    };
+    for (char number = 2; number <= 8; ++number)
+        cases.push_back({WithOrientation(jpeg, number), {Fitted}});
+    for (std::size_t number = 0; number < cases.size(); ++number) {
+        for (const bool text : {false, true}) {
+            const auto surface = drawing->CreateSurface(CanvasSize),
+                       canvas = drawing->CreateCanvas(CanvasSize);
+            test::StringWriter once, striped, whole;
+            EXPECT_TRUE(Paint(*surface, cases[number], text)) << number << why;
+            ASSERT_TRUE(surface->WriteBitmap(once));
+            EXPECT_TRUE(Paint(*canvas, cases[number], text)) << number << why;
+            ASSERT_TRUE(canvas->WriteBitmap(striped));
+            EXPECT_EQ(canvas->LateFailure(), "");
+            EXPECT_TRUE(once.bytes == striped.bytes) << number << (text ? " with text" : "");
+            // Once the pixels are asked for, the canvas is a surface.
+            ASSERT_EQ(canvas->Pixels().size, CanvasSize);
+            ASSERT_TRUE(canvas->WriteBitmap(whole));
+            EXPECT_TRUE(once.bytes == whole.bytes) << number << (text ? " with text" : "");
+        }
+    }
+}
+
+TEST_F(CanvasTest, TellsLateOfADamagedPictureAndOfAFullDisk) {
+    const std::string png = Content("quarters.png");
+    const Placed torn{png.substr(0, png.size() * 2 / 3), {All}};
+    const auto surface = drawing->CreateSurface(CanvasSize), canvas = drawing->CreateCanvas(CanvasSize);
+    EXPECT_FALSE(Paint(*surface, torn, false));
+    const std::string told = why;
+    EXPECT_TRUE(Paint(*canvas, torn, false));
+    test::StringWriter once, striped, full;
+    ASSERT_TRUE(surface->WriteBitmap(once) && canvas->WriteBitmap(striped));
+    EXPECT_EQ(canvas->LateFailure(), told);
+    EXPECT_TRUE(once.bytes == striped.bytes);
+    full.room = 300'000;
+    EXPECT_FALSE(canvas->WriteBitmap(full));
+    EXPECT_EQ(drawing->CreateCanvas({0, 5}), nullptr);
+}
+
 } // namespace
 } // namespace quorvane
