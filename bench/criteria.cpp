@@ -154,6 +154,60 @@ void Compile(benchmark::State& state, const char* text) {
 BENCHMARK_CAPTURE(Compile, good, "hh = 12 & nn = 30 & wd < 6");
 BENCHMARK_CAPTURE(Compile, broken, "((hh = 12) & (nn = 30) & wd < 6))");
 
+// The floor: a descent over well-formed text without brackets that writes the compiled form straight away, no
+// grammar, no messages, no limits.
+class PlainDescent {
+  public:
+    explicit PlainDescent(std::string_view text)
+        : text_(text) {}
+
+    std::string Compiled() {
+        Chain(0);
+        return std::move(out_);
+    }
+
+  private:
+    static constexpr std::string_view Operators[] = {"+-^", "*/\\&", "=<>"};
+
+    char Next() {
+        while (at_ < text_.size() && text_[at_] == ' ')
+            ++at_;
+        return at_ < text_.size() ? text_[at_] : '\0';
+    }
+    void Chain(std::size_t level) {
+        if (level == 3) return Operand();
+        const std::size_t begin = out_.size();
+        Chain(level + 1);
+        const char sign = Next();
+        if (sign == '\0' || Operators[level].find(sign) == std::string_view::npos) return;
+        ++at_;
+        const char instruction[] = {static_cast<char>('1' + level), ';', sign, '~'};
+        out_.insert(begin, instruction, sizeof instruction);
+        out_ += '~';
+        Chain(level);
+    }
+    void Operand() {
+        const char first = Next();
+        const bool number = first >= '0' && first <= '9';
+        out_ += number ? "0;" : "9;";
+        const auto belongs = [&](char c) { return number ? c >= '0' && c <= '9' : c >= 'a' && c <= 'z'; };
+        while (at_ < text_.size() && belongs(text_[at_]))
+            out_ += text_[at_++];
+    }
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::string out_;
+};
+
+void CompilePlainly(benchmark::State& state) {
+    const char* text = "hh = 12 & nn = 30 & wd < 6";
+    if (PlainDescent(text).Compiled() != CompileCriteria(text).compiled) state.SkipWithError("not the same");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PlainDescent(text).Compiled());
+}
+BENCHMARK(CompilePlainly);
+
 // Brackets opened, closed and followed by an error; a walk that goes back takes eight times longer for each.
 void CompileNestedBrackets(benchmark::State& state) {
     const auto depth = static_cast<std::size_t>(state.range(0));

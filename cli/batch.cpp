@@ -22,7 +22,10 @@ int ForEachInput(const Arguments& arguments, const std::string& input, std::stri
             streams.out << arguments.ResultEnd();
         }
         // Whoever waits for an answer before asking on gets it.
-        if (streams.in.rdbuf()->in_avail() <= 0) streams.out.flush();
+        if (streams.in.rdbuf()->in_avail() <= 0) {
+            streams.out.flush();
+            streams.err.flush();
+        }
     }
     return Done;
 }

@@ -42,6 +42,20 @@ constexpr auto LinkLeksems = [] {
     return leksems;
 }();
 
+// Of each row the alternative, from 1, that it begins with before a leksem: that of a choice that begins with
+// it, the first one of a link; 0 where none does.
+constexpr auto FirstAlternatives = [] {
+    std::array<std::array<unsigned char, 128>, CriteriaGrammar.size()> chosen{};
+    for (std::size_t row = 0; row < chosen.size(); ++row) {
+        if (LinkLeksems[row] != 0) chosen[row].fill(1);
+        if (LinkLeksems[row] != 0) continue;
+        const auto& alternatives = CriteriaGrammar[row].alternatives;
+        for (std::size_t at = 0; at < alternatives.size(); ++at)
+            chosen[row][static_cast<unsigned char>(alternatives[at][0])] = static_cast<unsigned char>(at + 1);
+    }
+    return chosen;
+}();
+
 class Analyser {
   public:
     Analyser(std::string_view leksems, std::size_t stackEntries)
@@ -113,15 +127,9 @@ Analyser::Match Analyser::Take(char leksem) {
 
 Analyser::Match Analyser::Expand(char row, char leksem) {
     if (!HasRoom()) return Match::NoRoom;
-    const auto& alternatives = RowOf(row).alternatives;
-    unsigned char chosen = 1;
-    if (LinkLeksems[RowIndex(row)] == 0) {
-        while (alternatives[chosen - 1U][0] != leksem) {
-            if (chosen == alternatives.size()) return Match::No;
-            ++chosen;
-        }
-    }
-    open_.push_back({derivation_.productions.size(), alternatives[chosen - 1U]});
+    const unsigned char chosen = FirstAlternatives[RowIndex(row)][leksem & 0x7F];
+    if (chosen == 0) return Match::No;
+    open_.push_back({derivation_.productions.size(), RowOf(row).alternatives[chosen - 1U]});
     derivation_.productions.push_back({row, chosen});
     return Match::Yes;
 }

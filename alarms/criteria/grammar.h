@@ -69,12 +69,21 @@ constexpr std::string_view TextOf(const Production& production) {
     return RowOf(production.row).alternatives[production.alternative - 1U];
 }
 
-// How many rows an alternative holds: the children of a production of it.
-constexpr int ChildCount(std::string_view alternative) {
-    int count = 0;
-    for (const char symbol : alternative)
-        count += IsRow(symbol);
-    return count;
+// Of each alternative of each row how many rows it holds.
+inline constexpr auto GrammarChildCounts = [] {
+    std::array<std::array<unsigned char, 8>, CriteriaGrammar.size()> counts{};
+    for (std::size_t row = 0; row < counts.size(); ++row) {
+        for (std::size_t at = 0; at < counts[row].size(); ++at) {
+            for (const char symbol : CriteriaGrammar[row].alternatives[at])
+                counts[row][at] = static_cast<unsigned char>(counts[row][at] + IsRow(symbol));
+        }
+    }
+    return counts;
+}();
+
+// The children of a production.
+constexpr int ChildCount(const Production& production) {
+    return GrammarChildCounts[RowIndex(production.row)][production.alternative - 1U];
 }
 
 } // namespace quorvane

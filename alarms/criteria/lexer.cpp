@@ -11,12 +11,16 @@ namespace {
 enum class Collecting { Nothing, Constant, Variable, Comparison, Function };
 
 std::string WithoutBlanks(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
+    std::string result(text.size(), '\0');
+    std::size_t size = 0;
+    bool plain = true;
     for (const char c : text) {
-        if (c != ' ' && c != '\t') result.push_back(c);
+        if (c == ' ' || c == '\t') continue;
+        result[size++] = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+        plain = plain && (c & 0x80) == 0;
     }
-    return LowerCase(result);
+    result.resize(size);
+    return plain ? result : LowerCase(result);
 }
 
 // The characters behind which "-" is a unary minus. The opening brace is not among them.

@@ -13,7 +13,7 @@ std::vector<std::size_t> SubtreeEnds(const std::vector<Production>& derivation) 
     std::vector<std::size_t> ends(count);
     for (std::size_t at = count; at-- > 0;) {
         std::size_t end = at + 1;
-        for (int child = ChildCount(TextOf(derivation[at])); child > 0 && end < count; --child)
+        for (int child = ChildCount(derivation[at]); child > 0 && end < count; --child)
             end = ends[end];
         ends[at] = end;
     }
