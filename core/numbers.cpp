@@ -18,6 +18,8 @@ constexpr int LongestNumber = 64;
 char* FormatShort(double value, int digits, char* buffer) {
     const double size = std::abs(value);
     if (!(size >= 1e-3 && size < 1e15)) return nullptr;
+    if (value == std::trunc(value) && digits == 15)
+        return std::to_chars(buffer, buffer + LongestNumber, static_cast<std::int64_t>(value)).ptr;
     char* const end = std::to_chars(buffer, buffer + LongestNumber, value, std::chars_format::fixed).ptr;
     const auto notDigits = (value < 0 ? 1 : 0) + (std::find(buffer, end, '.') != end ? 1 : 0);
     return end - buffer - notDigits <= digits ? end : nullptr;

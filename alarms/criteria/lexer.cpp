@@ -56,34 +56,50 @@ class Lexer {
 
     // Ends what is being collected, unless it is `kept`, and appends its leksem.
     bool Flush(Collecting kept = Collecting::Nothing);
-    bool Collect(Collecting what, char c) {
+    bool Collect(Collecting what) {
         if (!Flush(what)) return false;
-        collecting_ = what;
-        token_.push_back(c);
+        if (collecting_ != what) Begin(what);
+        tokenEnd_ = at_;
         return true;
     }
-    bool Fail(std::string_view what, std::string_view token) {
-        scanned_.message.append("Lexical ERROR! - ").append(what).append(" [").append(token).append("]");
+    bool Fail(std::string_view what, std::string_view token, std::string_view dash = " - ") {
+        scanned_.message.append("Lexical ERROR!").append(dash).append(what);
+        scanned_.message.append(" [").append(token).append("]");
         return false;
     }
-    bool FailIllegal(std::string_view what, std::string_view token) {
-        Fail(what, token);
+    bool FailIllegal(std::string_view what, std::string_view token, std::string_view dash = " - ") {
+        Fail(what, token, dash);
         scanned_.message += '!';
         return false;
     }
     template<typename Words>
     bool EnterWord(const Words& words, WordTable& table, char leksem, std::string_view what) {
-        const auto word = FindWord(words, token_);
-        if (!word) return FailIllegal(what, token_);
+        const auto word = FindWord(words, Token());
+        if (!word) return FailIllegal(what, Token());
         table.Append(*word);
         scanned_.leksems.push_back(leksem);
         return true;
     }
 
+    // What is collected stands in the text without a gap, up to the character that was taken last.
+    void Begin(Collecting what) {
+        collecting_ = what;
+        tokenBegin_ = at_ - 1;
+        tokenEnd_ = at_;
+    }
+    void End() {
+        collecting_ = Collecting::Nothing;
+        tokenBegin_ = tokenEnd_ = 0;
+    }
+    std::string_view Token() const {
+        return std::string_view(text_).substr(tokenBegin_, tokenEnd_ - tokenBegin_);
+    }
+
     const std::string text_;
     std::size_t at_ = 0;
     Collecting collecting_ = Collecting::Nothing;
-    std::string token_;
+    std::size_t tokenBegin_ = 0;
+    std::size_t tokenEnd_ = 0;
     bool hasDot_ = false;
     ScannedCriterion scanned_;
 };
@@ -93,7 +109,7 @@ bool Lexer::Flush(Collecting kept) {
     bool good = true;
     switch (collecting_) {
     case Collecting::Constant:
-        scanned_.constants.Append(LeadingNumber(token_));
+        scanned_.constants.Append(LeadingNumber(Token()));
         scanned_.leksems.push_back('a');
         hasDot_ = false;
         break;
@@ -107,8 +123,7 @@ bool Lexer::Flush(Collecting kept) {
     case Collecting::Function:
         break;
     }
-    token_.clear();
-    collecting_ = Collecting::Nothing;
+    End();
     return good;
 }
 
@@ -118,20 +133,17 @@ bool Lexer::ScanInFunction() {
     const char c = text_[at_++];
     switch (c) {
     case 'f':
-        token_ = "f";
+        Begin(Collecting::Function); // anew
         return true;
     case '(':
         if (!EnterWord(FunctionWords, scanned_.functions, 'f', IllegalName)) return false;
-        token_.clear();
-        collecting_ = Collecting::Nothing;
+        End();
         return ScanBracket(c);
     case '=':
     case '<':
     case '>':
     case '!':
-        FailIllegal(IllegalName, token_);
-        scanned_.message.insert(scanned_.message.find('-'), " "); // two blanks in this one message
-        return false;
+        return FailIllegal(IllegalName, Token(), "  - "); // two blanks in this one message
     case '+':
     case '-':
     case '^':
@@ -145,9 +157,9 @@ bool Lexer::ScanInFunction() {
     case '|':
     case '{':
     case '}':
-        return FailIllegal(IllegalName, token_);
+        return FailIllegal(IllegalName, Token());
     default:
-        token_.push_back(c);
+        tokenEnd_ = at_;
         return true;
     }
 }
@@ -156,7 +168,7 @@ bool Lexer::ScanOutside() {
     const char c = text_[at_++];
     switch (c) {
     case 'f':
-        return Collect(Collecting::Function, c);
+        return Collect(Collecting::Function);
     case '0':
     case '1':
     case '2':
@@ -182,7 +194,7 @@ bool Lexer::ScanOutside() {
     case '<':
     case '>':
     case '!':
-        return Collect(Collecting::Comparison, c);
+        return Collect(Collecting::Comparison);
     case 'y':
     case 'm':
     case 'd':
@@ -191,7 +203,7 @@ bool Lexer::ScanOutside() {
     case 'n':
     case 's':
     case 'r':
-        return Collect(Collecting::Variable, c);
+        return Collect(Collecting::Variable);
     case '(':
     case ')':
     case '[':
@@ -201,16 +213,17 @@ bool Lexer::ScanOutside() {
     case '}':
         return ScanBracket(c);
     default:
-        return Fail("Error at", token_.append(text_, at_ - 1, NextLetter(text_, at_ - 1) - (at_ - 1)));
+        return Fail("Error at",
+                    std::string(Token()).append(text_, at_ - 1, NextLetter(text_, at_ - 1) - (at_ - 1)));
     }
 }
 
 bool Lexer::ScanNumber(char c) {
     if (c == '.') {
-        if (hasDot_) return FailIllegal("Illegal float value", token_ + ".");
+        if (hasDot_) return FailIllegal("Illegal float value", std::string(Token()).append("."));
         hasDot_ = true;
     }
-    return Collect(Collecting::Constant, c);
+    return Collect(Collecting::Constant);
 }
 
 bool Lexer::ScanLowOperator(char c) {

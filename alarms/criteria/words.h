@@ -137,8 +137,10 @@ inline constexpr std::array<CriteriaWord<Operation>, 18> FunctionWords{{
 template<typename Meaning, std::size_t Count>
 constexpr std::optional<std::uint8_t> FindWord(const std::array<CriteriaWord<Meaning>, Count>& words,
                                                std::string_view name) {
+    if (name.empty()) return std::nullopt;
     for (std::size_t at = 0; at < Count; ++at) {
-        if (words[at].name == name) return static_cast<std::uint8_t>(at);
+        if (words[at].name.front() == name.front() && words[at].name == name)
+            return static_cast<std::uint8_t>(at);
     }
     return std::nullopt;
 }
