@@ -73,8 +73,7 @@ class Resampler {
     std::size_t groups_ = 0;          // of input pixels that each output pixel is summed from
     std::vector<std::uint16_t> acrossWeights_;
     std::vector<std::uint32_t> acrossFirst_; // where in sums_ each output pixel's first group begins
-    std::vector<std::uint16_t> folded_;      // the output row times 256
-    std::vector<std::uint8_t> out_;
+    std::vector<std::uint8_t> out_;          // of an even number of pixels, as what stands across is
 };
 
 } // namespace quorvane
