@@ -7,7 +7,6 @@
 
 #if defined(__x86_64__) && defined(__ELF__) // the loader chooses among clones, and only this one can
 #define QUORVANE_WIDE_VECTORS
-#include <immintrin.h>
 #endif
 
 namespace quorvane {
@@ -22,6 +21,7 @@ constexpr std::uint16_t Half = DownTotal / 2;
 constexpr std::size_t Pixels = 4; // of input that are summed at a time
 constexpr std::size_t Group = 4 * Pixels;
 using Words = std::uint16_t __attribute__((vector_size(16)));
+using WideWords = std::uint16_t __attribute__((vector_size(32)));
 using Bytes = std::uint8_t __attribute__((vector_size(8)));
 
 // Of the two loops that the time goes into, there is one for every processor and one for those with wide
@@ -63,10 +63,15 @@ void SumAcross(std::uint8_t* __restrict out, const std::uint16_t* __restrict sum
 }
 
 #ifdef QUORVANE_WIDE_VECTORS
-__attribute__((target("avx2"))) inline __m256i Products(const std::uint16_t* sums,
-                                                        const std::uint16_t* weights) {
-    return _mm256_mulhi_epu16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(sums)),
-                              _mm256_loadu_si256(reinterpret_cast<const __m256i*>(weights)));
+// The high halves of the products of a group.
+__attribute__((target("avx2"))) inline WideWords Products(const std::uint16_t* sums,
+                                                          const std::uint16_t* weights) {
+    std::uint16_t products[Group];
+    for (std::size_t i = 0; i < Group; ++i)
+        products[i] = static_cast<std::uint16_t>(std::uint32_t{sums[i]} * weights[i] >> 16);
+    WideWords words;
+    std::memcpy(&words, products, sizeof words);
+    return words;
 }
 
 // The same two pixels at a time, in steps that a compiler does not find by itself.
@@ -78,17 +83,20 @@ __attribute__((target("avx2"))) void SumAcrossWide(std::uint8_t* __restrict out,
     const std::size_t step = groups * Group; // from one pixel's weights to the next one's
     for (std::size_t o = 0; o < width; o += 2, out += 8, weights += 2 * step) {
         const std::uint16_t *left = sums + first[o], *right = sums + first[o + 1];
-        __m256i leftSum = Products(left, weights), rightSum = Products(right, weights + step);
+        WideWords leftSum = Products(left, weights), rightSum = Products(right, weights + step);
         for (std::size_t i = Group; i < step; i += Group) {
-            leftSum = _mm256_add_epi16(leftSum, Products(left + i, weights + i));
-            rightSum = _mm256_add_epi16(rightSum, Products(right + i, weights + step + i));
+            leftSum += Products(left + i, weights + i);
+            rightSum += Products(right + i, weights + step + i);
         }
-        const __m256i halves = _mm256_add_epi16(_mm256_unpacklo_epi64(leftSum, rightSum),
-                                                _mm256_unpackhi_epi64(leftSum, rightSum));
-        const __m128i both =
-            _mm_add_epi16(_mm256_castsi256_si128(halves), _mm256_extracti128_si256(halves, 1));
-        const __m128i rounded = _mm_srli_epi16(_mm_add_epi16(both, _mm_set1_epi16(Half)), 8);
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(rounded, rounded));
+        // The four input pixels of each together, by halves.
+        const WideWords pairs = __builtin_shufflevector(leftSum, rightSum, 0, 1, 2, 3, 16, 17, 18, 19, 8, 9,
+                                                        10, 11, 24, 25, 26, 27) +
+                                __builtin_shufflevector(leftSum, rightSum, 4, 5, 6, 7, 20, 21, 22, 23, 12, 13,
+                                                        14, 15, 28, 29, 30, 31);
+        const Words both = __builtin_shufflevector(pairs, pairs, 0, 1, 2, 3, 4, 5, 6, 7) +
+                           __builtin_shufflevector(pairs, pairs, 8, 9, 10, 11, 12, 13, 14, 15) + Half;
+        const Bytes pixels = __builtin_convertvector(both >> 8, Bytes);
+        std::memcpy(out, &pixels, sizeof pixels);
     }
 }
 #endif
