@@ -5,6 +5,8 @@
 #include <X11/ICE/ICElib.h>
 #include <X11/ICE/ICEutil.h>
 #include <X11/SM/SMlib.h>
+#include <cstdlib>
+#include <memory>
 
 namespace quorvane::test {
 
@@ -86,7 +88,8 @@ class SessionManager {
     }
     static Status Register(SmsConn client, SmPointer self, char* previous) {
         if (previous) return 0; // a session of which nothing is known
-        SmsRegisterClientReply(client, SmsGenerateClientID(client));
+        const std::unique_ptr<char, decltype(&std::free)> id(SmsGenerateClientID(client), std::free);
+        SmsRegisterClientReply(client, id.get());
         SmsSaveYourself(client, SmSaveLocal, False, SmInteractStyleNone, False);
         static_cast<SessionManager*>(self)->registered_ = true;
         return 1;
