@@ -92,7 +92,7 @@ TEST(ToolCommands, Answer) {
 TEST(LocaleCommand, ChecksAFile) {
     const test::TemporaryFolder folder;
     const std::string path = (folder.Path() / "XX.res").string();
-    std::ofstream(path) << "[LOCALE=Test;XX]\r\n1=-\r\n3=none\r\n21=&Change\r\nend";
+    std::ofstream(path) << "[LOCALE=Test;XX]\n1=-\n3=none\n21=&Change\nend";
     const std::string told = RunWords({"locale", "check", "--json", path}).out;
     EXPECT_NE(told.find("\"description\": \"Test\", \"language\": \"XX\", \"ok\": false, \"strings\": "
                         "{\"1\": \"-\", \"3\": \"none\", \"21\": \"&Change\"}, \"missing\": [5, 6, 9, "),
