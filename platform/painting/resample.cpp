@@ -24,20 +24,27 @@ using Words = std::uint16_t __attribute__((vector_size(16)));
 using WideWords = std::uint16_t __attribute__((vector_size(32)));
 using Bytes = std::uint8_t __attribute__((vector_size(8)));
 
-// Of the two loops that the time goes into, there is one for every processor and one for those with wide
-// vectors. This one a compiler makes by itself.
+// The loops that the time goes into, once for every processor and once for those with wide vectors, which the
+// compiler makes of the same lines where it finds the steps.
 #ifdef QUORVANE_WIDE_VECTORS
-__attribute__((target_clones("avx2", "default")))
+#define QUORVANE_VECTOR_LOOP __attribute__((target_clones("avx2", "default")))
+#else
+#define QUORVANE_VECTOR_LOOP
 #endif
+
+QUORVANE_VECTOR_LOOP
 void AddWeighted(std::uint16_t* __restrict sums, const std::uint8_t* __restrict row, std::uint16_t weight,
-                 bool fresh, std::size_t count) {
-    if (fresh) {
-        for (std::size_t i = 0; i < count; ++i)
-            sums[i] = static_cast<std::uint16_t>(row[i] * weight);
-    } else {
-        for (std::size_t i = 0; i < count; ++i)
-            sums[i] = static_cast<std::uint16_t>(sums[i] + row[i] * weight);
-    }
+                 std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] = static_cast<std::uint16_t>(sums[i] + row[i] * weight);
+}
+
+// The sums of two rows, where there is none yet.
+QUORVANE_VECTOR_LOOP
+void SetWeighted(std::uint16_t* __restrict sums, const std::uint8_t* __restrict one, std::uint16_t weight,
+                 const std::uint8_t* __restrict other, std::uint16_t otherWeight, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] = static_cast<std::uint16_t>(one[i] * weight + other[i] * otherWeight);
 }
 
 // Output pixels, each from `groups` groups of input pixels that begin at its place in `first`. Their number
@@ -184,24 +191,35 @@ void Resampler::Push() {
         const int first = down_.first[o], last = down_.Last(o);
         if (first > inputRow_) break;
         // Only enlargement comes back to a row that has gone by, and only to the last one.
-        if (fresh_ && first < inputRow_) Add(previous, down_.weights[down_.start[o]]);
+        if (!begun_ && first < inputRow_) Add(previous, down_.weights[down_.start[o]]);
         if (last >= inputRow_)
             Add(row, down_.weights[down_.start[o] + static_cast<std::uint32_t>(inputRow_ - first)]);
         if (last > inputRow_) break;
         Emit();
         ++nextOut_;
-        fresh_ = true;
+        begun_ = false;
     }
     ++inputRow_;
     current_ = 1 - current_;
 }
 
 void Resampler::Add(const std::uint8_t* row, std::uint16_t weight) {
-    AddWeighted(sums_.data(), row + static_cast<std::size_t>(firstPixel_) * 4, weight, fresh_, needed_);
-    fresh_ = false;
+    row += static_cast<std::size_t>(firstPixel_) * 4;
+    if (waiting_) {
+        SetWeighted(sums_.data(), waiting_, waitingWeight_, row, weight, needed_);
+        waiting_ = nullptr;
+    } else if (begun_) {
+        AddWeighted(sums_.data(), row, weight, needed_);
+    } else {
+        waiting_ = row;
+        waitingWeight_ = weight;
+    }
+    begun_ = true;
 }
 
 void Resampler::Emit() {
+    if (waiting_) SetWeighted(sums_.data(), waiting_, waitingWeight_, waiting_, 0, needed_);
+    waiting_ = nullptr;
     auto* sum = SumAcross;
 #ifdef QUORVANE_WIDE_VECTORS
     if (__builtin_cpu_supports("avx2")) sum = SumAcrossWide;

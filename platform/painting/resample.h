@@ -66,7 +66,10 @@ class Resampler {
     int nextOut_ = 0;
     int firstPixel_ = 0;     // of the input pixels that `part` needs
     std::size_t needed_ = 0; // channels of them
-    bool fresh_ = true;      // no row added to the output row under way
+    bool begun_ = false;     // a row belongs to the output row under way
+    // The first row of the output row under way, until a second comes: both are summed in one go.
+    const std::uint8_t* waiting_ = nullptr;
+    std::uint16_t waitingWeight_ = 0;
     std::size_t current_ = 0;
     std::vector<CacheLine> rows_[2];
     std::vector<std::uint16_t> sums_; // of one output row, before its width is changed
