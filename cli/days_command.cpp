@@ -35,7 +35,7 @@ int TellDays(const Arguments& arguments, Streams& streams) {
     JsonObject json;
     std::string plain;
     if (counts) {
-        plain = DateTimeText(Shifted(from, inputs[1])).substr(0, 10);
+        plain = DateText(Shifted(from, inputs[1]));
         json.Add("date", plain);
     } else {
         const std::int64_t days = CalculeDiffrences(from, DateOf(inputs[1]));

@@ -12,6 +12,10 @@ DateTime MomentOf(const Arguments& arguments) {
     return at ? *at : CreateClock()->Now();
 }
 
+std::string DateText(const DateTime& moment) {
+    return DateTimeText(moment).substr(0, 10);
+}
+
 std::string DateTimeText(const DateTime& moment) {
     char text[64];
     std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", moment.year, moment.month, moment.day,

@@ -8,15 +8,9 @@
 namespace quorvane::cli {
 namespace {
 
-std::string DateText(const MonthSheet& month) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d", month.year, month.month, month.day);
-    return text;
-}
-
 JsonObject ObjectOf(const MonthSheet& month) {
     return JsonObject()
-        .Add("date", DateText(month))
+        .Add("date", DateText({month.year, month.month, month.day}))
         .Add("caption", month.caption)
         .Add("weekday", month.weekday)
         .Add("day_of_year", month.dayOfYear)

@@ -1,12 +1,12 @@
 #include "clock/zones.h"
 
+#include "core/local_second.h"
+
 #include <cmath>
-#include <cstdint>
+#include <iterator>
 
 namespace quorvane {
 namespace {
-
-constexpr std::int64_t SecondsPerDay = 86'400;
 
 constexpr std::string_view Places[] = {
     "Eniwetok, Kwajalein",
@@ -48,16 +48,7 @@ std::string_view ZonePlaces(int offset) {
 }
 
 DateTime ZoneMoment(const DateTime& local, double biasMinutes, int offset) {
-    const std::int64_t ofDay =
-        local.hour * 3600 + local.minute * 60 + local.second + offset * 3600 + std::llround(biasMinutes * 60);
-    const std::int64_t days = (ofDay >= 0 ? ofDay : ofDay - (SecondsPerDay - 1)) / SecondsPerDay;
-    const std::int64_t rest = ofDay - days * SecondsPerDay;
-    DateTime moment =
-        CivilFromDays(DaysFromCivil(local.year, local.month, local.day) + static_cast<long>(days));
-    moment.hour = static_cast<int>(rest / 3600);
-    moment.minute = static_cast<int>(rest / 60 % 60);
-    moment.second = static_cast<int>(rest % 60);
-    return moment;
+    return DateTimeOf(LocalSecondOf(local) + std::llround(biasMinutes * 60) + LocalSecond{offset} * 3600);
 }
 
 } // namespace quorvane

@@ -18,7 +18,7 @@ namespace {
 
 using State = Finding::State;
 
-constexpr LocalSecond TenYears = 10LL * 366 * 86'400;
+constexpr LocalSecond TenYears = 10LL * 366 * SecondsPerDay;
 constexpr int MinutesOfAZone = 60;
 constexpr double DegreesOfAZone = 15;
 

@@ -63,6 +63,14 @@ void AppendJsonText(std::string& json, std::string_view text) {
     json += '"';
 }
 
+template<typename Item, typename ToJson>
+std::string JsonList(const std::vector<Item>& items, ToJson toJson) {
+    std::string json = "[";
+    for (const Item& item : items)
+        json += (json.size() > 1 ? ", " : "") + toJson(item);
+    return json + "]";
+}
+
 } // namespace
 
 std::string JsonText(std::string_view text) {
@@ -105,17 +113,11 @@ JsonObject& JsonObject::Add(std::string_view key, bool value) {
 }
 
 JsonObject& JsonObject::Add(std::string_view key, const std::vector<std::string>& texts) {
-    std::string json = "[";
-    for (const std::string& text : texts)
-        json += (json.size() > 1 ? ", " : "") + JsonText(text);
-    return AddRaw(key, json + "]");
+    return AddRaw(key, JsonList(texts, JsonText));
 }
 
 JsonObject& JsonObject::Add(std::string_view key, const std::vector<int>& numbers) {
-    std::string json = "[";
-    for (const int number : numbers)
-        json += (json.size() > 1 ? ", " : "") + std::to_string(number);
-    return AddRaw(key, json + "]");
+    return AddRaw(key, JsonList(numbers, [](int number) { return std::to_string(number); }));
 }
 
 JsonObject& JsonObject::Add(std::string_view key, const JsonObject& object) {
@@ -123,10 +125,7 @@ JsonObject& JsonObject::Add(std::string_view key, const JsonObject& object) {
 }
 
 JsonObject& JsonObject::Add(std::string_view key, const std::vector<JsonObject>& objects) {
-    std::string json = "[";
-    for (const JsonObject& object : objects)
-        json += (json.size() > 1 ? ", " : "") + object.Text();
-    return AddRaw(key, json + "]");
+    return AddRaw(key, JsonList(objects, [](const JsonObject& object) { return object.Text(); }));
 }
 
 } // namespace quorvane::commands

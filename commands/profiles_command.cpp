@@ -67,9 +67,8 @@ std::string Save(const Arguments& arguments, Place& place) {
         return {};
     }
     if (Trim(name).empty()) throw RefusedInput("the profile has no name");
-    const std::int32_t number = SaveProfile(NoteOf(name, arguments, place), place.record, place.context);
-    return arguments.Json() ? JsonObject().Add("profile", number).Text() + "\n"
-                            : std::to_string(number) + "\n";
+    return NewNumber(arguments, "profile",
+                     SaveProfile(NoteOf(name, arguments, place), place.record, place.context));
 }
 
 // To the main tree, whole.

@@ -1,5 +1,7 @@
 #include "commands/record_command.h"
 
+#include "commands/json.h"
+
 #include <algorithm>
 
 namespace quorvane::commands {
@@ -35,6 +37,10 @@ Answer RunRecordCommand(const std::vector<std::string>& words, Place& place) {
 const std::string& InputAt(const Arguments& arguments, std::size_t index, const char* what) {
     if (arguments.Inputs().size() <= index) throw UsageError(std::string(what) + " is missing");
     return arguments.Inputs()[index];
+}
+
+std::string NewNumber(const Arguments& arguments, std::string_view key, std::int32_t number) {
+    return (arguments.Json() ? JsonObject().Add(key, number).Text() : std::to_string(number)) + "\n";
 }
 
 void ExpectInputs(const Arguments& arguments, std::size_t most) {

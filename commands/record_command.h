@@ -39,6 +39,8 @@ Answer RunRecordCommand(const std::vector<std::string>& words, Place& place);
 
 // The index-th input, for verbs with several. Throws UsageError where it is missing.
 const std::string& InputAt(const Arguments& arguments, std::size_t index, const char* what);
+// What adding an entry prints: its number, with --json under `key`.
+std::string NewNumber(const Arguments& arguments, std::string_view key, std::int32_t number);
 // Throws UsageError where there are more inputs.
 void ExpectInputs(const Arguments& arguments, std::size_t most);
 

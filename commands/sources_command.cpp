@@ -42,9 +42,7 @@ std::string Add(const Arguments& arguments, Place& place) {
     place.record.WallpaperSources.Add({path, !arguments.Has("inactive"),
                                        arguments.Value("pattern").value_or(place.system.PicturePatterns()),
                                        arguments.Value("level").value_or("INF")});
-    const std::int32_t number = place.record.WallpaperSrcCnt();
-    return arguments.Json() ? JsonObject().Add("source", number).Text() + "\n"
-                            : std::to_string(number) + "\n";
+    return NewNumber(arguments, "source", place.record.WallpaperSrcCnt());
 }
 
 std::int32_t NumberOf(const std::string& text, const Place& place) {

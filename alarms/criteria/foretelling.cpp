@@ -5,7 +5,6 @@
 namespace quorvane {
 namespace {
 
-constexpr LocalSecond SecondsPerDay = 86400;
 constexpr int YearsAhead = 10;
 constexpr std::size_t MostRemembered = 1'000'000; // spans of one level; enough for every hour of ten years
 
@@ -31,20 +30,6 @@ bool HangsOnTheMomentAlone(const std::vector<CriteriaInstruction>& order) {
 }
 
 } // namespace
-
-LocalSecond LocalSecondOf(const DateTime& time) {
-    return DaysFromCivil(time.year, time.month, time.day) * SecondsPerDay + time.hour * 3600 +
-           time.minute * 60 + time.second;
-}
-
-DateTime DateTimeOf(LocalSecond second) {
-    const LocalSecond ofDay = (second % SecondsPerDay + SecondsPerDay) % SecondsPerDay;
-    DateTime time = CivilFromDays(static_cast<long>((second - ofDay) / SecondsPerDay));
-    time.hour = static_cast<int>(ofDay / 3600);
-    time.minute = static_cast<int>(ofDay / 60 % 60);
-    time.second = static_cast<int>(ofDay % 60);
-    return time;
-}
 
 Foretelling::Foretelling(std::string_view compiled)
     : Foretelling(EvaluationOrder(compiled)) {}

@@ -2,7 +2,7 @@
 
 #include "alarms/criteria/bounds.h"
 #include "alarms/criteria/program.h"
-#include "core/date_time.h"
+#include "core/local_second.h"
 
 #include <array>
 #include <cstddef>
@@ -13,12 +13,6 @@
 #include <vector>
 
 namespace quorvane {
-
-// Seconds of the local calendar since 1970-01-01 00:00:00. Every day has 86,400 of them.
-using LocalSecond = std::int64_t;
-
-LocalSecond LocalSecondOf(const DateTime& time); // without its milliseconds
-DateTime DateTimeOf(LocalSecond second);
 
 // When a criterion will hold. The calendar is walked from years down to seconds: a span in which the
 // criterion never or always holds is passed over as a whole, and one that is like an earlier one in all that
